@@ -46,7 +46,8 @@ CGAffineTransform CGAffineTransformConcat(const CGAffineTransform& first, const 
 
 /// A dictionary with the numbers "X" and "Y".
 NSDictionary CGPointCreateDictionaryRepresentation(CGPoint point);
-/// Reads such a dictionary. Returns false, and leaves `*point` as it was, when "X" or "Y" is missing or no number.
+/// Reads such a dictionary. Returns false, and leaves `*point` as it was, when "X" or "Y" is missing or no
+/// number.
 bool CGPointMakeWithDictionaryRepresentation(const NSDictionary& dictionary, CGPoint* point);
 
 }  // namespace nivlo

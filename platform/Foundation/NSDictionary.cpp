@@ -22,12 +22,14 @@ bool stringBoolValue(std::string_view text) {
 }  // namespace
 
 const NSValue* NSDictionary::objectForKey(std::string_view key) const {
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.first == key; });
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.first == key; });
   return found == entries_.end() ? nullptr : &found->second;
 }
 
 void NSDictionary::setObject(NSValue value, std::string_view key) {
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.first == key; });
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.first == key; });
   if (found == entries_.end()) {
     entries_.emplace_back(key, std::move(value));
   } else {

@@ -33,8 +33,8 @@ class NSDictionary {
   std::vector<Entry> entries_;
 };
 
-/// The value read as a boolean: a number that is not 0, or a string that begins (after white space, a sign and zeros) with
-/// Y, y, T, t or a digit 1 to 9. False for null.
+/// The value read as a boolean: a number that is not 0, or a string that begins (after white space, a sign
+/// and zeros) with Y, y, T, t or a digit 1 to 9. False for null.
 bool boolValue(const NSValue* value);
 
 /// Whether the value is exactly this string. False for null and for anything but a string.

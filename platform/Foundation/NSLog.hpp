@@ -11,7 +11,8 @@ namespace nivlo {
 /// Hands a finished line to the log sink, or writes it to standard error while no sink is installed.
 void writeToLog(std::string_view format, std::string_view message);
 
-/// Writes one line to the system log. The format is the platform's (see stringWithFormat). Callable from any thread.
+/// Writes one line to the system log. The format is the platform's (see stringWithFormat). Callable from any
+/// thread.
 template <typename... Arguments>
 void NSLog(std::string_view format, const Arguments&... arguments) {
   writeToLog(format, stringWithFormat(format, arguments...));

@@ -1,6 +1,6 @@
-#include "platform/Foundation/NSString+Format.hpp"
-
 #include <exception>
+
+#include "platform/Foundation/NSString+Format.hpp"
 
 namespace nivlo {
 

@@ -31,11 +31,11 @@ class AccelerometerDriver {
  public:
   virtual ~AccelerometerDriver() = default;
 
-  /// Delivers a reading every `interval` on a thread of the driver's own, until the stream is destroyed. A machine
-  /// without a sensor delivers none, which is no error; a sensor that appears later is used. The handler must be quick
-  /// and must not destroy the stream.
-  virtual std::unique_ptr<AccelerometerStream> start(std::chrono::duration<double> interval,
-                                                     std::function<void(const AccelerometerReading&)> handler) = 0;
+  /// Delivers a reading every `interval` on a thread of the driver's own, until the stream is destroyed. A
+  /// machine without a sensor delivers none, which is no error; a sensor that appears later is used. The
+  /// handler must be quick and must not destroy the stream.
+  virtual std::unique_ptr<AccelerometerStream> start(
+      std::chrono::duration<double> interval, std::function<void(const AccelerometerReading&)> handler) = 0;
 };
 
 }  // namespace nivlo

@@ -7,16 +7,18 @@
 
 namespace nivlo {
 
-/// Everything a presenter needs to draw an alert. The texts may hold anything: control characters, markup, any length.
+/// Everything a presenter needs to draw an alert. The texts may hold anything: control characters, markup,
+/// any length.
 struct AlertContent {
   std::string title;
   std::string message;
   std::vector<std::string> buttons;
-  long cancelButtonIndex = -1;            ///< -1 when there is no cancel button
-  long disabledButtonIndex = -1;          ///< a button that cannot be pressed, -1 when there is none
+  long cancelButtonIndex = -1;    ///< -1 when there is no cancel button
+  long disabledButtonIndex = -1;  ///< a button that cannot be pressed, -1 when there is none
 };
 
-/// What a presenter reports back, on the main thread. `appeared` comes first, then either one `tapped` or one `cancelled`.
+/// What a presenter reports back, on the main thread. `appeared` comes first, then either one `tapped` or one
+/// `cancelled`.
 struct AlertCallbacks {
   std::function<void()> appeared;
   std::function<void(long buttonIndex)> tapped;

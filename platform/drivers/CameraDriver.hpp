@@ -19,8 +19,8 @@ struct CameraInfo {
   AVCaptureDevicePosition position = AVCaptureDevicePosition::Unspecified;
 };
 
-/// An open camera. Destroying it closes the camera; no frame arrives once the destructor has returned. The destructor may
-/// be called on any thread but the one that delivers the frames.
+/// An open camera. Destroying it closes the camera; no frame arrives once the destructor has returned. The
+/// destructor may be called on any thread but the one that delivers the frames.
 class CameraStream {
  public:
   virtual ~CameraStream() = default;
@@ -37,9 +37,9 @@ class CameraDriver {
   /// The cameras there are now, in a stable order, the preferred one first.
   virtual std::vector<CameraInfo> cameras() = 0;
 
-  /// Opens a camera and lets its frames come; does not wait for the first. Null when the camera is refused: unknown, or
-  /// taken for good. A camera that goes away later is picked up again, by its unique ID, when it returns: the stream
-  /// stays, frames pause. It never changes over to another camera.
+  /// Opens a camera and lets its frames come; does not wait for the first. Null when the camera is refused:
+  /// unknown, or taken for good. A camera that goes away later is picked up again, by its unique ID, when it
+  /// returns: the stream stays, frames pause. It never changes over to another camera.
   virtual std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) = 0;
 };
 

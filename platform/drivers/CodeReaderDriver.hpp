@@ -13,17 +13,19 @@ namespace nivlo {
 struct DecodedCode {
   std::string type;  ///< metadata-object type identifier, for example "org.iso.QRCode"
   std::string text;  ///< UTF-8; may be empty, may hold NUL
-  /// In pixels of the frame as it was delivered (neither mirrored nor turned), clockwise from the code's own top left.
+  /// In pixels of the frame as it was delivered (neither mirrored nor turned), clockwise from the code's own
+  /// top left.
   std::vector<CGPoint> corners;
 };
 
-/// Looks at frames, one after the other, always from the same thread. It may remember what it saw: successive looks at one
-/// scene can try different strategies, so a code that one look misses is found by a later one.
+/// Looks at frames, one after the other, always from the same thread. It may remember what it saw: successive
+/// looks at one scene can try different strategies, so a code that one look misses is found by a later one.
 class CodeReader {
  public:
   virtual ~CodeReader() = default;
 
-  /// One look, of bounded cost. Any frame is acceptable; one that cannot be read yields no codes. Never throws.
+  /// One look, of bounded cost. Any frame is acceptable; one that cannot be read yields no codes. Never
+  /// throws.
   virtual std::vector<DecodedCode> look(const VideoFrame& frame) = 0;
 };
 

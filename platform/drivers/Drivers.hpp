@@ -14,7 +14,8 @@
 
 namespace nivlo {
 
-/// An absent driver is a machine without that component: the frameworks then do nothing and answer null, false or 0.
+/// An absent driver is a machine without that component: the frameworks then do nothing and answer null,
+/// false or 0.
 struct Drivers {
   std::unique_ptr<LogSink> logSink;
   std::unique_ptr<MainQueueDriver> mainQueue;
@@ -26,8 +27,8 @@ struct Drivers {
   std::unique_ptr<URLOpener> urls;
 };
 
-/// Installs the drivers for the whole process, before any framework object exists. Installing again replaces them, once
-/// every object that used the earlier ones is gone. Not thread-safe.
+/// Installs the drivers for the whole process, before any framework object exists. Installing again replaces
+/// them, once every object that used the earlier ones is gone. Not thread-safe.
 void installDrivers(Drivers drivers);
 
 /// The installed drivers; all absent before the first installation.

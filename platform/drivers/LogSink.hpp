@@ -9,8 +9,9 @@ class LogSink {
  public:
   virtual ~LogSink() = default;
 
-  /// Writes one line; `message` holds no line end of its own at its end, but may hold others. `format` is the text the
-  /// message was made from, the same for all lines of one kind. Callable from any thread, several at once.
+  /// Writes one line; `message` holds no line end of its own at its end, but may hold others. `format` is the
+  /// text the message was made from, the same for all lines of one kind. Callable from any thread, several at
+  /// once.
   virtual void write(std::string_view format, std::string_view message) = 0;
 };
 

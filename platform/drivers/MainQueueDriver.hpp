@@ -9,7 +9,8 @@ class MainQueueDriver {
  public:
   virtual ~MainQueueDriver() = default;
 
-  /// Runs `work` on the main thread, after whatever was posted before it. Callable from any thread; returns at once.
+  /// Runs `work` on the main thread, after whatever was posted before it. Callable from any thread; returns
+  /// at once.
   virtual void post(std::function<void()> work) = 0;
 
   /// Whether the caller is on the main thread.

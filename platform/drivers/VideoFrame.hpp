@@ -29,8 +29,8 @@ struct Plane {
   int stride = 0;  ///< bytes from a row to the next; never negative
 };
 
-/// An immutable picture. `storage` keeps the memory behind `planes` alive; when the last reference to the frame goes, the
-/// memory returns to whoever lent it, on whatever thread that happens.
+/// An immutable picture. `storage` keeps the memory behind `planes` alive; when the last reference to the
+/// frame goes, the memory returns to whoever lent it, on whatever thread that happens.
 struct VideoFrame {
   PixelFormat format = PixelFormat::I420;
   int width = 0;   ///< pixels, as the sensor delivers them

@@ -1,0 +1,150 @@
+#include "platform/AVFoundation/AVCaptureMetadataOutput.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/AVFoundation/AVCaptureSession.hpp"
+#include "platform/drivers/Drivers.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr std::chrono::milliseconds kLookInterval{100};
+
+}  // namespace
+
+std::shared_ptr<AVCaptureMetadataOutput> AVCaptureMetadataOutput::init() {
+  return std::shared_ptr<AVCaptureMetadataOutput>(new AVCaptureMetadataOutput);
+}
+
+AVCaptureMetadataOutput::~AVCaptureMetadataOutput() { stopReading(); }
+
+void AVCaptureMetadataOutput::setMetadataObjectsDelegate(
+    const std::shared_ptr<AVCaptureMetadataOutputObjectsDelegate>& delegate, dispatch_queue_t queue) {
+  const std::lock_guard lock(mutex_);
+  delegate_ = delegate;
+  queue_.swap(queue);
+}
+
+std::shared_ptr<AVCaptureMetadataOutputObjectsDelegate> AVCaptureMetadataOutput::metadataObjectsDelegate()
+    const {
+  const std::lock_guard lock(mutex_);
+  return delegate_.lock();
+}
+
+dispatch_queue_t AVCaptureMetadataOutput::metadataObjectsCallbackQueue() const {
+  const std::lock_guard lock(mutex_);
+  return queue_;
+}
+
+std::vector<std::string> AVCaptureMetadataOutput::availableMetadataObjectTypes() const {
+  const auto session = this->session();
+  const auto& driver = drivers().codeReader;
+  return session && !session->inputs().empty() && driver ? driver->availableTypes()
+                                                         : std::vector<std::string>();
+}
+
+std::vector<std::string> AVCaptureMetadataOutput::metadataObjectTypes() const {
+  const std::lock_guard lock(mutex_);
+  return types_;
+}
+
+void AVCaptureMetadataOutput::setMetadataObjectTypes(std::vector<std::string> types) {
+  const std::lock_guard lock(mutex_);
+  types_.swap(types);
+}
+
+void AVCaptureMetadataOutput::startReading() {
+  if (thread_.joinable() || !drivers().codeReader) {
+    return;
+  }
+  reader_ = drivers().codeReader->makeReader();
+  if (reader_) {
+    thread_ = std::jthread([this](std::stop_token stop) { readUntilStopped(std::move(stop), *reader_); });
+  }
+}
+
+void AVCaptureMetadataOutput::stopReading() {
+  if (!thread_.joinable()) {
+    return;
+  }
+  thread_.request_stop();
+  thread_.join();
+  reader_.reset();
+  const std::lock_guard lock(mutex_);
+  newest_.reset();
+}
+
+void AVCaptureMetadataOutput::consume(const CaptureFrame& frame) {
+  if (reportUnderWay_) {
+    return;
+  }
+  const auto delegate = metadataObjectsDelegate();
+  if (!delegate || !delegate->wantsMetadataObjects()) {
+    return;
+  }
+  const std::lock_guard lock(mutex_);
+  if (!types_.empty()) {
+    newest_ = frame;
+    frameCame_.notify_one();
+  }
+}
+
+std::optional<CaptureFrame> AVCaptureMetadataOutput::waitForFrame(std::stop_token stop) {
+  std::unique_lock lock(mutex_);
+  frameCame_.wait(lock, std::move(stop), [this] { return newest_.has_value(); });
+  return std::exchange(newest_, std::nullopt);
+}
+
+void AVCaptureMetadataOutput::readUntilStopped(std::stop_token stop, CodeReader& reader) {
+  CodeSightings sightings;
+  while (!stop.stop_requested()) {
+    const auto frame = waitForFrame(stop);
+    const auto start = std::chrono::steady_clock::now();
+    const auto delegate = metadataObjectsDelegate();
+    // The gate may have closed since the frame came.
+    if (frame && delegate && !reportUnderWay_ && delegate->wantsMetadataObjects()) {
+      auto codes = sightings.comingIntoView(ofChosenTypes(reader.look(*frame->picture)),
+                                            std::chrono::steady_clock::now());
+      if (!codes.empty()) {
+        report(std::move(codes), frame->geometry);
+      }
+    }
+    std::unique_lock lock(mutex_);
+    frameCame_.wait_until(lock, stop, start + kLookInterval, [] { return false; });
+  }
+}
+
+std::vector<DecodedCode> AVCaptureMetadataOutput::ofChosenTypes(std::vector<DecodedCode> codes) const {
+  const auto types = metadataObjectTypes();
+  std::erase_if(codes, [&](const DecodedCode& code) {
+    return std::find(types.begin(), types.end(), code.type) == types.end();
+  });
+  return codes;
+}
+
+void AVCaptureMetadataOutput::report(std::vector<DecodedCode> codes, const PictureGeometry& picture) {
+  const auto queue = metadataObjectsCallbackQueue();
+  if (!queue) {
+    return;
+  }
+  MetadataObjects objects;
+  for (auto& code : codes) {
+    objects.push_back(std::make_shared<AVMetadataMachineReadableCodeObject>(
+        std::move(code.type), std::move(code.text), code.corners, picture));
+  }
+  reportUnderWay_ = true;
+  dispatch_async(queue, [self = weak_from_this(), objects = std::move(objects)] {
+    const auto output = self.lock();
+    const auto delegate = output ? output->metadataObjectsDelegate() : nullptr;
+    if (delegate) {
+      delegate->captureOutput(*output, objects, {output->session_});
+    }
+    if (output) {
+      output->reportUnderWay_ = false;
+    }
+  });
+}
+
+}  // namespace nivlo

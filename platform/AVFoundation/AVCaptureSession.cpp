@@ -1,0 +1,196 @@
+#include "platform/AVFoundation/AVCaptureSession.hpp"
+
+#include <algorithm>
+#include <condition_variable>
+
+#include "platform/AVFoundation/AVCaptureMetadataOutput.hpp"
+#include "platform/drivers/Drivers.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr std::chrono::seconds kLongestStart{2};
+
+}  // namespace
+
+/// Hands each frame to whoever takes frames. The driver's thread shares it with the session.
+class AVCaptureSession::Feed {
+ public:
+  void add(std::weak_ptr<CaptureFrameConsumer> consumer) {
+    const std::lock_guard lock(mutex_);
+    consumers_.push_back(std::move(consumer));
+  }
+
+  void deliver(const CaptureFrame& frame) {
+    std::vector<std::shared_ptr<CaptureFrameConsumer>> consumers;
+    {
+      const std::lock_guard lock(mutex_);
+      std::erase_if(consumers_, [](const auto& consumer) { return consumer.expired(); });
+      for (const auto& consumer : consumers_) {
+        consumers.push_back(consumer.lock());
+      }
+    }
+    for (const auto& consumer : consumers) {
+      if (consumer) {
+        consumer->consume(frame);
+      }
+    }
+    const std::lock_guard lock(mutex_);
+    frameCame_ = true;
+    firstFrame_.notify_all();
+  }
+
+  void expectFirstFrame() {
+    const std::lock_guard lock(mutex_);
+    frameCame_ = false;
+  }
+
+  void waitForFirstFrame(std::chrono::milliseconds longest) {
+    std::unique_lock lock(mutex_);
+    firstFrame_.wait_for(lock, longest, [this] { return frameCame_; });
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable firstFrame_;
+  bool frameCame_ = false;
+  std::vector<std::weak_ptr<CaptureFrameConsumer>> consumers_;
+};
+
+std::shared_ptr<AVCaptureSession> AVCaptureSession::init() {
+  return std::shared_ptr<AVCaptureSession>(new AVCaptureSession);
+}
+
+AVCaptureSession::AVCaptureSession() : feed_(std::make_shared<Feed>()) {}
+
+AVCaptureSession::~AVCaptureSession() { stopRunning(); }
+
+bool AVCaptureSession::canAddInput(const std::shared_ptr<AVCaptureDeviceInput>& input) const {
+  return input && inputs_.empty();
+}
+
+void AVCaptureSession::addInput(const std::shared_ptr<AVCaptureDeviceInput>& input) {
+  if (!canAddInput(input)) {
+    inputRefused_ = true;
+    return;
+  }
+  beginConfiguration();
+  inputs_.push_back(input);
+  commitConfiguration();
+}
+
+void AVCaptureSession::removeInput(const std::shared_ptr<AVCaptureDeviceInput>& input) {
+  beginConfiguration();
+  std::erase(inputs_, input);
+  commitConfiguration();
+}
+
+bool AVCaptureSession::canAddOutput(const std::shared_ptr<AVCaptureMetadataOutput>& output) const {
+  return output && !output->session();
+}
+
+void AVCaptureSession::addOutput(const std::shared_ptr<AVCaptureMetadataOutput>& output) {
+  if (!canAddOutput(output)) {
+    return;
+  }
+  outputs_.push_back(output);
+  output->setSession(shared_from_this());
+  addConsumer(output);
+  if (running_) {
+    output->startReading();
+  }
+}
+
+void AVCaptureSession::beginConfiguration() {
+  if (configurationDepth_++ == 0) {
+    inputsBeforeConfiguration_ = inputs_;
+    inputRefused_ = false;
+  }
+}
+
+void AVCaptureSession::commitConfiguration() {
+  if (configurationDepth_ == 0 || --configurationDepth_ > 0) {
+    return;
+  }
+  if (inputRefused_ && inputs_.empty()) {
+    inputs_ = inputsBeforeConfiguration_;
+  }
+  if (running_) {
+    applyChange();
+  }
+  inputsBeforeConfiguration_.clear();
+}
+
+void AVCaptureSession::applyChange() {
+  const auto chosen = chosenDevice();
+  if (!chosen) {
+    closeDevice();
+  } else if (!activeDevice_ || activeDevice_->uniqueID() != chosen->uniqueID()) {
+    if (!openChosenDevice() && !inputsBeforeConfiguration_.empty()) {
+      inputs_ = inputsBeforeConfiguration_;
+    }
+  }
+}
+
+std::shared_ptr<AVCaptureDevice> AVCaptureSession::chosenDevice() const {
+  return inputs_.empty() ? nullptr : inputs_.front()->device();
+}
+
+/// Replaces the open camera only once the new one is there.
+bool AVCaptureSession::openChosenDevice() {
+  const auto device = chosenDevice();
+  if (!device || !drivers().cameras) {
+    return false;
+  }
+  // A front camera is shown as a mirror would show it.
+  const bool mirrored = device->position() == AVCaptureDevicePosition::Front;
+  auto stream =
+      drivers().cameras->open(device->uniqueID(), [feed = feed_, mirrored](const VideoFramePtr& picture) {
+        feed->deliver({picture, pictureGeometry(*picture, mirrored)});
+      });
+  if (!stream) {
+    return false;
+  }
+  stream_ = std::move(stream);
+  activeDevice_ = device;
+  return true;
+}
+
+void AVCaptureSession::closeDevice() {
+  stream_.reset();
+  activeDevice_.reset();
+}
+
+void AVCaptureSession::startRunning() {
+  if (running_) {
+    return;
+  }
+  running_ = true;
+  for (const auto& output : outputs_) {
+    output->startReading();
+  }
+  feed_->expectFirstFrame();
+  if (openChosenDevice()) {
+    feed_->waitForFirstFrame(kLongestStart);
+  }
+}
+
+void AVCaptureSession::stopRunning() {
+  if (!running_) {
+    return;
+  }
+  running_ = false;
+  closeDevice();
+  for (const auto& output : outputs_) {
+    output->stopReading();
+  }
+}
+
+void AVCaptureSession::removeObserver(const void*, std::string_view) const {}
+
+void AVCaptureSession::addConsumer(const std::shared_ptr<CaptureFrameConsumer>& consumer) {
+  feed_->add(consumer);
+}
+
+}  // namespace nivlo

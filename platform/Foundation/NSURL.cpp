@@ -1,0 +1,49 @@
+#include "platform/Foundation/NSURL.hpp"
+
+#include <algorithm>
+
+namespace nivlo {
+
+namespace {
+
+// The C library's classification depends on the locale; a URL's does not.
+bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
+bool isOneOf(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
+
+bool isScheme(std::string_view text) {
+  return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char c) {
+    return isLetter(c) || isDigit(c) || isOneOf("+-.", c);
+  });
+}
+
+bool holdsOnlyURLCharacters(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    const bool escape = c == '%' && i + 2 < text.size() && isHexDigit(text[i + 1]) && isHexDigit(text[i + 2]);
+    if (!escape && !isLetter(c) && !isDigit(c) && !isOneOf("-._~:/?#[]@!$&'()*+,;=", c)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+std::optional<NSURL> NSURL::URLWithString(std::string_view text) {
+  const auto colon = text.find(':');
+  if (colon == std::string_view::npos || !isScheme(text.substr(0, colon)) || !holdsOnlyURLCharacters(text)) {
+    return std::nullopt;
+  }
+  return NSURL(std::string(text));
+}
+
+std::string NSURL::scheme() const {
+  std::string result = text_.substr(0, text_.find(':'));
+  std::transform(result.begin(), result.end(), result.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return result;
+}
+
+}  // namespace nivlo
