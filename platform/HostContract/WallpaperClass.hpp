@@ -55,7 +55,7 @@ inline constexpr const char* kWallpaperClassSymbolPrefix = "nivloWallpaperClass_
 
 }  // namespace nivlo
 
-/// Exports a class that has the operations of WallpaperClass as static members and derives from Wallpaper.
+/// Inside namespace nivlo: exports a class that has the operations of WallpaperClass as static members and derives from Wallpaper.
 #define NIVLO_EXPORT_WALLPAPER(Class)                                                                       \
   extern "C" __attribute__((visibility("default")))                                                         \
   const nivlo::WallpaperClass nivloWallpaperClass_##Class = {                                               \

@@ -1,0 +1,36 @@
+#include "bundle/NivloWallpaper/NivloWallpaper.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr auto kThumbnailNameKey = "kSBUIMagicWallpaperThumbnailNameKey";
+constexpr auto kScanKey = "qr";
+constexpr auto kCameraKey = "cameraPosition";
+
+NSDictionary preset(const char* thumbnail, bool scans, const char* camera) {
+  return {{kThumbnailNameKey, thumbnail}, {kScanKey, scans}, {kCameraKey, camera}};
+}
+
+}  // namespace
+
+std::string NivloWallpaper::identifier() { return "NivloWallpaper"; }
+
+bool NivloWallpaper::colorChangesSignificantly() { return true; }
+
+std::vector<NSDictionary> NivloWallpaper::presetWallpaperOptions() {
+  return {preset("nivlowallpaper1", true, "back"), preset("nivlowallpaper2", true, "front"),
+          preset("nivlowallpaper3", false, "back"), preset("nivlowallpaper4", false, "front")};
+}
+
+std::string NivloWallpaper::thumbnailImageName() { return "nivlowallpaper1"; }
+
+void NivloWallpaper::setWallpaperOptions(const NSDictionary& options) {
+  setIsDetactable(boolValue(options.objectForKey(kScanKey)));
+  const bool front = isEqualToString(options.objectForKey(kCameraKey), "front");
+  setCameraPosition(front ? AVCaptureDevicePosition::Front : AVCaptureDevicePosition::Back);
+}
+
+void NivloWallpaper::setWallpaperVariant(long) {}
+
+}  // namespace nivlo
