@@ -1,0 +1,90 @@
+// A program started by a test.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include <sys/types.h>
+
+#include "tests/support/Environment.hpp"
+#include "tests/support/FileDescriptor.hpp"
+#include "tests/support/WaitFor.hpp"
+
+namespace nivlo::test {
+
+/// Runs a program as the leader of a process group of its own. The whole group is killed when the object
+/// goes, and the program also when the thread that started it ends. What it writes is collected by lines as
+/// it comes.
+class ChildProcess {
+ public:
+  /// Starts `arguments[0]`, looked up in PATH, with the arguments given, in this process's environment with
+  /// the changes on top. A program that cannot be run ends at once with exit status 127. Throws
+  /// std::system_error when the system cannot start another process.
+  explicit ChildProcess(std::vector<std::string> arguments, const Environment& changes = {});
+  ~ChildProcess();
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+
+  /// Waits for a whole line, of standard output or standard error, that contains `text`, and returns it. Each
+  /// line is found only once: the next search starts behind the line that the last one found. Nothing when
+  /// the time is up, or as soon as both outputs have been closed without such a line.
+  std::optional<std::string> waitForLine(std::string_view text,
+                                         std::chrono::milliseconds timeout = kPatience);
+
+  /// All that has been written so far, in order of arrival.
+  std::string output() const;
+
+  /// What has been written to standard output alone, so far.
+  std::string standardOutput() const;
+
+  /// Writes to its standard input, all of it. Returns false once the program does not read any more.
+  bool write(std::string_view text);
+
+  /// Its standard input reads end of file from now on.
+  void closeInput();
+
+  /// Sends a signal to the program alone. Does nothing once its end has been seen.
+  void signal(int number);
+
+  /// Asks it to end (SIGTERM) and waits. Returns what waitForExit does.
+  std::optional<int> terminate(std::chrono::milliseconds timeout = kPatience);
+
+  /// Kills it with its whole group, and waits until it is gone.
+  void kill();
+
+  /// Its exit status, 128 + N when signal N ended it; nothing when it still runs after `timeout`.
+  std::optional<int> waitForExit(std::chrono::milliseconds timeout = kPatience);
+
+  bool isRunning();
+  pid_t pid() const { return pid_; }
+
+ private:
+  enum class Source { Output, Error };
+  struct Line {
+    Source source;
+    std::string text;
+    bool complete = false;
+  };
+
+  void collect();
+  bool collectFrom(const FileDescriptor& from, Source source);
+  void append(Source source, std::string_view text);
+
+  pid_t pid_ = -1;
+  std::optional<int> exitStatus_;
+  FileDescriptor input_, output_, error_, stop_;
+  mutable std::mutex mutex_;
+  std::condition_variable arrived_;
+  std::vector<Line> lines_;
+  std::size_t searched_ = 0;
+  bool closed_ = false;
+  std::thread collector_;
+};
+
+}  // namespace nivlo::test

@@ -1,0 +1,37 @@
+#include "tests/support/PrivatePipeWire.hpp"
+
+#include <stdexcept>
+
+namespace nivlo::test {
+namespace {
+
+// The session manager publishes its settings once its policies are in place.
+bool sessionManagerIsReady(const Environment& environment) {
+  ChildProcess list({"pw-cli", "ls", "Metadata"}, environment);
+  return list.waitForLine("metadata.name = \"default\"").has_value();
+}
+
+}  // namespace
+
+PrivatePipeWire::PrivatePipeWire(PrivateBus& bus) : bus_(bus) { startDaemon(); }
+
+void PrivatePipeWire::startDaemon() {
+  const std::filesystem::path socket = bus_.runtimeDirectory() / "pipewire-0";
+  std::filesystem::remove(socket);
+  pipewire_ = std::make_unique<ChildProcess>(std::vector<std::string>{"pipewire"}, environment());
+  if (!waitFor([&] { return std::filesystem::exists(socket) || !pipewire_->isRunning(); }) ||
+      !pipewire_->isRunning()) {
+    throw std::runtime_error("pipewire does not start: " + pipewire_->output());
+  }
+  sessionManager_ = std::make_unique<ChildProcess>(std::vector<std::string>{"wireplumber"}, environment());
+  if (!waitFor([&] { return sessionManagerIsReady(environment()); })) {
+    throw std::runtime_error("wireplumber does not start: " + sessionManager_->output());
+  }
+}
+
+void PrivatePipeWire::stopDaemon() {
+  sessionManager_.reset();
+  pipewire_.reset();
+}
+
+}  // namespace nivlo::test
