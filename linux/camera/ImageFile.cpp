@@ -1,0 +1,159 @@
+#include "linux/camera/ImageFile.hpp"
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string_view>
+#include <system_error>
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+#include <libyuv/convert_from_argb.h>
+
+namespace nivlo {
+namespace {
+
+using namespace std::string_view_literals;
+
+// What the decoders and the pixel arithmetic behind them take without trouble; more is a mistake or an
+// attack.
+constexpr int maximumSide = 16384;
+constexpr long maximumPixels = 100'000'000;
+
+struct Unref {
+  void operator()(void* object) const { g_object_unref(object); }
+};
+struct Free {
+  void operator()(void* memory) const { g_free(memory); }
+};
+using Pixbuf = std::unique_ptr<GdkPixbuf, Unref>;
+
+/// Takes over the message of a GError and frees it.
+std::string takeMessage(GError* error) {
+  std::string message = error ? error->message : "unknown error";
+  g_clear_error(&error);
+  return message;
+}
+
+std::string fileProblem(const std::filesystem::path& path) {
+  std::error_code problem;
+  const auto status = std::filesystem::status(path, problem);
+  if (status.type() == std::filesystem::file_type::not_found) return "there is no such file; check the path";
+  if (problem) return problem.message() + "; check the path and its permissions";
+  if (std::filesystem::is_directory(status)) return "it is a directory; name a picture inside it";
+  if (!std::filesystem::is_regular_file(status)) return "it is not a regular file; copy the picture into one";
+  if (!std::ifstream(path)) return "it may not be read; check its permissions";
+  if (std::filesystem::file_size(path, problem) == 0) return "the file is empty; save or download it again";
+  return {};
+}
+
+std::string contentProblem(const std::filesystem::path& path) {
+  int width = 0;
+  int height = 0;
+  GdkPixbufFormat* format = gdk_pixbuf_get_file_info(path.c_str(), &width, &height);
+  const std::unique_ptr<gchar, Free> name(format ? gdk_pixbuf_format_get_name(format) : nullptr);
+  if (!name || !(name.get() == "png"sv || name.get() == "jpeg"sv || name.get() == "webp"sv)) {
+    return "it does not hold a PNG, JPEG or WebP picture, or breaks off at once; use a whole file of these "
+           "kinds";
+  }
+  if (width > maximumSide || height > maximumSide || static_cast<long>(width) * height > maximumPixels) {
+    return "it has " + std::to_string(width) + " x " + std::to_string(height) +
+           " pixels; scale it down to at most " + std::to_string(maximumSide) + " a side and " +
+           std::to_string(maximumPixels / 1'000'000) + " million in all";
+  }
+  return {};
+}
+
+bool endsBeforeEndMarker(std::string_view jpeg) {
+  constexpr int endOfImage = 0xD9, firstRestart = 0xD0, lastRestart = 0xD7;
+  const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(jpeg[at]); };
+  for (std::size_t at = 2; at + 1 < jpeg.size();) {
+    const int marker = byteAt(at + 1);
+    const bool isMarker = byteAt(at) == 0xFF && marker != 0 && marker != 0xFF;
+    const bool hasLength = isMarker && (marker < firstRestart || marker > lastRestart);
+    if (isMarker && marker == endOfImage) return false;
+    if (hasLength && at + 3 >= jpeg.size()) return true;
+    at += hasLength ? 2 + (byteAt(at + 2) << 8 | byteAt(at + 3)) : 1;
+  }
+  return true;
+}
+
+bool endsBeforeStatedSize(std::string_view riff) {
+  constexpr std::size_t headerSize = 8;
+  std::size_t size = 0;
+  for (const std::size_t at : {7, 6, 5, 4}) size = size << 8 | static_cast<unsigned char>(riff[at]);
+  return riff.size() < headerSize + size;
+}
+
+/// The JPEG and WebP decoders paint what is missing in some colour and report success.
+bool isTruncated(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  if (bytes.starts_with("\xFF\xD8")) return endsBeforeEndMarker(bytes);
+  return bytes.starts_with("RIFF") && bytes.size() > 8 && endsBeforeStatedSize(bytes);
+}
+
+Pixbuf onWhite(Pixbuf picture) {
+  if (!gdk_pixbuf_get_has_alpha(picture.get())) return picture;
+  const int width = gdk_pixbuf_get_width(picture.get());
+  const int height = gdk_pixbuf_get_height(picture.get());
+  Pixbuf opaque(gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height));
+  if (!opaque) return nullptr;
+  gdk_pixbuf_fill(opaque.get(), 0xFFFFFFFF);
+  gdk_pixbuf_composite(picture.get(), opaque.get(), 0, 0, width, height, 0, 0, 1, 1, GDK_INTERP_NEAREST, 255);
+  return opaque;
+}
+
+VideoFramePtr asFrame(Pixbuf picture) {
+  auto frame = std::make_shared<VideoFrame>();
+  frame->format = PixelFormat::RGB;
+  frame->width = gdk_pixbuf_get_width(picture.get());
+  frame->height = gdk_pixbuf_get_height(picture.get());
+  frame->planes[0] = {gdk_pixbuf_read_pixels(picture.get()), gdk_pixbuf_get_rowstride(picture.get())};
+  frame->captureTime = std::chrono::steady_clock::now();
+  frame->storage = std::shared_ptr<GdkPixbuf>(std::move(picture));
+  return frame;
+}
+
+}  // namespace
+
+ImageLoad loadImageFile(const std::filesystem::path& path) {
+  const auto failure = [&](const std::string& cause) {
+    return ImageLoad{nullptr, "cannot read the picture " + path.string() + ": " + cause};
+  };
+  if (const auto problem = fileProblem(path); !problem.empty()) return failure(problem);
+  if (const auto problem = contentProblem(path); !problem.empty()) return failure(problem);
+  GError* error = nullptr;
+  Pixbuf picture(gdk_pixbuf_new_from_file(path.c_str(), &error));
+  if (!picture) return failure(takeMessage(error) + "; save or download it again");
+  if (isTruncated(path)) return failure("the file breaks off before its end; save or download it again");
+  picture.reset(gdk_pixbuf_apply_embedded_orientation(picture.get()));
+  if (picture) picture = onWhite(std::move(picture));
+  if (!picture) return failure("there is not enough memory for it; scale it down");
+  return {asFrame(std::move(picture)), {}};
+}
+
+std::string writePNG(const std::filesystem::path& path, const std::uint8_t* bgrx, int width, int height,
+                     int stride) {
+  const auto failure = [&](const std::string& cause) {
+    return "cannot write " + path.string() + ": " + cause;
+  };
+  if (!bgrx || width <= 0 || height <= 0) return failure("there is no picture to write");
+  Pixbuf picture(gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height));
+  if (!picture) return failure("there is not enough memory for the picture");
+  libyuv::ARGBToRAW(bgrx, stride, gdk_pixbuf_get_pixels(picture.get()),
+                    gdk_pixbuf_get_rowstride(picture.get()), width, height);
+  GError* error = nullptr;
+  gchar* data = nullptr;
+  gsize size = 0;
+  if (!gdk_pixbuf_save_to_buffer(picture.get(), &data, &size, "png", &error, nullptr)) {
+    return failure(takeMessage(error));
+  }
+  const std::unique_ptr<gchar, Free> png(data);
+  // Writes beside the target and renames.
+  if (!g_file_set_contents(path.c_str(), png.get(), static_cast<gssize>(size), &error)) {
+    return failure(takeMessage(error));
+  }
+  return {};
+}
+
+}  // namespace nivlo
