@@ -7,9 +7,11 @@
 #include "platform/drivers/AlertPresenter.hpp"
 #include "platform/drivers/CameraDriver.hpp"
 #include "platform/drivers/CodeReaderDriver.hpp"
+#include "platform/drivers/DeviceIdentity.hpp"
 #include "platform/drivers/LogSink.hpp"
 #include "platform/drivers/MainQueueDriver.hpp"
 #include "platform/drivers/PasteboardDriver.hpp"
+#include "platform/drivers/SoundDriver.hpp"
 #include "platform/drivers/URLOpener.hpp"
 
 namespace nivlo {
@@ -25,6 +27,8 @@ struct Drivers {
   std::unique_ptr<AlertPresenter> alerts;
   std::unique_ptr<PasteboardDriver> pasteboard;
   std::unique_ptr<URLOpener> urls;
+  std::unique_ptr<SoundDriver> sound;
+  std::unique_ptr<DeviceIdentity> device;
 };
 
 /// Installs the drivers for the whole process, before any framework object exists. Installing again replaces
