@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -46,15 +47,27 @@ std::string fileProblem(const std::filesystem::path& path) {
   return {};
 }
 
-std::string contentProblem(const std::filesystem::path& path) {
+struct Size {
   int width = 0;
   int height = 0;
-  GdkPixbufFormat* format = gdk_pixbuf_get_file_info(path.c_str(), &width, &height);
+};
+
+/// What the head of a picture says; nothing when the file does not begin like a picture.
+std::optional<Size> readSize(const std::filesystem::path& path) {
+  Size size;
+  GdkPixbufFormat* format = gdk_pixbuf_get_file_info(path.c_str(), &size.width, &size.height);
   const std::unique_ptr<gchar, Free> name(format ? gdk_pixbuf_format_get_name(format) : nullptr);
-  if (!name || !(name.get() == "png"sv || name.get() == "jpeg"sv || name.get() == "webp"sv)) {
+  const bool isKnown = name && (name.get() == "png"sv || name.get() == "jpeg"sv || name.get() == "webp"sv);
+  return isKnown ? std::optional(size) : std::nullopt;
+}
+
+std::string contentProblem(const std::filesystem::path& path) {
+  const auto size = readSize(path);
+  if (!size) {
     return "it does not hold a PNG, JPEG or WebP picture, or breaks off at once; use a whole file of these "
            "kinds";
   }
+  const auto [width, height] = *size;
   if (width > maximumSide || height > maximumSide || static_cast<long>(width) * height > maximumPixels) {
     return "it has " + std::to_string(width) + " x " + std::to_string(height) +
            " pixels; scale it down to at most " + std::to_string(maximumSide) + " a side and " +
@@ -115,6 +128,8 @@ VideoFramePtr asFrame(Pixbuf picture) {
 }
 
 }  // namespace
+
+bool isImageFile(const std::filesystem::path& path) { return readSize(path).has_value(); }
 
 ImageLoad loadImageFile(const std::filesystem::path& path) {
   const auto failure = [&](const std::string& cause) {

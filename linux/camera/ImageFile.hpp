@@ -14,10 +14,15 @@ struct ImageLoad {
   std::string error;    ///< for a person: the cause; empty on success
 };
 
+/// Whether the file begins like a PNG, JPEG or WebP picture; it may still be broken further on.
+bool isImageFile(const std::filesystem::path& path);
+
 /// Reads a picture, wholly: a truncated file is a failure. Callable from any thread.
 ImageLoad loadImageFile(const std::filesystem::path& path);
 
-/// Writes BGRx pixels as an opaque PNG; the file appears whole or not at all. Returns an error message, empty on success.
-std::string writePNG(const std::filesystem::path& path, const std::uint8_t* bgrx, int width, int height, int stride);
+/// Writes BGRx pixels as an opaque PNG; the file appears whole or not at all. Returns an error message, empty
+/// on success.
+std::string writePNG(const std::filesystem::path& path, const std::uint8_t* bgrx, int width, int height,
+                     int stride);
 
 }  // namespace nivlo

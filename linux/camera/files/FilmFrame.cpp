@@ -1,0 +1,87 @@
+#include "linux/camera/files/FilmFrame.hpp"
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include <gst/video/video.h>
+
+namespace nivlo {
+namespace {
+
+struct MappedSample {
+  explicit MappedSample(GstSample* s) : sample(gst_sample_ref(s)) {
+    GstVideoInfo info;
+    GstCaps* caps = gst_sample_get_caps(sample);
+    GstBuffer* buffer = gst_sample_get_buffer(sample);
+    isMapped = caps && buffer && gst_video_info_from_caps(&info, caps) &&
+               gst_video_frame_map(&video, &info, buffer, GST_MAP_READ);
+  }
+  ~MappedSample() {
+    if (isMapped) gst_video_frame_unmap(&video);
+    gst_sample_unref(sample);
+  }
+  MappedSample(const MappedSample&) = delete;
+  MappedSample& operator=(const MappedSample&) = delete;
+
+  GstSample* sample;
+  GstVideoFrame video{};
+  bool isMapped = false;
+};
+
+ColorMatrix matrixOf(const GstVideoColorimetry& colorimetry) {
+  // BT.2020 has no matrix of its own here; BT.709 is the nearer one.
+  const bool isWide = colorimetry.matrix == GST_VIDEO_COLOR_MATRIX_BT2020;
+  return isWide || colorimetry.matrix == GST_VIDEO_COLOR_MATRIX_BT709 ? ColorMatrix::BT709
+                                                                      : ColorMatrix::BT601;
+}
+
+int rotationFromTagList(const GstTagList* tags) {
+  gchar* text = nullptr;
+  if (!gst_tag_list_get_string(tags, GST_TAG_IMAGE_ORIENTATION, &text)) return 0;
+  const std::unique_ptr<gchar, decltype(&g_free)> owner(text, g_free);
+  const std::string_view orientation(text);
+  // The tag counts clockwise.
+  if (orientation.ends_with("rotate-90")) return 270;
+  if (orientation.ends_with("rotate-180")) return 180;
+  if (orientation.ends_with("rotate-270")) return 90;
+  return 0;
+}
+
+}  // namespace
+
+VideoFramePtr frameFromSample(GstSample* sample, int rotation) {
+  auto mapped = std::make_shared<MappedSample>(sample);
+  if (!mapped->isMapped) return nullptr;
+  const GstVideoFrame& video = mapped->video;
+  const auto format = GST_VIDEO_FRAME_FORMAT(&video);
+  if (format != GST_VIDEO_FORMAT_I420 && format != GST_VIDEO_FORMAT_NV12) return nullptr;
+  auto frame = std::make_shared<VideoFrame>();
+  frame->format = format == GST_VIDEO_FORMAT_I420 ? PixelFormat::I420 : PixelFormat::NV12;
+  frame->width = GST_VIDEO_FRAME_WIDTH(&video);
+  frame->height = GST_VIDEO_FRAME_HEIGHT(&video);
+  for (guint i = 0; i < GST_VIDEO_FRAME_N_PLANES(&video); ++i) {
+    frame->planes[i] = {static_cast<const std::uint8_t*>(GST_VIDEO_FRAME_PLANE_DATA(&video, i)),
+                        GST_VIDEO_FRAME_PLANE_STRIDE(&video, i)};
+  }
+  const auto& colorimetry = video.info.colorimetry;
+  frame->matrix = matrixOf(colorimetry);
+  frame->range = colorimetry.range == GST_VIDEO_COLOR_RANGE_0_255 ? ColorRange::Full : ColorRange::Limited;
+  frame->rotation = rotation;
+  frame->captureTime = std::chrono::steady_clock::now();
+  frame->storage = std::move(mapped);
+  return frame;
+}
+
+int rotationFromTags(GstPad* pad) {
+  int rotation = 0;
+  for (guint i = 0; GstEvent* event = gst_pad_get_sticky_event(pad, GST_EVENT_TAG, i); ++i) {
+    GstTagList* tags = nullptr;
+    gst_event_parse_tag(event, &tags);
+    if (const int found = rotationFromTagList(tags)) rotation = found;
+    gst_event_unref(event);
+  }
+  return rotation;
+}
+
+}  // namespace nivlo

@@ -1,0 +1,219 @@
+// Pictures and films that stand in for cameras.
+#include <atomic>
+#include <fstream>
+#include <iterator>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gst/gst.h>
+
+#include "linux/camera/ImageFile.hpp"
+#include "linux/camera/files/FileCameras.hpp"
+#include "platform/drivers/Drivers.hpp"
+#include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/WaitFor.hpp"
+
+namespace nivlo {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Le;
+using testing::SizeIs;
+
+constexpr auto back = AVCaptureDevicePosition::Back;
+
+/// Keeps what a camera delivered.
+class Recorder {
+ public:
+  CameraFrameHandler handler() {
+    return [this](VideoFramePtr frame) {
+      const std::lock_guard lock(mutex_);
+      frames_.push_back(std::move(frame));
+    };
+  }
+  std::vector<VideoFramePtr> frames() const {
+    const std::lock_guard lock(mutex_);
+    return frames_;
+  }
+  bool awaits(std::size_t count) const {
+    return test::waitFor([&] { return frames().size() >= count; });
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<VideoFramePtr> frames_;
+};
+
+class FileCamera : public testing::Test {
+ protected:
+  std::filesystem::path file(const std::string& name) const { return directory_.path() / name; }
+
+  std::filesystem::path writePicture(int width, int height) const {
+    std::vector<std::uint8_t> pixels;
+    for (int i = 0; i < width * height; ++i) pixels.insert(pixels.end(), {40, 60, 220, 0});
+    EXPECT_EQ(writePNG(file("picture.png"), pixels.data(), width, height, width * 4), "");
+    return file("picture.png");
+  }
+
+  /// Runs a GStreamer pipeline that ends in the file, to its end.
+  std::filesystem::path writeFilm(const std::string& name, const std::string& pipelineDescription) const {
+    gst_init(nullptr, nullptr);
+    GError* error = nullptr;
+    GstElement* pipeline = gst_parse_launch((pipelineDescription + " ! filesink name=out").c_str(), &error);
+    EXPECT_EQ(error, nullptr) << error->message;
+    GstElement* out = gst_bin_get_by_name(GST_BIN(pipeline), "out");
+    g_object_set(out, "location", file(name).c_str(), nullptr);
+    gst_object_unref(out);
+    gst_element_set_state(pipeline, GST_STATE_PLAYING);
+    GstBus* bus = gst_element_get_bus(pipeline);
+    const auto ends = static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR);
+    GstMessage* message = gst_bus_timed_pop_filtered(bus, 20 * GST_SECOND, ends);
+    EXPECT_TRUE(message && GST_MESSAGE_TYPE(message) == GST_MESSAGE_EOS) << pipelineDescription;
+    if (message) gst_message_unref(message);
+    gst_element_set_state(pipeline, GST_STATE_NULL);
+    gst_object_unref(bus);
+    gst_object_unref(pipeline);
+    return file(name);
+  }
+
+ private:
+  test::TemporaryDirectory directory_;
+};
+
+TEST_F(FileCamera, APictureComesAgainAndAgainInItsColours) {
+  const auto driver = makeFileCamera(writePicture(33, 17), back, nullptr);
+  ASSERT_NE(driver, nullptr);
+  const auto info = driver->cameras().at(0);
+  EXPECT_EQ(info.uniqueID, "file:" + file("picture.png").string());
+  EXPECT_EQ(info.localizedName, "picture.png");
+  EXPECT_EQ(driver->open("file:other", [](auto) {}), nullptr);
+  Recorder recorder;
+  auto stream = driver->open(info.uniqueID, recorder.handler());
+  ASSERT_TRUE(recorder.awaits(3));
+  stream.reset();
+  const auto frames = recorder.frames();
+  EXPECT_LT(frames[0]->captureTime, frames[2]->captureTime);
+  ASSERT_EQ(frames[2]->format, PixelFormat::I420);
+  EXPECT_EQ(frames[2]->width, 33);
+  // R 220, G 60, B 40 in full-range BT.601.
+  EXPECT_NEAR(frames[2]->planes[0].data[16 * frames[2]->planes[0].stride + 32], 106, 2);
+  EXPECT_NEAR(frames[2]->planes[1].data[0], 91, 2);
+  EXPECT_NEAR(frames[2]->planes[2].data[0], 209, 2);
+}
+
+TEST_F(FileCamera, APictureLargerThanAnyCameraIsScaledDown) {
+  const auto driver = makeFileCamera(writePicture(8000, 10), back, nullptr);
+  Recorder recorder;
+  const auto stream = driver->open(driver->cameras()[0].uniqueID, recorder.handler());
+  ASSERT_TRUE(recorder.awaits(1));
+  EXPECT_THAT(recorder.frames()[0]->width, Le(4096));
+  EXPECT_THAT(recorder.frames()[0]->height, AllOf(testing::Ge(4), Le(5)));
+}
+
+TEST_F(FileCamera, AFilmGoesOnPastItsEndAtItsOwnPace) {
+  constexpr std::size_t length = 10;
+  const std::string source =
+      "videotestsrc num-buffers=10 pattern=ball ! video/x-raw,width=64,height=48,framerate=20/1 ! ";
+  for (const auto& [name, coding] :
+       {std::pair{"film.mkv", "jpegenc ! matroskamux"}, {"film.ogv", "theoraenc ! oggmux"}}) {
+    std::string error;
+    const auto driver = makeFileCamera(writeFilm(name, source + coding), back, &error);
+    ASSERT_NE(driver, nullptr) << error;
+    Recorder recorder;
+    const auto begin = std::chrono::steady_clock::now();
+    auto stream = driver->open(driver->cameras()[0].uniqueID, recorder.handler());
+    ASSERT_TRUE(recorder.awaits(length * 5 / 2)) << name;
+    EXPECT_GT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1)) << name;
+    stream.reset();
+    const auto frames = recorder.frames();
+    EXPECT_EQ(frames[0]->width, 64);
+    std::set<std::string> pictures;
+    for (const auto& frame : frames) {
+      pictures.emplace(reinterpret_cast<const char*>(frame->planes[0].data),
+                       frame->planes[0].stride * frame->height);
+    }
+    EXPECT_THAT(pictures, SizeIs(AllOf(testing::Gt(length / 2), Le(length)))) << name;
+  }
+}
+
+/// Has the film's track turned by 90 degrees clockwise, as a telephone held upright writes it.
+void turnTrack(const std::filesystem::path& mp4) {
+  std::fstream file(mp4, std::ios::in | std::ios::out | std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  constexpr int headerToMatrix = 44;
+  const std::string matrix("\0\0\0\0\0\1\0\0\0\0\0\0\xFF\xFF\0\0\0\0\0\0\0\0\0\0", 24);
+  file.clear();
+  file.seekp(static_cast<std::streamoff>(bytes.find("tkhd") + headerToMatrix));
+  file << matrix;
+}
+
+TEST_F(FileCamera, AFilmTellsItsColoursAndHowItIsHeld) {
+  const auto film = writeFilm("held.mp4",
+                              "videotestsrc num-buffers=4 ! "
+                              "video/x-raw,width=64,height=48,framerate=20/1 ! jpegenc ! qtmux");
+  turnTrack(film);
+  std::string error;
+  const auto driver = makeFileCamera(film, back, &error);
+  ASSERT_NE(driver, nullptr) << error;
+  Recorder recorder;
+  const auto stream = driver->open(driver->cameras()[0].uniqueID, recorder.handler());
+  ASSERT_TRUE(recorder.awaits(1));
+  const auto frame = recorder.frames()[0];
+  EXPECT_EQ(frame->rotation, 270);
+  EXPECT_EQ(frame->matrix, ColorMatrix::BT601);
+  EXPECT_EQ(frame->range, ColorRange::Full);
+}
+
+TEST_F(FileCamera, WhatIsNeitherPictureNorFilmIsRefusedWithItsCause) {
+  const auto refusal = [](const std::filesystem::path& path) {
+    std::string error;
+    EXPECT_EQ(makeFileCamera(path, back, &error), nullptr) << path;
+    return error;
+  };
+  EXPECT_THAT(refusal(file("missing.mp4")), HasSubstr("no such file"));
+  EXPECT_THAT(refusal(file("")), HasSubstr("directory"));
+  std::ofstream(file("text.mp4")) << "not a film at all\n";
+  EXPECT_THAT(refusal(file("text.mp4")), AllOf(HasSubstr("text.mp4"), HasSubstr("plugins")));
+  EXPECT_THAT(refusal(writeFilm("sound.ogg", "audiotestsrc num-buffers=20 ! vorbisenc ! oggmux")),
+              HasSubstr("sound.ogg"));
+  std::filesystem::resize_file(writePicture(64, 64), 100);
+  EXPECT_THAT(refusal(file("picture.png")), HasSubstr("cannot read the picture"));
+}
+
+class CountingSink final : public LogSink {
+ public:
+  explicit CountingSink(std::atomic<int>& lines) : lines_(lines) {}
+  void write(std::string_view, std::string_view) override { ++lines_; }
+
+ private:
+  std::atomic<int>& lines_;
+};
+
+TEST_F(FileCamera, AFilmThatIsGoneIsReportedOnceAndPlayedWhenItIsBack) {
+  const auto film = writeFilm("film.ogv",
+                              "videotestsrc num-buffers=4 ! video/x-raw,width=64,height=48,framerate=20/1 ! "
+                              "theoraenc ! oggmux");
+  const auto driver = makeFileCamera(film, back, nullptr);
+  ASSERT_NE(driver, nullptr);
+  std::filesystem::rename(film, file("away"));
+  std::atomic<int> lines = 0;
+  Drivers withSink;
+  withSink.logSink = std::make_unique<CountingSink>(lines);
+  installDrivers(std::move(withSink));
+  Recorder recorder;
+  auto stream = driver->open(driver->cameras()[0].uniqueID, recorder.handler());
+  EXPECT_TRUE(test::waitFor([&] { return lines > 0; }));
+  EXPECT_THAT(recorder.frames(), SizeIs(0));
+  std::filesystem::rename(file("away"), film);
+  EXPECT_TRUE(recorder.awaits(1));
+  stream.reset();
+  EXPECT_EQ(lines, 1);
+  installDrivers({});
+}
+
+}  // namespace
+}  // namespace nivlo
