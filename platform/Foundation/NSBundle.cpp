@@ -1,6 +1,7 @@
 #include "platform/Foundation/NSBundle.hpp"
 
 #include <map>
+#include <mutex>
 #include <system_error>
 
 #include <pugixml.hpp>
@@ -12,6 +13,16 @@ namespace {
 std::map<std::string, std::shared_ptr<NSBundle>, std::less<>>& registeredClasses() {
   static std::map<std::string, std::shared_ptr<NSBundle>, std::less<>> classes;
   return classes;
+}
+
+struct MainBundle {
+  std::mutex mutex;
+  std::shared_ptr<const NSBundle> bundle;
+};
+
+MainBundle& currentMainBundle() {
+  static MainBundle main;
+  return main;
 }
 
 /// Keys with values of other kinds (arrays, dictionaries, dates) are passed over: nothing here asks for them.
@@ -43,6 +54,21 @@ std::shared_ptr<NSBundle> NSBundle::bundleWithPath(const std::filesystem::path& 
     return nullptr;
   }
   return std::shared_ptr<NSBundle>(new NSBundle(path, dictionaryFromPropertyList(dict)));
+}
+
+std::shared_ptr<const NSBundle> NSBundle::mainBundle() {
+  auto& main = currentMainBundle();
+  const std::lock_guard lock(main.mutex);
+  if (!main.bundle) {
+    main.bundle.reset(new NSBundle({}, {}));
+  }
+  return main.bundle;
+}
+
+void NSBundle::setMainBundle(std::filesystem::path path, NSDictionary info) {
+  auto& main = currentMainBundle();
+  const std::lock_guard lock(main.mutex);
+  main.bundle.reset(new NSBundle(std::move(path), std::move(info)));
 }
 
 std::shared_ptr<NSBundle> NSBundle::bundleForClass(std::string_view className) {

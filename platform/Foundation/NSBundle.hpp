@@ -18,6 +18,13 @@ class NSBundle {
   /// Reads the folder's Info.plist. Null, with the cause in `*error`, where there is no readable one.
   static std::shared_ptr<NSBundle> bundleWithPath(const std::filesystem::path& path, std::string* error);
 
+  /// The program itself; never null. Its infoDictionary is empty until the program says who it is. Callable
+  /// from any thread.
+  static std::shared_ptr<const NSBundle> mainBundle();
+  /// Says it: the folder of the program and, above all, CFBundleName and CFBundleVersion. Callable from any
+  /// thread; who has asked for the bundle before keeps the earlier one.
+  static void setMainBundle(std::filesystem::path path, NSDictionary info);
+
   /// The bundle that was registered as the holder of the class; null if none was.
   static std::shared_ptr<NSBundle> bundleForClass(std::string_view className);
   /// Main thread only.

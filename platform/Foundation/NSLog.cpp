@@ -7,6 +7,9 @@
 namespace nivlo {
 
 void writeToLog(std::string_view format, std::string_view message) {
+  if (message.ends_with('\n')) {
+    message.remove_suffix(message.ends_with("\r\n") ? 2 : 1);
+  }
   if (auto& sink = drivers().logSink) {
     sink->write(format, message);
     return;

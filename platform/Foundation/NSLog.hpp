@@ -8,7 +8,8 @@
 
 namespace nivlo {
 
-/// Hands a finished line to the log sink, or writes it to standard error while no sink is installed.
+/// Hands a finished line to the log sink, or writes it to standard error while no sink is installed. A line
+/// end at the message's end (LF, CR LF) is not part of the line.
 void writeToLog(std::string_view format, std::string_view message);
 
 /// Writes one line to the system log. The format is the platform's (see stringWithFormat). Callable from any

@@ -11,6 +11,10 @@ inline constexpr auto UIApplicationWillEnterForegroundNotification =
     "UIApplicationWillEnterForegroundNotification";
 inline constexpr auto UIApplicationDidEnterBackgroundNotification =
     "UIApplicationDidEnterBackgroundNotification";
+inline constexpr auto UIApplicationDidBecomeActiveNotification = "UIApplicationDidBecomeActiveNotification";
+/// The day, the time zone or the clock has changed.
+inline constexpr auto UIApplicationSignificantTimeChangeNotification =
+    "UIApplicationSignificantTimeChangeNotification";
 
 /// Main thread only.
 class UIApplication {
