@@ -1,0 +1,91 @@
+#include "linux/camera/pipewire/CameraCapture.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/Foundation/NSLog.hpp"
+
+namespace nivlo::pipewire {
+namespace {
+
+// Cameras that have to wake up first take up to two seconds for their first picture.
+constexpr std::chrono::milliseconds kPatience{3000};
+constexpr std::chrono::milliseconds kShortestPause{200};
+constexpr std::chrono::milliseconds kLongestPause{5000};
+
+}  // namespace
+
+CameraCapture::CameraCapture(EventLoop& loop, CameraRegistry& registry, std::string name,
+                             CameraFrameHandler onFrame)
+    : loop_(loop),
+      registry_(registry),
+      name_(std::move(name)),
+      onFrame_(std::move(onFrame)),
+      pause_(kShortestPause),
+      timer_(loop, [this] { check(); }) {
+  check();
+}
+
+void CameraCapture::connectionLost() {
+  if (stream_) dropStream(true);
+}
+
+void CameraCapture::check() {
+  const std::optional<CameraNode> camera = registry_.find(name_);
+  if (camera && camera->id != target_) {
+    retryAt_ = Clock::now();
+    pause_ = kShortestPause;
+  }
+  const bool isTarget = camera && camera->id == target_;
+  if (stream_ && (failed_ || isSilent() || !isTarget)) dropStream(!isTarget);
+  if (!stream_ && camera && Clock::now() >= retryAt_) openStream(*camera);
+  if (stream_) {
+    timer_.set(failed_ ? Clock::duration::zero() : silentAt_ - Clock::now());
+  } else if (camera) {
+    timer_.set(retryAt_ - Clock::now());
+  }
+}
+
+void CameraCapture::openStream(const CameraNode& camera) {
+  target_ = camera.id;
+  failed_ = false;
+  silentAt_ = Clock::now() + kPatience;
+  const auto failed = [this] {
+    failed_ = true;
+    timer_.set({});
+  };
+  const auto nonsense = [this](const std::string& cause) {
+    NSLog("camera %@: %@; such pictures are left out. Another mode or driver of the camera may help", name_,
+          cause);
+  };
+  stream_.emplace(
+      loop_, registry_.core(), camera,
+      VideoStream::Callbacks{[this](const VideoFramePtr& frame) { frameArrived(frame); }, failed, nonsense});
+}
+
+void CameraCapture::dropStream(bool cameraIsGone) {
+  stream_.reset();
+  retryAt_ = Clock::now() + pause_;
+  pause_ = std::min(2 * pause_, kLongestPause);
+  if (std::exchange(lost_, true)) return;
+  if (cameraIsGone) {
+    NSLog("camera %@: gone; the picture returns when it does", name_);
+  } else {
+    NSLog("camera %@: gives no pictures; it is tried again until it does. Another program may be using it",
+          name_);
+  }
+}
+
+void CameraCapture::frameArrived(const VideoFramePtr& frame) {
+  if (registry_.isLinkedElsewhere(stream_->nodeId(), target_)) {
+    failed_ = true;
+    timer_.set({});
+    return;
+  }
+  silentAt_ = Clock::now() + kPatience;
+  pause_ = kShortestPause;
+  if (std::exchange(lost_, false)) NSLog("camera %@: back", name_);
+  onFrame_(frame);
+}
+
+}  // namespace nivlo::pipewire

@@ -1,0 +1,124 @@
+#include "linux/camera/pipewire/FrameReader.hpp"
+
+#include <algorithm>
+#include <chrono>
+
+#include <spa/buffer/meta.h>
+
+namespace nivlo::pipewire {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+template <typename T>
+const T* findMeta(spa_buffer* buffer, spa_meta_type type) {
+  return static_cast<const T*>(spa_buffer_find_meta_data(buffer, type, sizeof(T)));
+}
+
+bool isMarkedCorrupt(spa_buffer* buffer) {
+  const auto* header = findMeta<spa_meta_header>(buffer, SPA_META_Header);
+  if (header != nullptr && (header->flags & SPA_META_HEADER_FLAG_CORRUPTED) != 0) return true;
+  return std::any_of(buffer->datas, buffer->datas + buffer->n_datas, [](const spa_data& data) {
+    return (data.chunk->flags & SPA_CHUNK_FLAG_CORRUPTED) != 0;
+  });
+}
+
+// Where the picture lies in the buffer's memory; empty when that cannot be true. The sender can still write
+// to the chunk, so each value is read once.
+std::vector<Block> blocksOf(const spa_buffer& buffer, const SharedBuffer& memory) {
+  std::vector<Block> blocks;
+  for (std::size_t i = 0; i < memory.blockCount(); ++i) {
+    const volatile spa_chunk& chunk = *buffer.datas[i].chunk;
+    const std::span<const std::uint8_t> all = memory.block(i);
+    const std::size_t offset = chunk.offset;
+    const std::size_t size = chunk.size;
+    const int stride = chunk.stride;
+    if (offset > all.size() || size > all.size() - offset || stride < 0) return {};
+    blocks.push_back({all.subspan(offset, size), stride});
+  }
+  return blocks;
+}
+
+// The sender's clock is ours, CLOCK_MONOTONIC, unless it is a poor one.
+Clock::time_point captureTimeOf(spa_buffer* buffer) {
+  const Clock::time_point now = Clock::now();
+  const auto* header = findMeta<spa_meta_header>(buffer, SPA_META_Header);
+  if (header == nullptr) return now;
+  const Clock::time_point told{std::chrono::nanoseconds(header->pts)};
+  return told <= now && told > now - std::chrono::seconds(1) ? told : now;
+}
+
+}  // namespace
+
+FrameReader::FrameReader(int rotation) : rotation_(rotation) {}
+
+FrameReader::Result FrameReader::read(pw_buffer* buffer, BufferLoans& loans) {
+  const SharedBuffer* memory = loans.memoryOf(buffer);
+  if (memory == nullptr || !format_ || isMarkedCorrupt(buffer->buffer)) return {};
+  const std::vector<Block> blocks = blocksOf(*buffer->buffer, *memory);
+  if (blocks.empty()) return {.nonsense = "a picture lies outside its buffer"};
+  // Cameras send empty buffers when a picture was lost on the way.
+  if (blocks[0].bytes.empty()) return {};
+
+  const bool lend = !format_->isJpeg && loans.canLend(buffer);
+  std::shared_ptr<VideoFrame> frame;
+  if (lend) {
+    frame = lendRaw(buffer, loans, blocks);
+  } else {
+    memory->beginReading();
+    frame =
+        format_->isJpeg ? jpeg_.decode(blocks[0].bytes, format_->width, format_->height) : copyRaw(blocks);
+    memory->endReading();
+  }
+  if (!frame) return {.nonsense = format_->isJpeg ? nullptr : "a buffer is too small for its picture"};
+  frame->rotation = rotationOf(buffer->buffer);
+  frame->captureTime = captureTimeOf(buffer->buffer);
+  return {std::move(frame), lend ? BufferUse::Lent : BufferUse::Finished};
+}
+
+std::shared_ptr<VideoFrame> FrameReader::lendRaw(pw_buffer* buffer, BufferLoans& loans,
+                                                 const std::vector<Block>& blocks) const {
+  std::shared_ptr<VideoFrame> frame = describeRaw(blocks);
+  if (frame) frame->storage = loans.lend(buffer);
+  return frame;
+}
+
+std::shared_ptr<VideoFrame> FrameReader::copyRaw(const std::vector<Block>& blocks) {
+  std::size_t size = 0;
+  for (const Block& block : blocks) size += block.bytes.size();
+  const std::shared_ptr<std::uint8_t> memory = copies_->take(size);
+  std::vector<Block> copied;
+  std::uint8_t* to = memory.get();
+  for (const Block& block : blocks) {
+    std::copy(block.bytes.begin(), block.bytes.end(), to);
+    copied.push_back({{to, block.bytes.size()}, block.stride});
+    to += block.bytes.size();
+  }
+  std::shared_ptr<VideoFrame> frame = describeRaw(copied);
+  if (frame) frame->storage = memory;
+  return frame;
+}
+
+std::shared_ptr<VideoFrame> FrameReader::describeRaw(const std::vector<Block>& blocks) const {
+  const auto planes = layPlanes(format_->pixels, format_->width, format_->height, blocks);
+  if (!planes) return nullptr;
+  auto frame = std::make_shared<VideoFrame>();
+  frame->format = format_->pixels;
+  frame->width = format_->width;
+  frame->height = format_->height;
+  frame->planes = *planes;
+  frame->matrix = format_->matrix;
+  frame->range = format_->range;
+  return frame;
+}
+
+int FrameReader::rotationOf(spa_buffer* buffer) const {
+  const auto* transform = findMeta<spa_meta_videotransform>(buffer, SPA_META_VideoTransform);
+  if (transform == nullptr) return rotation_;
+  // It tells, in quarter turns, how the picture has been turned; a frame tells how to turn it back. Mirroring
+  // comes on top of the same turns, and is left alone.
+  constexpr std::uint32_t kQuarters = 4;
+  return static_cast<int>((kQuarters - transform->transform % kQuarters) % kQuarters) * 90;
+}
+
+}  // namespace nivlo::pipewire

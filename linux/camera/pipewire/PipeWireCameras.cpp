@@ -1,0 +1,98 @@
+#include "linux/camera/pipewire/PipeWireCameras.hpp"
+
+#include <algorithm>
+#include <list>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "linux/camera/pipewire/CameraCapture.hpp"
+#include "linux/camera/pipewire/CameraRegistry.hpp"
+#include "linux/camera/pipewire/EventLoop.hpp"
+
+namespace nivlo {
+namespace {
+
+using namespace pipewire;
+
+constexpr std::string_view kPrefix = "pipewire:";
+constexpr std::chrono::milliseconds kFirstListTimeout{900};
+
+/// What the driver and its open cameras have in common. All but the loop lives on the loop's thread.
+struct Session {
+  Session() {
+    if (!loop.isRunning()) return;
+    loop.run([this] {
+      registry.emplace(loop,
+                       CameraRegistry::Callbacks{[this] { camerasChanged(); }, [this] { connectionLost(); }});
+    });
+    loop.waitForWake([this] { return registry->isSettled(); }, kFirstListTimeout);
+  }
+
+  ~Session() {
+    if (loop.isRunning()) loop.run([this] { registry.reset(); });
+  }
+
+  void camerasChanged() {
+    for (CameraCapture& capture : captures) capture.camerasChanged();
+  }
+
+  void connectionLost() {
+    for (CameraCapture& capture : captures) capture.connectionLost();
+  }
+
+  EventLoop loop;
+  std::optional<CameraRegistry> registry;
+  std::list<CameraCapture> captures;
+};
+
+class Stream : public CameraStream {
+ public:
+  Stream(std::shared_ptr<Session> session, const std::string& name, CameraFrameHandler onFrame)
+      : session_(std::move(session)) {
+    session_->loop.run([&] {
+      session_->captures.emplace_front(session_->loop, *session_->registry, name, std::move(onFrame));
+      capture_ = session_->captures.begin();
+    });
+  }
+
+  ~Stream() override {
+    session_->loop.run([this] { session_->captures.erase(capture_); });
+  }
+
+ private:
+  std::shared_ptr<Session> session_;
+  std::list<CameraCapture>::iterator capture_;
+};
+
+class PipeWireCameras : public CameraDriver {
+ public:
+  std::vector<CameraInfo> cameras() override {
+    std::vector<CameraInfo> result;
+    if (!session_->loop.isRunning()) return result;
+    session_->loop.run([&] {
+      for (const CameraNode& camera : session_->registry->cameras()) {
+        result.push_back({std::string(kPrefix) + camera.name, camera.description, camera.position});
+      }
+    });
+    for (const CameraInfo& camera : result) known_.insert(camera.uniqueID);
+    return result;
+  }
+
+  std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
+    cameras();
+    if (!known_.contains(uniqueID)) return nullptr;
+    return std::make_unique<Stream>(session_, uniqueID.substr(kPrefix.size()), std::move(onFrame));
+  }
+
+ private:
+  std::shared_ptr<Session> session_ = std::make_shared<Session>();
+  std::set<std::string> known_;
+};
+
+}  // namespace
+
+std::unique_ptr<CameraDriver> makePipeWireCameras() { return std::make_unique<PipeWireCameras>(); }
+
+}  // namespace nivlo

@@ -1,0 +1,88 @@
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "linux/camera/pipewire/CameraNode.hpp"
+#include "linux/camera/pipewire/FrameLayout.hpp"
+#include "linux/camera/pipewire/JpegDecoder.hpp"
+#include "tests/linux/pipewire/Frames.hpp"
+#include "tests/support/pictures/Encoding.hpp"
+
+namespace nivlo::pipewire {
+namespace {
+
+TEST(FrameLayout, NoClaimOfASenderReachesBeyondItsMemory) {
+  const std::vector<std::uint8_t> memory(640 * 480 * 3 / 2);
+  const auto fits = [&](PixelFormat format, int width, int height, std::size_t bytes, int stride) {
+    const Block block{std::span(memory).first(bytes), stride};
+    return layPlanes(format, width, height, {&block, 1}).has_value();
+  };
+  EXPECT_TRUE(fits(PixelFormat::NV12, 640, 480, memory.size(), 640));
+  EXPECT_TRUE(fits(PixelFormat::NV12, 640, 480, memory.size(), 0));
+  EXPECT_FALSE(fits(PixelFormat::NV12, 640, 480, memory.size() - 1, 640));
+  EXPECT_FALSE(fits(PixelFormat::NV12, 640, 480, memory.size(), 641));
+  EXPECT_FALSE(fits(PixelFormat::I420, 640, 480, memory.size(), 639));
+  EXPECT_FALSE(fits(PixelFormat::I420, 640, 480, memory.size(), std::numeric_limits<int>::max()));
+  EXPECT_FALSE(fits(PixelFormat::I420, 8192, 8192, memory.size(), 8192));
+  EXPECT_FALSE(fits(PixelFormat::I420, 639, 480, memory.size(), 639))
+      << "half of it is too short for the chroma";
+  EXPECT_FALSE(fits(PixelFormat::YUY2, 3, 1, 7, 0));
+  EXPECT_TRUE(fits(PixelFormat::RGB, 3, 2, 12 + 9, 0)) << "the last row needs no padding";
+  EXPECT_FALSE(fits(PixelFormat::RGB, 3, 2, 12 + 8, 0));
+
+  const std::array<Block, 3> blocks{Block{std::span(memory).first(16), 4},
+                                    Block{std::span(memory).first(8), 4},
+                                    Block{std::span(memory).first(1), 0}};
+  EXPECT_TRUE(layPlanes(PixelFormat::NV12, 4, 4, std::span(blocks).first(2)));
+  EXPECT_FALSE(layPlanes(PixelFormat::NV12, 4, 4, blocks));
+  EXPECT_FALSE(layPlanes(PixelFormat::I420, 4, 4, blocks)) << "the third plane is too small";
+}
+
+TEST(JpegDecoder, ReadsWhatCamerasSendAndDropsWhatIsDamaged) {
+  JpegDecoder decoder;
+  const test::Picture picture = test::quadrantPicture(322, 242);
+  std::shared_ptr<VideoFrame> first;
+  for (const auto chroma : {test::JpegChroma::C444, test::JpegChroma::C422, test::JpegChroma::C420}) {
+    const std::vector<std::uint8_t> jpeg = test::encodeJpeg(picture, chroma);
+    const auto frame = decoder.decode(jpeg, 322, 242);
+    ASSERT_TRUE(frame);
+    EXPECT_TRUE(test::showsQuarters(*frame));
+    if (!first) first = frame;
+    EXPECT_FALSE(decoder.decode(jpeg, 320, 240)) << "not the size that was announced";
+    EXPECT_FALSE(decoder.decode(std::span(jpeg).first(jpeg.size() / 2), 322, 242));
+    EXPECT_FALSE(decoder.decode(std::span(jpeg).first(20), 322, 242));
+
+    std::vector<std::uint8_t> gap = jpeg;
+    gap.erase(gap.end() - 900, gap.end() - 500);
+    EXPECT_FALSE(decoder.decode(gap, 322, 242)) << "a packet was lost on the way";
+
+    std::vector<std::uint8_t> untidy = jpeg;
+    untidy.insert(untidy.begin() + 2, 5, 0);
+    EXPECT_TRUE(decoder.decode(untidy, 322, 242)) << "stray bytes between segments";
+  }
+  EXPECT_FALSE(decoder.decode({}, 322, 242));
+  EXPECT_TRUE(test::showsQuarters(*first)) << "a frame was overwritten by a later one";
+}
+
+TEST(CameraNode, TakesTheSideFromWholeWordsOnlyWhereNothingBetterIsKnown) {
+  const auto sideOf = [](const std::string& name, const std::string& description, const char* location) {
+    return describeCamera(1,
+                          [&](const std::string& key) -> const char* {
+                            if (key == "node.name") return name.c_str();
+                            if (key == "node.description") return description.c_str();
+                            return key == "api.libcamera.location" ? location : nullptr;
+                          })
+        .position;
+  };
+  using enum AVCaptureDevicePosition;
+  EXPECT_EQ(sideOf("v4l2_input.usb", "HP World Facing", nullptr), Back);
+  EXPECT_EQ(sideOf("v4l2_input.front_0", "", nullptr), Front);
+  EXPECT_EQ(sideOf("cam", "User-facing camera", nullptr), Front);
+  EXPECT_EQ(sideOf("cam", "Backlit Superuser 3000", nullptr), Unspecified);
+  EXPECT_EQ(sideOf("cam", "Feedback (back)", nullptr), Back);
+  EXPECT_EQ(sideOf("rear", "Rear", "front"), Front);
+  EXPECT_EQ(sideOf("rear", "Rear", "external"), Unspecified);
+}
+
+}  // namespace
+}  // namespace nivlo::pipewire

@@ -1,0 +1,46 @@
+// A camera as PipeWire sees it.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <pipewire/pipewire.h>
+
+#include "tests/support/camera/Options.hpp"
+#include "tests/support/pictures/Encoding.hpp"
+
+namespace nivlo::test {
+
+/// Publishes a camera on the loop it is given, and quits that loop when PipeWire goes away. `pictures` holds
+/// one encoded picture for each of the modes.
+class CameraNode {
+ public:
+  CameraNode(pw_main_loop* loop, const CameraOptions& options, std::vector<EncodedPicture> pictures);
+
+  /// Whether PipeWire has been reached.
+  bool isConnected() const { return connected_; }
+
+ private:
+  static const pw_stream_events kEvents;
+
+  void publish();
+  void stateChanged(pw_stream_state state);
+  void formatChanged(const spa_pod* format);
+  void fillNextBuffer();
+  void runClock(bool on);
+
+  struct StreamDeleter {
+    void operator()(pw_stream* stream) const { pw_stream_destroy(stream); }
+  };
+
+  pw_main_loop* loop_;
+  const CameraOptions& options_;
+  std::vector<EncodedPicture> pictures_;
+  std::size_t current_ = 0;
+  std::uint64_t sequence_ = 0;
+  bool connected_ = false;
+  spa_source* clock_;
+  std::unique_ptr<pw_stream, StreamDeleter> stream_;
+};
+
+}  // namespace nivlo::test

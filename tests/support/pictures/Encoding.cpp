@@ -1,0 +1,170 @@
+#include "tests/support/pictures/Encoding.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <stdexcept>
+
+#include <turbojpeg.h>
+
+namespace nivlo::test {
+namespace {
+
+struct Yuv {
+  double y, u, v;
+};
+
+class Converter {
+ public:
+  Converter(const Colorimetry& colorimetry, int height)
+      : full_(colorimetry.range.value_or(ColorRange::Limited) == ColorRange::Full),
+        red_(matrix(colorimetry, height) == ColorMatrix::BT709 ? 0.2126 : 0.299),
+        blue_(matrix(colorimetry, height) == ColorMatrix::BT709 ? 0.0722 : 0.114) {}
+
+  Yuv operator()(const Picture::Color& color) const {
+    const double luma = red_ * color[0] + (1 - red_ - blue_) * color[1] + blue_ * color[2];
+    const double u = (color[2] - luma) / (2 * (1 - blue_));
+    const double v = (color[0] - luma) / (2 * (1 - red_));
+    if (full_) return {luma, 128 + u, 128 + v};
+    return {16 + luma * 219 / 255, 128 + u * 224 / 255, 128 + v * 224 / 255};
+  }
+
+ private:
+  static ColorMatrix matrix(const Colorimetry& colorimetry, int height) {
+    return colorimetry.matrix.value_or(height >= 720 ? ColorMatrix::BT709 : ColorMatrix::BT601);
+  }
+
+  bool full_;
+  double red_, blue_;
+};
+
+std::uint8_t toByte(double value) {
+  return static_cast<std::uint8_t>(std::clamp(std::lround(value), 0L, 255L));
+}
+
+int half(int size) { return (size + 1) / 2; }
+
+// The mean of the two or four pixels that share one chroma sample.
+Yuv chromaAt(const Picture& picture, const Converter& convert, int x, int y, int rows) {
+  Yuv sum{};
+  for (int j = 0; j < rows; ++j) {
+    for (int i = 0; i < 2; ++i) {
+      const Yuv one = convert(
+          picture.at(std::min(2 * x + i, picture.width - 1), std::min(rows * y + j, picture.height - 1)));
+      sum.u += one.u / (2 * rows);
+      sum.v += one.v / (2 * rows);
+    }
+  }
+  return sum;
+}
+
+EncodedPicture encodePacked(const Picture& picture, Mode::Format format, int padding) {
+  const int step = format == Mode::Format::RGB ? 3 : 4;
+  EncodedPicture result{{}, picture.width * step + padding};
+  result.bytes.resize(static_cast<std::size_t>(result.stride) * picture.height);
+  for (int y = 0; y < picture.height; ++y) {
+    std::uint8_t* row = result.bytes.data() + static_cast<std::ptrdiff_t>(y) * result.stride;
+    for (int x = 0; x < picture.width; ++x) {
+      Picture::Color color = picture.at(x, y);
+      if (format == Mode::Format::BGRx) std::swap(color[0], color[2]);
+      std::copy(color.begin(), color.end(), row + static_cast<std::ptrdiff_t>(x) * step);
+    }
+  }
+  return result;
+}
+
+EncodedPicture encodeYuy2(const Picture& picture, const Converter& convert, int padding) {
+  EncodedPicture result{{}, half(picture.width) * 4 + padding};
+  result.bytes.resize(static_cast<std::size_t>(result.stride) * picture.height);
+  for (int y = 0; y < picture.height; ++y) {
+    std::uint8_t* row = result.bytes.data() + static_cast<std::ptrdiff_t>(y) * result.stride;
+    for (int x = 0; x < half(picture.width); ++x) {
+      const Yuv chroma = chromaAt(picture, convert, x, y, 1);
+      row[4 * x] = toByte(convert(picture.at(2 * x, y)).y);
+      row[4 * x + 1] = toByte(chroma.u);
+      row[4 * x + 2] = toByte(convert(picture.at(std::min(2 * x + 1, picture.width - 1), y)).y);
+      row[4 * x + 3] = toByte(chroma.v);
+    }
+  }
+  return result;
+}
+
+EncodedPicture encode420(const Picture& picture, const Converter& convert, Mode::Format format, int padding) {
+  EncodedPicture result{{}, half(picture.width) * 2 + 2 * padding};
+  const std::size_t lumaSize = static_cast<std::size_t>(result.stride) * picture.height;
+  const std::size_t chromaSize = static_cast<std::size_t>(result.stride) * half(picture.height);
+  result.bytes.resize(lumaSize + chromaSize);
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      result.bytes[static_cast<std::size_t>(y) * result.stride + x] = toByte(convert(picture.at(x, y)).y);
+    }
+  }
+  const bool interleaved = format == Mode::Format::NV12;
+  const std::size_t chromaStride = interleaved ? result.stride : result.stride / 2;
+  std::uint8_t* u = result.bytes.data() + lumaSize;
+  std::uint8_t* v = interleaved ? u + 1 : u + chromaSize / 2;
+  for (int y = 0; y < half(picture.height); ++y) {
+    for (int x = 0; x < half(picture.width); ++x) {
+      const Yuv chroma = chromaAt(picture, convert, x, y, 2);
+      u[y * chromaStride + static_cast<std::size_t>(x) * (interleaved ? 2 : 1)] = toByte(chroma.u);
+      v[y * chromaStride + static_cast<std::size_t>(x) * (interleaved ? 2 : 1)] = toByte(chroma.v);
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+std::optional<Mode::Format> parseFormat(const std::string& name) {
+  static const std::map<std::string, Mode::Format> kFormats{
+      {"YUY2", Mode::Format::YUY2}, {"NV12", Mode::Format::NV12}, {"I420", Mode::Format::I420},
+      {"BGRx", Mode::Format::BGRx}, {"RGB", Mode::Format::RGB},   {"MJPEG", Mode::Format::MJPEG}};
+  const auto found = kFormats.find(name);
+  return found != kFormats.end() ? std::optional(found->second) : std::nullopt;
+}
+
+std::optional<Mode> parseMode(const std::string& text) {
+  const std::size_t colon = text.find(':');
+  const std::optional<Mode::Format> format = parseFormat(text.substr(0, colon));
+  Mode mode;
+  if (!format || colon == std::string::npos ||
+      std::sscanf(text.c_str() + colon, ":%dx%d@%d", &mode.width, &mode.height, &mode.framesPerSecond) != 3) {
+    return std::nullopt;
+  }
+  mode.format = *format;
+  return mode;
+}
+
+EncodedPicture encode(const Picture& picture, const Mode& mode, const Colorimetry& colorimetry, int padding) {
+  const Converter convert(colorimetry, mode.height);
+  switch (mode.format) {
+    case Mode::Format::BGRx:
+    case Mode::Format::RGB:
+      return encodePacked(picture, mode.format, padding);
+    case Mode::Format::YUY2:
+      return encodeYuy2(picture, convert, padding);
+    case Mode::Format::NV12:
+    case Mode::Format::I420:
+      return encode420(picture, convert, mode.format, padding);
+    case Mode::Format::MJPEG:
+      break;
+  }
+  return {encodeJpeg(picture, JpegChroma::C422), 0};
+}
+
+std::vector<std::uint8_t> encodeJpeg(const Picture& picture, JpegChroma chroma) {
+  static constexpr std::array<int, 3> kSubsampling{TJSAMP_444, TJSAMP_422, TJSAMP_420};
+  const std::unique_ptr<void, decltype(&tjDestroy)> compressor(tjInitCompress(), tjDestroy);
+  unsigned char* bytes = nullptr;
+  unsigned long size = 0;
+  const int failed =
+      tjCompress2(compressor.get(), picture.pixels.data()->data(), picture.width, 0, picture.height, TJPF_RGB,
+                  &bytes, &size, kSubsampling.at(static_cast<std::size_t>(chroma)), 90, 0);
+  const std::unique_ptr<unsigned char, decltype(&tjFree)> owner(bytes, tjFree);
+  if (failed != 0) throw std::runtime_error(tjGetErrorStr2(compressor.get()));
+  return {bytes, bytes + size};
+}
+
+}  // namespace nivlo::test

@@ -1,0 +1,31 @@
+#include "tests/support/pictures/Picture.hpp"
+
+#include <charconv>
+
+namespace nivlo::test {
+
+Picture solidPicture(Picture::Color color, int width, int height) {
+  return {width, height, std::vector<Picture::Color>(static_cast<std::size_t>(width) * height, color)};
+}
+
+Picture quadrantPicture(int width, int height) {
+  constexpr std::array<Picture::Color, 4> kColors{{{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 255}}};
+  Picture picture = solidPicture({}, width, height);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      picture.pixels[static_cast<std::size_t>(y) * width + x] =
+          kColors[(y < height / 2 ? 0 : 2) + (x < width / 2 ? 0 : 1)];
+    }
+  }
+  return picture;
+}
+
+std::optional<Picture::Color> parseColor(const std::string& text) {
+  std::uint32_t value = 0;
+  const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
+  if (text.size() != 6 || problem != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return Picture::Color{static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
+                        static_cast<std::uint8_t>(value)};
+}
+
+}  // namespace nivlo::test

@@ -1,0 +1,30 @@
+// What a virtual camera looks at.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace nivlo::test {
+
+struct Picture {
+  using Color = std::array<std::uint8_t, 3>;  ///< red, green, blue
+
+  int width = 0;
+  int height = 0;
+  std::vector<Color> pixels;  ///< row by row, from the top left
+
+  const Color& at(int x, int y) const { return pixels[static_cast<std::size_t>(y) * width + x]; }
+};
+
+Picture solidPicture(Picture::Color color, int width, int height);
+
+/// Red, green, blue and white: top left, top right, bottom left, bottom right.
+Picture quadrantPicture(int width, int height);
+
+/// "RRGGBB" in hexadecimal digits.
+std::optional<Picture::Color> parseColor(const std::string& text);
+
+}  // namespace nivlo::test
