@@ -1,0 +1,30 @@
+// The back demo camera's picture: a desk by a window at evening.
+#pragma once
+
+#include <vector>
+
+#include "linux/camera/demo/CodeCards.hpp"
+#include "linux/camera/demo/Scene.hpp"
+
+namespace nivlo {
+
+/// Every `cardPeriod` the next of the cards with codes is held up for four seconds, the rest of the time
+/// there is none.
+class BackScene final : public Scene {
+ public:
+  static constexpr double cardPeriod = 5;  ///< seconds
+
+  BackScene();
+  void draw(cairo_t* cairo, double seconds) const override;
+
+ private:
+  void drawSky(cairo_t* cairo, double seconds) const;
+  void drawCard(cairo_t* cairo, double seconds) const;
+
+  Layer room_;
+  Layer bulbGlow_;
+  std::vector<Layer> clouds_;
+  std::vector<CodeCard> cards_;
+};
+
+}  // namespace nivlo

@@ -1,0 +1,135 @@
+// What the demo cameras show, and that they run.
+#define ZX_USE_UTF8 1  // must come before any of ZXing's headers: texts come as UTF-8
+
+#include <cstring>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <ZXing/ReadBarcode.h>
+#include <gmock/gmock.h>
+
+#include "linux/camera/demo/BackScene.hpp"
+#include "linux/camera/demo/Canvas.hpp"
+#include "linux/camera/demo/DemoCameras.hpp"
+#include "linux/camera/demo/FrontScene.hpp"
+#include "tests/support/WaitFor.hpp"
+
+namespace nivlo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class Picture {
+ public:
+  Picture(const Scene& scene, double seconds)
+      : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, sceneWidth, sceneHeight)) {
+    scene.draw(drawOn(surface_).get(), seconds);
+    cairo_surface_flush(surface_.get());
+  }
+
+  const std::uint8_t* data() const { return cairo_image_surface_get_data(surface_.get()); }
+  int stride() const { return cairo_image_surface_get_stride(surface_.get()); }
+
+  int differingPixels(const Picture& other) const {
+    int count = 0;
+    for (int i = 0; i < sceneWidth * sceneHeight; ++i)
+      count += std::memcmp(data() + 4 * i, other.data() + 4 * i, 3) != 0;
+    return count;
+  }
+
+  double meanOfChannel(int channel) const {
+    double sum = 0;
+    for (int i = 0; i < sceneWidth * sceneHeight; ++i) sum += data()[4 * i + channel];
+    return sum / (sceneWidth * sceneHeight);
+  }
+
+  /// "format text" of each code; formats in the order in which ZXing names them.
+  std::vector<std::string> codes() const {
+    using enum ZXing::BarcodeFormat;
+    const ZXing::ImageView view(data(), sceneWidth, sceneHeight, ZXing::ImageFormat::BGRX, stride());
+    std::vector<std::string> found;
+    const auto read = [&](ZXing::BarcodeFormats formats, int most) {
+      ZXing::DecodeHints hints;
+      hints.setFormats(formats).setTryDownscale(false).setMaxNumberOfSymbols(most);
+      for (const auto& result : ZXing::ReadBarcodes(view, hints)) {
+        found.push_back(ZXing::ToString(result.format()));
+        found.back().append(" ").append(result.text());
+      }
+    };
+    read(QRCode | Aztec | PDF417, 8);
+    read(EAN8 | EAN13 | UPCE | Code39 | Code93 | Code128,
+         1);  // with more than one, two equal codes abort the library
+    return found;
+  }
+
+ private:
+  Layer surface_;
+};
+
+TEST(DemoCameras, EachKindOfCodeIsHeldUpLegiblyAndNoneInBetween) {
+  const BackScene scene;
+  std::vector<std::string> seen;
+  for (int card = 0; card < 10; ++card) {
+    const double begin = card * BackScene::cardPeriod;
+    EXPECT_THAT(Picture(scene, begin + 0.1).codes(), IsEmpty()) << begin;
+    std::set<std::string> codes;
+    for (const double moment : {1.2, 2.5, 3.8}) {
+      const auto found = Picture(scene, begin + moment).codes();
+      EXPECT_THAT(found, SizeIs(1)) << begin + moment;
+      codes.insert(found.begin(), found.end());
+    }
+    EXPECT_THAT(codes, SizeIs(1)) << begin;
+    seen.insert(seen.end(), codes.begin(), codes.end());
+  }
+  // The last characters of EAN, UPC and the second Code 39 are check characters.
+  EXPECT_THAT(seen, ElementsAre("QRCode https://example.org/garden", "EAN-13 2001234567893",
+                                "PDF417 DOE/JANE GATE 12 SEAT 4A", "EAN-8 20123451",
+                                "Aztec HARBOUR LINE 2 ADULTS 4711", "UPC-E 01234565", "Code128 PARCEL-2041",
+                                "Code39 SHELF-42B", "Code39 LENS 7QS", "Code93 CRATE93-17"));
+}
+
+TEST(DemoCameras, TheScenesMoveAreRepeatableAndDifferAtAGlance) {
+  const BackScene back;
+  const FrontScene front;
+  for (const Scene* scene : std::initializer_list<const Scene*>{&back, &front}) {
+    for (const double seconds : {0.0, 17.3, 86'400.0}) {
+      const Picture now(*scene, seconds);
+      EXPECT_EQ(now.differingPixels(Picture(*scene, seconds)), 0);
+      EXPECT_GT(now.differingPixels(Picture(*scene, seconds + 0.05)), 1000);
+    }
+  }
+  EXPECT_GT(Picture(front, 3).meanOfChannel(1), Picture(back, 0).meanOfChannel(1) + 60);
+  EXPECT_THAT(Picture(front, 3).codes(), IsEmpty());
+}
+
+TEST(DemoCameras, FramesComeAtPaceAndOutliveTheirCamera) {
+  auto driver = makeDemoCameras();
+  ASSERT_THAT(driver->cameras(), SizeIs(2));
+  EXPECT_EQ(driver->open("demo:side", [](auto) {}), nullptr);
+  VideoFramePtr kept;
+  for (const auto& info : driver->cameras()) {
+    std::mutex mutex;
+    std::vector<VideoFramePtr> frames;
+    auto stream = driver->open(info.uniqueID, [&](VideoFramePtr frame) {
+      const std::lock_guard lock(mutex);
+      frames.push_back(std::move(frame));
+    });
+    ASSERT_TRUE(test::waitFor([&] {
+      const std::lock_guard lock(mutex);
+      return frames.size() >= 5;
+    })) << info.uniqueID;
+    stream.reset();
+    EXPECT_GE(frames[4]->captureTime - frames[0]->captureTime, std::chrono::milliseconds(200));
+    EXPECT_NE(frames[0]->planes[0].data, frames[1]->planes[0].data) << "a frame in use was drawn over";
+    kept = frames.back();
+  }
+  driver.reset();
+  EXPECT_GT(kept->planes[0].data[kept->planes[0].stride * 5], 200) << "the sky of the front camera is blue";
+}
+
+}  // namespace
+}  // namespace nivlo
