@@ -9,22 +9,22 @@
 namespace nivlo {
 namespace {
 
-struct MappedSample {
-  explicit MappedSample(GstSample* s) : sample(gst_sample_ref(s)) {
+/// Holds the sample's buffer but not the sample: an appsink uses its sample object again and wants to be its
+/// only owner.
+struct MappedPicture {
+  explicit MappedPicture(GstSample* sample) {
     GstVideoInfo info;
     GstCaps* caps = gst_sample_get_caps(sample);
     GstBuffer* buffer = gst_sample_get_buffer(sample);
     isMapped = caps && buffer && gst_video_info_from_caps(&info, caps) &&
                gst_video_frame_map(&video, &info, buffer, GST_MAP_READ);
   }
-  ~MappedSample() {
+  ~MappedPicture() {
     if (isMapped) gst_video_frame_unmap(&video);
-    gst_sample_unref(sample);
   }
-  MappedSample(const MappedSample&) = delete;
-  MappedSample& operator=(const MappedSample&) = delete;
+  MappedPicture(const MappedPicture&) = delete;
+  MappedPicture& operator=(const MappedPicture&) = delete;
 
-  GstSample* sample;
   GstVideoFrame video{};
   bool isMapped = false;
 };
@@ -51,7 +51,7 @@ int rotationFromTagList(const GstTagList* tags) {
 }  // namespace
 
 VideoFramePtr frameFromSample(GstSample* sample, int rotation) {
-  auto mapped = std::make_shared<MappedSample>(sample);
+  auto mapped = std::make_shared<MappedPicture>(sample);
   if (!mapped->isMapped) return nullptr;
   const GstVideoFrame& video = mapped->video;
   const auto format = GST_VIDEO_FRAME_FORMAT(&video);

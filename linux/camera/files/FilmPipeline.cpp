@@ -116,9 +116,10 @@ std::string FilmPipeline::playRounds(const std::stop_token& stop) {
     if (rest.count() > 0)
       awaitMessage(bus_.get(), std::chrono::nanoseconds(rest).count(), GST_MESSAGE_APPLICATION);
     begin = std::chrono::steady_clock::now();
-    // A demuxer that knows segments goes on without a gap; the others end the stream and start afresh.
-    const bool isSegment = GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_SEGMENT_DONE;
-    if (!rewind(isSegment ? GST_SEEK_FLAG_NONE : GST_SEEK_FLAG_FLUSH)) return "it cannot be rewound";
+    // A demuxer that knows segments goes on without a gap; the others end the stream and start afresh, and so
+    // must a film of one picture, which has not moved on from its beginning.
+    const bool goesOn = GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_SEGMENT_DONE && rest.count() <= 0;
+    if (!rewind(goesOn ? GST_SEEK_FLAG_NONE : GST_SEEK_FLAG_FLUSH)) return "it cannot be rewound";
   }
   return {};
 }

@@ -140,6 +140,15 @@ TEST_F(FileCamera, AFilmGoesOnPastItsEndAtItsOwnPace) {
   }
 }
 
+TEST_F(FileCamera, AFilmOfOnePictureKeepsComing) {
+  const auto film = writeFilm("one.mkv", "videotestsrc num-buffers=1 ! jpegenc ! matroskamux");
+  const auto driver = makeFileCamera(film, back, nullptr);
+  ASSERT_NE(driver, nullptr);
+  Recorder recorder;
+  const auto stream = driver->open(driver->cameras()[0].uniqueID, recorder.handler());
+  EXPECT_TRUE(recorder.awaits(3));
+}
+
 /// Has the film's track turned by 90 degrees clockwise, as a telephone held upright writes it.
 void turnTrack(const std::filesystem::path& mp4) {
   std::fstream file(mp4, std::ios::in | std::ios::out | std::ios::binary);
