@@ -67,8 +67,8 @@ VideoStream::~VideoStream() {
 void VideoStream::connect(pw_core* core, const CameraNode& camera) {
   stream_ = pw_stream_new(
       core, "nivlo",
-      pw_properties_new(PW_KEY_MEDIA_TYPE, "Video", PW_KEY_MEDIA_CATEGORY, "Capture", PW_KEY_MEDIA_ROLE,
-                        "Camera", PW_KEY_TARGET_OBJECT,
+      pw_properties_new(PW_KEY_NODE_NAME, "nivlo", PW_KEY_MEDIA_TYPE, "Video", PW_KEY_MEDIA_CATEGORY,
+                        "Capture", PW_KEY_MEDIA_ROLE, "Camera", PW_KEY_TARGET_OBJECT,
                         camera.serial.empty() ? camera.name.c_str() : camera.serial.c_str(), nullptr));
   if (stream_ == nullptr) {
     callbacks_.failed();

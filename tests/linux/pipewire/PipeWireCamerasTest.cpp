@@ -156,6 +156,19 @@ TEST_F(WithADaemon, AnUnpluggedCameraComesBackAndNoOtherTakesItsPlace) {
   EXPECT_EQ(taker.countOtherThan(kRed), 0);
 }
 
+TEST_F(WithADaemon, PicturesOfACameraThatSomebodyLinksToTheStreamAreNotShown) {
+  const VirtualCamera other = plugIn("other", {"--color", "0000ff"});
+  const VirtualCamera camera = plugIn("cam", {"--color", "ff0000"});
+  const auto cameras = makePipeWireCameras();
+  FrameTaker taker;
+  const auto stream = cameras->open("pipewire:cam", taker.handler());
+  ASSERT_TRUE(taker.next());
+  ChildProcess link({"pw-link", "other:out_0", "nivlo:in_0"}, bus.environment());
+  EXPECT_EQ(link.waitForExit(), 0) << link.output();
+  EXPECT_TRUE(waitFor([&] { return log->count("camera cam: back") == 1; }));
+  EXPECT_EQ(taker.countOtherThan(kRed), 0);
+}
+
 TEST_F(WithADaemon, ACameraThatFallsSilentIsOpenedAgain) {
   VirtualCamera camera = plugIn("cam", {});
   const auto cameras = makePipeWireCameras();
