@@ -1,0 +1,103 @@
+#include "host/scan/ScanCommand.hpp"
+
+#include <chrono>
+#include <cmath>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include <nlohmann/json.hpp>
+#include <unistd.h>
+
+#include "host/scan/PictureScan.hpp"
+#include "host/text/VisibleText.hpp"
+#include "linux/camera/ImageFile.hpp"
+#include "linux/codes/ZXingCodeReader.hpp"
+
+namespace nivlo {
+
+namespace {
+
+struct Scan {
+  std::vector<DecodedCode> codes;
+  std::chrono::duration<double, std::milli> duration{};
+  std::string error;  ///< empty when the file could be read
+};
+
+Scan scanFile(CodeReaderDriver& driver, const std::filesystem::path& file) {
+  const auto start = std::chrono::steady_clock::now();
+  Scan scan;
+  const ImageLoad image = loadImageFile(file);
+  if (image.frame)
+    scan.codes = scanPicture(*driver.makeReader(), *image.frame);
+  else
+    scan.error = image.error;
+  scan.duration = std::chrono::steady_clock::now() - start;
+  return scan;
+}
+
+void writeText(std::ostream& out, std::ostream& err, const std::string& prefix, const Scan& scan) {
+  for (const DecodedCode& code : scan.codes)
+    out << prefix << code.type << ": " << visibleText(code.text) << '\n';
+  if (scan.codes.empty() && scan.error.empty()) err << prefix << "no code found\n";
+}
+
+void writeJSON(std::ostream& out, const std::filesystem::path& file, const Scan& scan) {
+  nlohmann::ordered_json object;
+  object["file"] = file.string();
+  object["codes"] = nlohmann::ordered_json::array();
+  for (const DecodedCode& code : scan.codes) {
+    nlohmann::ordered_json corners = nlohmann::ordered_json::array();
+    for (const CGPoint& corner : code.corners) corners.push_back({corner.x, corner.y});
+    object["codes"].push_back({{"type", code.type}, {"text", code.text}, {"corners", corners}});
+  }
+  object["milliseconds"] = std::round(scan.duration.count() * 10) / 10;
+  if (!scan.error.empty()) object["error"] = scan.error;
+  // A file's name may hold any bytes; those that are not UTF-8 become U+FFFD.
+  out << object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+/// A counter on the terminal's current line, which is wiped before anything else is written there.
+class Progress {
+ public:
+  Progress(std::ostream& err, std::size_t total)
+      : err_(err), total_(total), shown_(total > 1 && &err == &std::cerr && isatty(STDERR_FILENO)) {}
+
+  void show(std::size_t done) {
+    if (shown_) err_ << "\r" << done << " of " << total_ << " pictures" << std::flush;
+  }
+  void wipe() {
+    if (shown_) err_ << "\r\x1b[K" << std::flush;
+  }
+
+ private:
+  std::ostream& err_;
+  std::size_t total_;
+  bool shown_;
+};
+
+}  // namespace
+
+int runScan(const ScanOptions& options, std::ostream& out, std::ostream& err) {
+  const std::unique_ptr<CodeReaderDriver> driver = makeZXingCodeReaderDriver();
+  Progress progress(err, options.files.size());
+  int status = 0;
+  for (std::size_t i = 0; i < options.files.size(); ++i) {
+    const std::filesystem::path& file = options.files[i];
+    progress.show(i);
+    const Scan scan = scanFile(*driver, file);
+    progress.wipe();
+    const std::string name = visibleText(file.string());
+    if (options.json)
+      writeJSON(out, file, scan);
+    else
+      writeText(out, err, options.files.size() > 1 ? name + ": " : "", scan);
+    out << std::flush;
+    if (scan.error.empty()) continue;
+    err << "nivlo: " << name << ": " << visibleText(scan.error) << '\n';
+    status = 1;
+  }
+  return status;
+}
+
+}  // namespace nivlo

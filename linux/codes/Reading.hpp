@@ -1,0 +1,33 @@
+// What one pass of a decoder read.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "linux/codes/Quad.hpp"
+
+namespace nivlo {
+
+struct Reading {
+  std::string type;  ///< metadata-object type identifier
+  std::string text;  ///< valid UTF-8; may be empty, may hold NUL
+  Quad outline;      ///< in pixels of the picture that was read
+  /// How many scan lines agreed on a 1-D code, counted up to kManyScanLines; 0 for matrix codes, which carry
+  /// error correction.
+  int scanLines = 0;
+};
+
+/// The agreement from which on a 1-D code is trusted. On photos, UPC-E read from 2 lines was wrong in 43 % of
+/// the cases and from 6 or more in 0.3 %; EAN-13 in 8.6 % and 1.1 %.
+constexpr int kManyScanLines = 6;
+
+/// Leaves one of several readings of the same code: equal type and text, and outlines that meet. Equal labels
+/// at different places are different codes. Drops UPC-E where an EAN-13 was read at the same place, of which
+/// it is a misread part.
+std::vector<Reading> withoutDuplicates(std::vector<Reading> readings);
+
+/// Puts the code that the user points at last: nearest to the picture's centre, and the largest among about
+/// equally near.
+void sortPointedAtLast(std::vector<Reading>& readings, int pictureWidth, int pictureHeight);
+
+}  // namespace nivlo

@@ -1,0 +1,199 @@
+#include "linux/codes/ZXingDecoder.hpp"
+
+#define ZX_USE_UTF8
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <ZXing/ReadBarcode.h>
+#include <utf8proc.h>
+
+#include "linux/codes/BarOutline.hpp"
+#include "linux/codes/Code39.hpp"
+#include "linux/codes/SymbologyTypes.hpp"
+
+namespace nivlo {
+
+namespace {
+
+using ZXing::BarcodeFormat;
+
+const ZXing::BarcodeFormats kMatrixFormats =
+    BarcodeFormat::QRCode | BarcodeFormat::PDF417 | BarcodeFormat::Aztec;
+// UPC-A is not asked for by itself: as EAN-13 it comes with its leading 0.
+const ZXing::BarcodeFormats kLinearFormats = BarcodeFormat::UPCE | BarcodeFormat::EAN8 |
+                                             BarcodeFormat::EAN13 | BarcodeFormat::Code39 |
+                                             BarcodeFormat::Code93 | BarcodeFormat::Code128;
+// Labels in view at once are few; each costs a pass.
+constexpr int kMostLinearCodes = 8;
+constexpr int kFewScanLines = 2;
+// The scan lines that are compared lie this part of the bars' height apart.
+constexpr int kLinesAcrossBars = 64;
+constexpr std::uint8_t kPaper = 255;
+
+const char* typeOf(BarcodeFormat format, std::string_view text) {
+  switch (format) {
+    case BarcodeFormat::QRCode:
+      return symbology::kQRCode;
+    case BarcodeFormat::PDF417:
+      return symbology::kPDF417;
+    case BarcodeFormat::Aztec:
+      return symbology::kAztec;
+    case BarcodeFormat::UPCE:
+      return symbology::kUPCE;
+    case BarcodeFormat::EAN8:
+      return symbology::kEAN8;
+    case BarcodeFormat::EAN13:
+      return symbology::kEAN13;
+    case BarcodeFormat::Code39:
+      return endsInMod43Check(text) ? symbology::kCode39Mod43 : symbology::kCode39;
+    case BarcodeFormat::Code93:
+      return symbology::kCode93;
+    case BarcodeFormat::Code128:
+      return symbology::kCode128;
+    default:
+      return nullptr;
+  }
+}
+
+std::string latin1ToUTF8(const ZXing::ByteArray& bytes) {
+  std::string text;
+  for (const std::uint8_t byte : bytes) {
+    utf8proc_uint8_t encoded[4];
+    text.append(reinterpret_cast<char*>(encoded), utf8proc_encode_char(byte, encoded));
+  }
+  return text;
+}
+
+/// ZXing passes on surrogates that a code holds alone, which UTF-8 has no form for.
+std::string withReplacementCharacters(std::string_view text) {
+  std::string valid;
+  while (!text.empty()) {
+    utf8proc_int32_t codePoint = 0;
+    const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                                         static_cast<utf8proc_ssize_t>(text.size()), &codePoint);
+    valid += length > 0 ? text.substr(0, length) : std::string_view("\xef\xbf\xbd");
+    text.remove_prefix(length > 0 ? length : 1);
+  }
+  return valid;
+}
+
+std::string textOf(const ZXing::Result& result) {
+  const std::string text = result.text();
+  // ZXing gives nothing at all where a code names a character set that it does not know.
+  if (text.empty() && !result.bytes().empty()) return latin1ToUTF8(result.bytes());
+  return withReplacementCharacters(text);
+}
+
+/// Debian's ZXing is built with assertions, and one of them ends the process when it compares two 1-D codes.
+/// That happens in its own down-scaling and whenever more than one 1-D code is asked for, so neither is ever
+/// done.
+ZXing::DecodeHints hintsFor(ZXing::BarcodeFormats formats, Effort effort) {
+  ZXing::DecodeHints hints;
+  hints.setFormats(formats);
+  hints.setTryDownscale(false);
+  hints.setTryHarder(effort == Effort::Thorough);
+  hints.setTryRotate(effort == Effort::Thorough);
+  return hints;
+}
+
+ZXing::ImageView viewOf(const LumaPicture& picture) {
+  return {picture.pixels, picture.width, picture.height, ZXing::ImageFormat::Lum, picture.stride};
+}
+
+std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& view, ZXing::BarcodeFormats formats,
+                                           Effort effort, int scanLines) {
+  ZXing::DecodeHints hints = hintsFor(formats, effort);
+  hints.setMaxNumberOfSymbols(1);
+  hints.setMinLineCount(scanLines);
+  ZXing::Results results = ZXing::ReadBarcodes(view, hints);
+  if (results.empty() || !results.front().isValid()) return std::nullopt;
+  return std::move(results.front());
+}
+
+CGPoint middle(ZXing::PointI first, ZXing::PointI second) {
+  return {(first.x + second.x) / 2.0, (first.y + second.y) / 2.0};
+}
+
+/// Asked for one code, ZXing stops at the fewest lines that will do. So the found place is read once more,
+/// and must show the same text on many lines, spread over the height of the bars.
+bool agreesOnManyLines(const LumaPicture& picture, const ZXing::Result& found, const Quad& outline) {
+  const bool sideways = std::abs(outline[1].x - outline[0].x) < std::abs(outline[1].y - outline[0].y);
+  const auto [left, right] = std::minmax({outline[0].x, outline[1].x, outline[2].x, outline[3].x});
+  const auto [top, bottom] = std::minmax({outline[0].y, outline[1].y, outline[2].y, outline[3].y});
+  // Quiet zones are needed at the bars' ends; beside the bars nothing is.
+  const double quiet = 0.15 * (sideways ? bottom - top : right - left);
+  const int x0 = std::max(0, static_cast<int>(left - (sideways ? 0 : quiet)));
+  const int y0 = std::max(0, static_cast<int>(top - (sideways ? quiet : 0)));
+  const int x1 = std::min(picture.width, static_cast<int>(right + (sideways ? 0 : quiet)) + 1);
+  const int y1 = std::min(picture.height, static_cast<int>(bottom + (sideways ? quiet : 0)) + 1);
+  if (x0 >= x1 || y0 >= y1) return false;
+  const int step = std::max(1, (sideways ? x1 - x0 : y1 - y0) / kLinesAcrossBars);
+  const ZXing::ImageView lines(picture.row(y0) + x0, sideways ? (x1 - x0) / step : x1 - x0,
+                               sideways ? y1 - y0 : (y1 - y0) / step, ZXing::ImageFormat::Lum,
+                               sideways ? picture.stride : picture.stride * step, sideways ? step : 1);
+  const auto again = readOneLinear(lines, found.format(), Effort::Thorough, kManyScanLines);
+  return again && again->text() == found.text();
+}
+
+std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Result& result) {
+  const ZXing::Position& at = result.position();
+  const Quad outline =
+      barOutline(picture, middle(at.topLeft(), at.bottomLeft()), middle(at.topRight(), at.bottomRight()));
+  const std::string text = textOf(result);
+  const char* type = typeOf(result.format(), text);
+  if (!type) return std::nullopt;
+  const int scanLines = agreesOnManyLines(picture, result, outline) ? kManyScanLines : result.lineCount();
+  return Reading{type, text, outline, scanLines};
+}
+
+std::vector<Reading> readLinear(const LumaPicture& picture, Effort effort) {
+  std::vector<Reading> readings;
+  LumaBuffer rest;
+  LumaPicture view = picture;
+  while (readings.size() < kMostLinearCodes) {
+    const auto result = readOneLinear(viewOf(view), kLinearFormats, effort, kFewScanLines);
+    if (!result) break;
+    std::optional<Reading> reading = linearReading(view, *result);
+    if (!reading) break;
+    if (readings.empty()) {
+      rest.copyFrom(picture);
+      view = rest.picture();
+    }
+    rest.fill(scaledAboutCentre(reading->outline, 1.1), kPaper);
+    readings.push_back(std::move(*reading));
+  }
+  return readings;
+}
+
+std::vector<Reading> readMatrix(const LumaPicture& picture, Effort effort) {
+  std::vector<Reading> readings;
+  for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(kMatrixFormats, effort))) {
+    const std::string text = textOf(result);
+    const char* type = typeOf(result.format(), text);
+    if (!type || !result.isValid()) continue;
+    Quad outline;
+    for (int i = 0; i < 4; ++i) {
+      const ZXing::PointI corner = result.position()[i];
+      outline[i] = {static_cast<double>(corner.x), static_cast<double>(corner.y)};
+    }
+    readings.push_back({type, text, outline, 0});
+  }
+  return readings;
+}
+
+}  // namespace
+
+std::vector<Reading> decodeCodes(const LumaPicture& picture, Symbologies symbologies, Effort effort) {
+  std::vector<Reading> readings;
+  if (symbologies != Symbologies::Linear) readings = readMatrix(picture, effort);
+  if (symbologies != Symbologies::Matrix) {
+    for (Reading& reading : readLinear(picture, effort)) readings.push_back(std::move(reading));
+  }
+  return readings;
+}
+
+}  // namespace nivlo
