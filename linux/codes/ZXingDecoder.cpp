@@ -30,7 +30,7 @@ const ZXing::BarcodeFormats kLinearFormats = BarcodeFormat::UPCE | BarcodeFormat
 // Labels in view at once are few; each costs a pass.
 constexpr int kMostLinearCodes = 8;
 constexpr int kFewScanLines = 2;
-// The scan lines that are compared lie this part of the bars' height apart.
+// Neighbouring pixel rows of a tall code say the same; lines this many to its height say more.
 constexpr int kLinesAcrossBars = 64;
 constexpr std::uint8_t kPaper = 255;
 
@@ -119,7 +119,7 @@ CGPoint middle(ZXing::PointI first, ZXing::PointI second) {
 }
 
 /// Asked for one code, ZXing stops at the fewest lines that will do. So the found place is read once more,
-/// and must show the same text on many lines, spread over the height of the bars.
+/// and must show the same text on many lines.
 bool agreesOnManyLines(const LumaPicture& picture, const ZXing::Result& found, const Quad& outline) {
   const bool sideways = std::abs(outline[1].x - outline[0].x) < std::abs(outline[1].y - outline[0].y);
   const auto [left, right] = std::minmax({outline[0].x, outline[1].x, outline[2].x, outline[3].x});
