@@ -1,0 +1,190 @@
+#include "host/alerts/TerminalAlerts.hpp"
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <termios.h>
+#include <unistd.h>
+
+#include "host/loop/EventSource.hpp"
+#include "host/text/VisibleText.hpp"
+#include "platform/Foundation/Dispatch.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr std::size_t kLongestLine = 4096;
+
+std::optional<long> parseIndex(std::string_view text) {
+  long index = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), index);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(index) : std::nullopt;
+}
+
+std::string_view trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r");
+  return first == std::string_view::npos ? ""
+                                         : text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_this<TerminalAlerts> {
+ public:
+  TerminalAlerts(std::ostream& out, int input) : out_(out), input_(input) {}
+
+  void present(AlertContent content, AlertCallbacks callbacks) override {
+    alerts_.push_back({std::move(content), std::move(callbacks)});
+    // Later, as whoever shows an alert must have finished showing it before it hears of it.
+    dispatch_async(dispatch_get_main_queue(), [self = weak_from_this()] {
+      if (const auto alerts = self.lock()) {
+        alerts->appear();
+      }
+    });
+  }
+
+  void cancelAll() override {
+    while (!alerts_.empty()) {
+      const auto alert = std::move(alerts_.back());
+      alerts_.pop_back();
+      out_ << "\n(the dialog is cancelled)\n" << std::flush;
+      alert.callbacks.cancelled();
+      alert.callbacks.gone();
+    }
+    readable_ = EventSource();
+    reading_ = false;
+  }
+
+ private:
+  struct Alert {
+    AlertContent content;
+    AlertCallbacks callbacks;
+    bool appeared = false;
+  };
+
+  void appear() {
+    if (alerts_.empty() || !alerts_.front().appeared) {
+      // What was typed before there was a question is no answer to it. A pipe's lines were written as
+      // answers.
+      tcflush(input_, TCIFLUSH);
+    }
+    for (std::size_t i = 0; i < alerts_.size(); ++i) {
+      if (!alerts_[i].appeared) {
+        alerts_[i].appeared = true;
+        print(alerts_[i].content);
+        alerts_[i].callbacks.appeared();
+      }
+    }
+    answerFromInput();
+  }
+
+  void print(const AlertContent& content) {
+    out_ << "\n== " << visibleText(content.title) << " ==\n" << visibleText(content.message) << '\n';
+    for (std::size_t i = 0; i < content.buttons.size(); ++i) {
+      out_ << "  " << i << ") " << visibleText(content.buttons[i])
+           << (static_cast<long>(i) == content.disabledButtonIndex ? " (not available)" : "") << '\n';
+    }
+    out_ << "Number, then Enter: " << std::flush;
+  }
+
+  /// Answers what is asked with the lines that are there; input is read only while something is asked.
+  void answerFromInput() {
+    while (isAsking()) {
+      const auto end = pending_.find('\n');
+      if (end == std::string::npos) {
+        break;
+      }
+      const std::string line = pending_.substr(0, end);
+      pending_.erase(0, end + 1);
+      answer(trimmed(line));
+    }
+    if (!isAsking()) {
+      readable_ = EventSource();
+    } else if (inputEnded_) {
+      cancelAll();
+    } else if (!reading_) {
+      readable_ = EventSource::onReadable(input_, [this] { read(); });
+    }
+    reading_ = isAsking() && !inputEnded_;
+  }
+
+  bool isAsking() const { return !alerts_.empty() && alerts_.back().appeared; }
+
+  void read() {
+    std::array<char, 4096> buffer;
+    const auto count = ::read(input_, buffer.data(), buffer.size());
+    if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
+      return;
+    }
+    if (count > 0) {
+      pending_.append(buffer.data(), static_cast<std::size_t>(count));
+    } else {
+      inputEnded_ = true;
+      readable_ = EventSource();
+    }
+    if (pending_.size() > kLongestLine && pending_.find('\n') == std::string::npos) {
+      pending_.clear();
+    }
+    answerFromInput();
+  }
+
+  void answer(std::string_view line) {
+    if (line.empty()) {
+      return;
+    }
+    const auto& content = alerts_.back().content;
+    const auto index = parseIndex(line);
+    const auto buttons = static_cast<long>(content.buttons.size());
+    if (!index || *index < 0 || *index >= buttons || *index == content.disabledButtonIndex) {
+      out_ << "Please write the number of one of the buttons, 0 to " << buttons - 1 << ": " << std::flush;
+      return;
+    }
+    const auto alert = std::move(alerts_.back());
+    alerts_.pop_back();
+    alert.callbacks.tapped(*index);
+    alert.callbacks.gone();
+    showAgain();
+  }
+
+  /// An alert below the answered one is in view again, unless another has come to lie on top of it.
+  void showAgain() {
+    if (isAsking()) {
+      print(alerts_.back().content);
+    }
+  }
+
+  std::ostream& out_;
+  int input_;
+  EventSource readable_;
+  bool reading_ = false;
+  bool inputEnded_ = false;
+  std::string pending_;
+  std::vector<Alert> alerts_;
+};
+
+/// Lets the presenter be owned by one pointer and yet be promoted from the main queue's work.
+class SharedTerminalAlerts : public AlertPresenter {
+ public:
+  SharedTerminalAlerts(std::ostream& out, int input)
+      : alerts_(std::make_shared<TerminalAlerts>(out, input)) {}
+  void present(AlertContent content, AlertCallbacks callbacks) override {
+    alerts_->present(std::move(content), std::move(callbacks));
+  }
+  void cancelAll() override { alerts_->cancelAll(); }
+
+ private:
+  std::shared_ptr<TerminalAlerts> alerts_;
+};
+
+}  // namespace
+
+std::unique_ptr<AlertPresenter> makeTerminalAlerts(std::ostream& out, int inputDescriptor) {
+  return std::make_unique<SharedTerminalAlerts>(out, inputDescriptor);
+}
+
+}  // namespace nivlo

@@ -1,0 +1,187 @@
+#include "host/commands/CommandLine.hpp"
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "host/bundle/BundleLoader.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr int kUsageError = 2;
+constexpr int kLargestSide = 16384;
+
+constexpr auto kFooter = R"(Examples:
+  nivlo                                   show the back camera, offer the codes it sees
+  nivlo --preset 4                        the front camera, no codes
+  nivlo --source back=file:photo.jpg      a picture in place of the back camera
+  nivlo --surface offscreen --snapshot wall.png --frames 30
+  nivlo scan *.png                        read the codes in pictures
+'nivlo COMMAND --help' tells more of a command.
+)";
+
+/// What "run" and the program without a command share.
+class RunArguments {
+ public:
+  void addTo(CLI::App& app) {
+    app.add_option("--preset", options_.preset,
+                   "1: back camera, codes  2: front camera, codes  3: back camera  4: front camera")
+        ->check(CLI::Range(1, 4))
+        ->capture_default_str();
+    app.add_option("--qr", scans_, "Offer the codes that the camera sees; the preset says otherwise")
+        ->check(CLI::IsMember({"on", "off"}));
+    app.add_option("--camera", camera_, "The camera to begin with; the preset says otherwise")
+        ->check(CLI::IsMember({"back", "front"}));
+    app.add_option(
+        "--source", sources_,
+        "What stands at a side, SIDE=SOURCE: back or front = auto, demo, pipewire:NODE, file:PATH or none "
+        "(auto: the PipeWire cameras, else the demo; see 'nivlo devices')");
+    app.add_option(
+        "--accelerometer", accelerometer_,
+        "script:FILE plays readings from lines 'SECONDS, X, Y, Z' (in g); above 1.5 g on an axis is a shake");
+    app.add_option(
+           "--surface", surface_,
+           "Where to draw: an X11 window, or offscreen, into memory; auto is a window where DISPLAY is set")
+        ->check(CLI::IsMember({"auto", "offscreen", "window"}))
+        ->capture_default_str();
+    app.add_option("--alerts", alerts_, "How to ask: in the terminal, with numbered buttons")
+        ->check(CLI::IsMember({"auto", "terminal"}))
+        ->capture_default_str();
+    app.add_option("--size", size_, "The surface in pixels, WIDTHxHEIGHT")->capture_default_str();
+    app.add_option("--snapshot", snapshot_,
+                   "Write the first picture, and at the end the last one, to this PNG file");
+    app.add_option("--frames", options_.frames, "End after so many drawn frames")->check(CLI::PositiveNumber);
+    app.add_option("--seconds", seconds_, "End after this time")->check(CLI::PositiveNumber);
+    app.add_option("--bundle", options_.bundle, "The wallpaper bundle to load in place of the built-in one");
+  }
+
+  /// Throws CLI::ValidationError where a value makes no sense.
+  RunOptions options() const {
+    RunOptions result = options_;
+    if (result.bundle.empty()) {
+      result.bundle = defaultBundlePath();
+    }
+    if (!scans_.empty()) {
+      result.scans = scans_ == "on";
+    }
+    if (!camera_.empty()) {
+      result.camera = camera_;
+    }
+    if (!snapshot_.empty()) {
+      result.snapshot = snapshot_;
+    }
+    if (seconds_ > 0) {
+      result.runFor = std::chrono::duration<double>(seconds_);
+    }
+    if (surface_ != "auto") {
+      result.surface = surface_ == "window" ? SurfaceKind::Window : SurfaceKind::Offscreen;
+    }
+    result.sources = parseSources(sources_);
+    readSize(result);
+    readAccelerometer(result);
+    return result;
+  }
+
+  static CameraSources parseSources(const std::vector<std::string>& texts) {
+    CameraSources sources;
+    for (const auto& text : texts) {
+      if (const auto error = applyCameraSource(text, &sources); !error.empty()) {
+        throw CLI::ValidationError("--source", error);
+      }
+    }
+    return sources;
+  }
+
+ private:
+  void readSize(RunOptions& result) const {
+    char extra = 0;
+    const int count = std::sscanf(size_.c_str(), "%5dx%5d%c", &result.width, &result.height, &extra);
+    const auto fits = [](int side) { return side >= 1 && side <= kLargestSide; };
+    if (count != 2 || !fits(result.width) || !fits(result.height)) {
+      throw CLI::ValidationError("--size",
+                                 "write WIDTHxHEIGHT in pixels, for example 1920x1080, each from 1 to 16384");
+    }
+  }
+
+  void readAccelerometer(RunOptions& result) const {
+    const std::string prefix = "script:";
+    if (accelerometer_.empty()) {
+      return;
+    }
+    if (!accelerometer_.starts_with(prefix) || accelerometer_.size() == prefix.size()) {
+      throw CLI::ValidationError("--accelerometer", "write script:FILE");
+    }
+    result.accelerometerScript = accelerometer_.substr(prefix.size());
+  }
+
+  RunOptions options_;
+  std::string scans_;
+  std::string camera_;
+  std::vector<std::string> sources_;
+  std::string accelerometer_;
+  std::string surface_ = "auto";
+  std::string alerts_ = "auto";
+  std::string size_ = "1920x1080";
+  std::string snapshot_;
+  double seconds_ = 0;
+};
+
+}  // namespace
+
+Command parseCommandLine(int argc, const char* const* argv) {
+  CLI::App app(
+      "The desktop background becomes the live picture of a camera. Codes that it sees are offered to be "
+      "opened or "
+      "copied, and a shake turns the camera round.",
+      "nivlo");
+  app.footer(kFooter);
+  app.set_version_flag("--version", NIVLO_VERSION);
+  app.require_subcommand(0, 1);
+
+  RunArguments run;
+  run.addTo(app);
+  auto* runCommand = app.add_subcommand("run", "Show the wallpaper (what happens without a command, too)");
+  run.addTo(*runCommand);
+
+  PresetsOptions presets;
+  auto* presetsCommand = app.add_subcommand("presets", "List the four presets and what they do");
+  presetsCommand->add_option("--bundle", presets.bundle,
+                             "The wallpaper bundle to ask in place of the built-in one");
+
+  std::vector<std::string> deviceSources;
+  auto* devicesCommand = app.add_subcommand("devices", "List the cameras that can be chosen");
+  devicesCommand->add_option("--source", deviceSources, "As for 'run'");
+
+  ScanOptions scan;
+  auto* scanCommand = app.add_subcommand("scan", "Read the codes in picture files, as a live camera would");
+  scanCommand->add_option("FILE", scan.files, "PNG, JPEG or WebP")->required();
+  scanCommand->add_flag("--json", scan.json,
+                        "One JSON object a file: file, codes [{type, text, corners}], milliseconds, error");
+  scanCommand->footer(
+      "A line a code: type, text; with 'FILE: ' before it for several files.\n"
+      "Exit status: 0 all files were read, 1 one could not be read, 2 wrong usage.");
+  try {
+    app.parse(argc, argv);
+    if (*scanCommand) {
+      return scan;
+    }
+    if (*presetsCommand) {
+      if (presets.bundle.empty()) {
+        presets.bundle = defaultBundlePath();
+      }
+      return presets;
+    }
+    if (*devicesCommand) {
+      return DevicesOptions{RunArguments::parseSources(deviceSources)};
+    }
+    return run.options();
+  } catch (const CLI::ParseError& error) {
+    return ExitNow{app.exit(error) == 0 ? 0 : kUsageError};
+  }
+}
+
+}  // namespace nivlo

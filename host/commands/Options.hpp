@@ -1,0 +1,40 @@
+// What the command line can ask for.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "host/scan/ScanCommand.hpp"
+#include "linux/camera/selection/CameraSource.hpp"
+
+namespace nivlo {
+
+/// Auto is a window where there is a display, else offscreen.
+enum class SurfaceKind { Auto, Offscreen, Window };
+
+struct RunOptions {
+  std::filesystem::path bundle;
+  int preset = 1;                     ///< 1 to 4
+  std::optional<bool> scans;          ///< overrides the preset
+  std::optional<std::string> camera;  ///< "back" or "front", overrides the preset
+  CameraSources sources;
+  std::optional<std::filesystem::path> accelerometerScript;
+  SurfaceKind surface = SurfaceKind::Auto;
+  int width = 1920;   ///< pixels
+  int height = 1080;  ///< pixels
+  std::optional<std::filesystem::path> snapshot;
+  std::optional<int> frames;                            ///< ends after so many drawn frames
+  std::optional<std::chrono::duration<double>> runFor;  ///< ends after this time
+};
+
+struct PresetsOptions {
+  std::filesystem::path bundle;
+};
+
+struct DevicesOptions {
+  CameraSources sources;
+};
+
+}  // namespace nivlo

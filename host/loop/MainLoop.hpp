@@ -1,0 +1,37 @@
+// The program's event loop.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <glib.h>
+
+#include "platform/drivers/MainQueueDriver.hpp"
+
+namespace nivlo {
+
+/// A GLib main loop on the default context. Create and run it on the main thread.
+class MainLoop {
+ public:
+  MainLoop();
+  ~MainLoop();
+  MainLoop(const MainLoop&) = delete;
+  MainLoop& operator=(const MainLoop&) = delete;
+
+  /// Runs until quit.
+  void run();
+  /// Main thread only; a quit before the run makes the run return at once.
+  void quit();
+
+  /// The main queue that this loop serves. It may outlive the loop; nothing runs then.
+  std::unique_ptr<MainQueueDriver> makeMainQueue();
+
+  /// Runs what is ready now, without waiting; for the end of the program, when the loop no longer runs.
+  static void drain();
+
+ private:
+  GMainLoop* loop_;
+  bool quitting_ = false;
+};
+
+}  // namespace nivlo

@@ -1,0 +1,23 @@
+#include <iostream>
+#include <variant>
+
+#include "host/commands/CommandLine.hpp"
+#include "host/commands/DevicesCommand.hpp"
+#include "host/commands/PresetsCommand.hpp"
+#include "host/commands/RunCommand.hpp"
+
+namespace {
+
+struct Execute {
+  int operator()(const nivlo::ExitNow& leave) const { return leave.status; }
+  int operator()(const nivlo::RunOptions& options) const { return nivlo::runWallpaper(options); }
+  int operator()(const nivlo::PresetsOptions& options) const { return nivlo::runPresets(options); }
+  int operator()(const nivlo::DevicesOptions& options) const { return nivlo::runDevices(options); }
+  int operator()(const nivlo::ScanOptions& options) const {
+    return nivlo::runScan(options, std::cout, std::cerr);
+  }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) { return std::visit(Execute{}, nivlo::parseCommandLine(argc, argv)); }

@@ -1,0 +1,44 @@
+#include "linux/camera/selection/CameraSource.hpp"
+
+#include <fmt/format.h>
+
+namespace nivlo {
+
+std::optional<CameraSource> parseCameraSource(std::string_view text) {
+  using Kind = CameraSource::Kind;
+  const auto withValue = [&](std::string_view prefix, Kind kind) -> std::optional<CameraSource> {
+    if (!text.starts_with(prefix) || text.size() == prefix.size()) {
+      return std::nullopt;
+    }
+    return CameraSource{kind, std::string(text.substr(prefix.size()))};
+  };
+  if (text == "auto") {
+    return CameraSource{Kind::Auto, ""};
+  }
+  if (text == "demo") {
+    return CameraSource{Kind::Demo, ""};
+  }
+  if (text == "none") {
+    return CameraSource{Kind::None, ""};
+  }
+  const auto node = withValue("pipewire:", Kind::PipeWire);
+  return node ? node : withValue("file:", Kind::File);
+}
+
+std::string applyCameraSource(std::string_view text, CameraSources* sources) {
+  const auto equals = text.find('=');
+  const auto side = text.substr(0, equals);
+  const auto source =
+      equals == std::string_view::npos ? std::nullopt : parseCameraSource(text.substr(equals + 1));
+  if (!source || (side != "back" && side != "front")) {
+    return fmt::format(
+        "'{}' is no camera source: write back=SOURCE or front=SOURCE, where SOURCE is auto, demo, "
+        "pipewire:NODE, "
+        "file:PATH or none",
+        text);
+  }
+  (side == "back" ? sources->back : sources->front) = *source;
+  return "";
+}
+
+}  // namespace nivlo

@@ -1,0 +1,160 @@
+#include "linux/camera/selection/SelectedCameras.hpp"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "linux/camera/demo/DemoCameras.hpp"
+#include "linux/camera/files/FileCameras.hpp"
+#include "linux/camera/pipewire/PipeWireCameras.hpp"
+#include "platform/Foundation/NSLog.hpp"
+
+namespace nivlo {
+
+namespace {
+
+using Position = AVCaptureDevicePosition;
+using Kind = CameraSource::Kind;
+
+/// One side of the device: the driver that serves it and, where one camera was chosen, which.
+struct Side {
+  Position position = Position::Unspecified;
+  Kind kind = Kind::Auto;
+  CameraDriver* driver = nullptr;
+  std::string uniqueID;
+};
+
+class SelectedCameras : public CameraDriver {
+ public:
+  /// Returns an error message, empty on success.
+  std::string select(const CameraSources& sources) {
+    const auto error = selectSide(Position::Back, sources.back);
+    return error.empty() ? selectSide(Position::Front, sources.front) : error;
+  }
+
+  std::vector<CameraInfo> cameras() override {
+    std::vector<CameraInfo> result;
+    for (const auto& side : sides_) {
+      if (side.kind == Kind::Auto) {
+        std::ranges::copy_if(automatic(), std::back_inserter(result),
+                             [&](const CameraInfo& camera) { return camera.position == side.position; });
+      } else if (side.kind != Kind::None) {
+        result.push_back(chosen(side));
+      }
+    }
+    if (hasAutomaticSide()) {
+      std::ranges::copy_if(automatic(), std::back_inserter(result), [&](const CameraInfo& camera) {
+        return camera.position == Position::Unspecified &&
+               std::ranges::none_of(
+                   result, [&](const CameraInfo& other) { return other.uniqueID == camera.uniqueID; });
+      });
+    }
+    return result;
+  }
+
+  std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
+    for (const auto& side : sides_) {
+      if (side.driver && side.uniqueID == uniqueID) {
+        return side.driver->open(uniqueID, std::move(onFrame));
+      }
+    }
+    if (!hasAutomaticSide()) {
+      return nullptr;
+    }
+    return (demoStandsIn_ ? demo() : pipeWire()).open(uniqueID, std::move(onFrame));
+  }
+
+ private:
+  std::string selectSide(Position position, const CameraSource& source) {
+    auto& side = sides_.at(position == Position::Back ? 0 : 1);
+    side.position = position;
+    side.kind = source.kind;
+    switch (source.kind) {
+      case Kind::Demo:
+        side.driver = &demo();
+        side.uniqueID = position == Position::Back ? "demo:back" : "demo:front";
+        break;
+      case Kind::PipeWire:
+        side.driver = &pipeWire();
+        side.uniqueID = "pipewire:" + source.value;
+        break;
+      case Kind::File: {
+        std::string error;
+        auto file = makeFileCamera(source.value, position, &error);
+        if (!file) {
+          return error;
+        }
+        side.driver = file.get();
+        side.uniqueID = file->cameras().front().uniqueID;
+        files_.push_back(std::move(file));
+        break;
+      }
+      case Kind::Auto:
+      case Kind::None:
+        break;
+    }
+    return "";
+  }
+
+  static CameraInfo chosen(const Side& side) {
+    CameraInfo info{side.uniqueID, side.uniqueID, side.position};
+    for (auto& camera : side.driver->cameras()) {
+      if (camera.uniqueID == side.uniqueID) {
+        info.localizedName = camera.localizedName;
+      }
+    }
+    return info;
+  }
+
+  bool hasAutomaticSide() const {
+    return std::ranges::any_of(sides_, [](const Side& side) { return side.kind == Kind::Auto; });
+  }
+
+  std::vector<CameraInfo> automatic() {
+    if (demoStandsIn_) {
+      return demo().cameras();
+    }
+    auto found = pipeWire().cameras();
+    if (found.empty() && !pipeWireHadCameras_) {
+      demoStandsIn_ = true;
+      NSLog(
+          "cameras: PipeWire has no camera, so the demo scenes stand in; plug one in and start again, or "
+          "choose with "
+          "--source");
+      return demo().cameras();
+    }
+    pipeWireHadCameras_ = true;
+    return found;
+  }
+
+  CameraDriver& pipeWire() {
+    if (!pipeWire_) {
+      pipeWire_ = makePipeWireCameras();
+    }
+    return *pipeWire_;
+  }
+
+  CameraDriver& demo() {
+    if (!demo_) {
+      demo_ = makeDemoCameras();
+    }
+    return *demo_;
+  }
+
+  std::array<Side, 2> sides_;
+  std::unique_ptr<CameraDriver> pipeWire_;
+  std::unique_ptr<CameraDriver> demo_;
+  std::vector<std::unique_ptr<CameraDriver>> files_;
+  bool demoStandsIn_ = false;
+  bool pipeWireHadCameras_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<CameraDriver> makeSelectedCameras(const CameraSources& sources, std::string* error) {
+  auto cameras = std::make_unique<SelectedCameras>();
+  *error = cameras->select(sources);
+  return error->empty() ? std::move(cameras) : nullptr;
+}
+
+}  // namespace nivlo

@@ -1,0 +1,37 @@
+# For ./run and ./test: installs what is missing and builds. Sourced, from the project's root.
+
+say() { printf '\033[1m%s\033[0m\n' "$*"; }
+
+# install_packages SECTIONS: "program", or "all" with what only the tests need.
+install_packages() {
+  local list=packaging/debian12-packages.txt wanted missing
+  wanted=$(if [ "$1" = all ]; then cat "$list"; else sed '/^== tests/,$d' "$list"; fi | grep -v '^#\|^==\|^$')
+  # shellcheck disable=SC2086
+  missing=$(dpkg-query -W -f '${Package} ${Status}\n' $wanted 2>/dev/null | awk '/ install ok installed$/ {print $1}' |
+    sort | comm -13 - <(printf '%s\n' $wanted | sort))
+  [ -n "$missing" ] || return 0
+  command -v apt-get >/dev/null || { echo "These Debian packages are missing, and there is no apt-get: $missing" >&2; return 1; }
+  local as_root=()
+  if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null || { echo "Run this once as root, or install: $missing" >&2; return 1; }
+    as_root=(sudo)
+  fi
+  say "Installing: $(echo $missing)"
+  local quiet=(-qq -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0)
+  "${as_root[@]}" apt-get "${quiet[@]}" update
+  # shellcheck disable=SC2086
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get "${quiet[@]}" install -y --no-install-recommends $missing >/dev/null
+}
+
+# build PRESET [CMAKE ARGUMENTS...]: configures where needed and builds everything; quiet unless something fails.
+build() {
+  local preset=$1 log=build/$1.log
+  shift
+  mkdir -p build
+  say "Building ($preset)"
+  if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
+    tail -n 60 "$log"
+    echo "The build failed; the whole output is in $log" >&2
+    return 1
+  fi
+}

@@ -1,0 +1,155 @@
+// The program as a person at a terminal meets it, without any camera.
+#include <fstream>
+
+#include <gmock/gmock.h>
+
+#include "linux/camera/ImageFile.hpp"
+#include "tests/host/program/Nivlo.hpp"
+#include "tests/support/TemporaryDirectory.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using testing::Eq;
+using testing::HasSubstr;
+
+TEST(ProgramTest, WrongUsageIsExplainedAndLeavesWithStatus2) {
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
+      {{"--preset", "5"}, "--preset"},
+      {{"--source", "back=camera"}, "pipewire:NODE"},
+      {{"--source", "left=demo"}, "back=SOURCE or front=SOURCE"},
+      {{"--size", "12"}, "WIDTHxHEIGHT"},
+      {{"--size", "0x5"}, "1 to 16384"},
+      {{"--accelerometer", "shake"}, "script:FILE"},
+      {{"--surface", "wall"}, "--surface"},
+      {{"scan"}, "FILE"},
+      {{"nonsense"}, "nonsense"}};
+  for (const auto& [arguments, hint] : cases) {
+    SCOPED_TRACE(testing::PrintToString(arguments));
+    Nivlo program(arguments);
+    EXPECT_THAT(program.waitForExit(), Eq(2));
+    EXPECT_THAT(program.output(), HasSubstr(hint));
+  }
+}
+
+TEST(ProgramTest, FilesThatCannotBeUsedAreNamedWithTheCause) {
+  const TemporaryDirectory directory;
+  const auto script = directory.path() / "script";
+  std::ofstream(script) << "# seconds, x, y, z\n0.5, 0, 0, 1\n0.4, 0, 0, 1\n";
+  Nivlo decreasing({"--source", "back=demo", "--accelerometer", "script:" + script.string()});
+  EXPECT_THAT(decreasing.waitForExit(), Eq(1));
+  EXPECT_THAT(decreasing.output(), HasSubstr("script:3:"));
+  Nivlo missing({"--source", "back=file:" + (directory.path() / "none.png").string()});
+  EXPECT_THAT(missing.waitForExit(), Eq(1));
+  EXPECT_THAT(missing.output(), HasSubstr("none.png"));
+  Nivlo unwritable({"--source", "back=demo", "--frames", "1", "--qr", "off", "--snapshot",
+                    (directory.path() / "none" / "wall.png").string()});
+  EXPECT_THAT(unwritable.waitForExit(), Eq(1));
+  EXPECT_THAT(unwritable.output(), HasSubstr("wall.png"));
+}
+
+TEST(ProgramTest, ABundleThatDoesNotFitIsRefusedWithTheReason) {
+  const TemporaryDirectory directory;
+  const auto refused = [&](const std::string& className, const std::string& executable) {
+    const auto bundle = directory.path() / "Test.bundle";
+    std::filesystem::create_directories(bundle);
+    std::filesystem::copy_file(NIVLO_WRONG_BUNDLES, bundle / "wrong.so",
+                               std::filesystem::copy_options::overwrite_existing);
+    std::ofstream(bundle / "Info.plist")
+        << "<plist><dict><key>NSPrincipalClass</key><string>" << className
+        << "</string><key>CFBundleExecutable</key><string>" << executable << "</string></dict></plist>";
+    Nivlo program({"presets", "--bundle", bundle.string()});
+    EXPECT_THAT(program.waitForExit(), Eq(1));
+    return program.output();
+  };
+  EXPECT_THAT(refused("Older", "wrong.so"), HasSubstr("was built for version 0"));
+  EXPECT_THAT(refused("Stranger", "wrong.so"), HasSubstr("no wallpaper class"));
+  EXPECT_THAT(refused("Alias", "wrong.so"), HasSubstr("exports Other"));
+  EXPECT_THAT(refused("Missing", "wrong.so"), HasSubstr("holds no class Missing"));
+  EXPECT_THAT(refused("Older", "none.so"), HasSubstr("none.so"));
+  EXPECT_THAT(refused("Older", "../wrong.so"), HasSubstr("CFBundleExecutable"));
+  EXPECT_THAT(refused("", "wrong.so"), HasSubstr("NSPrincipalClass"));
+  Nivlo none({"presets", "--bundle", (directory.path() / "None.bundle").string()});
+  EXPECT_THAT(none.waitForExit(), Eq(1));
+  EXPECT_THAT(none.output(), HasSubstr("Info.plist"));
+}
+
+TEST(ProgramTest, WithoutPipeWireTheDemoStandsInAndScanningGoesOnAfterEachAnswer) {
+  const TemporaryDirectory directory;
+  const auto snapshot = directory.path() / "wall.png";
+  Nivlo program({"--surface", "offscreen", "--alerts", "terminal", "--size", "640x360", "--snapshot",
+                 snapshot.string()});
+  ASSERT_TRUE(program.waitForLine("demo scenes stand in"));
+  ASSERT_TRUE(program.waitForLine("picture: "));
+  ASSERT_TRUE(program.answer("0) Cancel", 0));
+  ASSERT_TRUE(program.waitForLine("Cancelled"));
+  ASSERT_TRUE(program.waitForLine("Get a", std::chrono::seconds(40))) << "the next code of the demo";
+  EXPECT_THAT(program.terminate(), Eq(0)) << "with a dialog on the screen";
+  EXPECT_TRUE(colorIn(snapshot, 0.5, 0.5));
+}
+
+TEST(ProgramTest, HostileTextIsShownInTheTerminalButNeverSentToIt) {
+  const TemporaryDirectory directory;
+  const auto picture = directory.path() / "code.png";
+  writeCodePicture(picture, "QRCode", "a\x1b]0;title\a\xe2\x80\xae://b");
+  Nivlo program({"--source", "back=file:" + picture.string(), "--source", "front=none"});
+  ASSERT_TRUE(program.answer("1) Open Link", 1));
+  EXPECT_TRUE(program.isRunning());
+  const auto output = program.output();
+  EXPECT_THAT(output, HasSubstr(R"(Get an URL link: a\x1b]0;title\x07\u202e://b)"));
+  EXPECT_EQ(output.find('\x1b'), std::string::npos);
+  EXPECT_THAT(program.terminate(), Eq(0));
+}
+
+TEST(ProgramTest, TheTextOfACodeIsCopiedExactlyAndTheConfirmationFollows) {
+  const TemporaryDirectory directory;
+  const auto picture = directory.path() / "code.png";
+  writeCodePicture(picture, "EAN13", "4006381333931");
+  Nivlo program({"--source", "back=file:" + picture.string()});
+  ASSERT_TRUE(program.answer("Get a Barcode with content: 4006381333931", 1));
+  ASSERT_TRUE(program.answer("== Copy Succ ==", 0));
+  EXPECT_TRUE(waitFor(
+      [&] { return program.output().find("\x1b]52;c;NDAwNjM4MTMzMzkzMQ==\a") != std::string::npos; }));
+  EXPECT_THAT(program.terminate(), Eq(0));
+}
+
+TEST(ProgramTest, AnswersFromAPipeAreKeptForTheirQuestionsAndItsEndCancels) {
+  const TemporaryDirectory directory;
+  const auto picture = directory.path() / "code.png";
+  writeCodePicture(picture, "QRCode", "plain");
+  Nivlo program({"--source", "back=file:" + picture.string()});
+  program.write("nonsense\n7\n1\n");
+  program.closeInput();
+  EXPECT_TRUE(program.waitForLine("number of one of the buttons"));
+  EXPECT_TRUE(program.waitForLine("== Copy Succ =="));
+  EXPECT_TRUE(program.waitForLine("the dialog is cancelled"));
+  EXPECT_TRUE(program.isRunning());
+  EXPECT_THAT(program.terminate(), Eq(0));
+}
+
+TEST(ProgramTest, WithoutACameraItSaysSoAndLivesOn) {
+  Nivlo program({"--source", "back=none", "--source", "front=none", "--seconds", "0.3"});
+  EXPECT_TRUE(program.waitForLine("No video camera on this device!"));
+  EXPECT_THAT(program.waitForExit(), Eq(0));
+}
+
+TEST(ProgramTest, WithOneCameraAskingForTheOtherSideKeepsThePicture) {
+  const TemporaryDirectory directory;
+  const auto snapshot = directory.path() / "wall.png";
+  const auto picture = directory.path() / "white.png";
+  const std::vector<std::uint8_t> white(64 * 64 * 4, 255);
+  ASSERT_EQ(writePNG(picture, white.data(), 64, 64, 256), "");
+  const auto script = directory.path() / "script";
+  std::ofstream(script) << "0.2, 0, 0, 2\n";
+  Nivlo program({"--source", "back=file:" + picture.string(), "--source", "front=none", "--camera", "front",
+                 "--accelerometer", "script:" + script.string(), "--seconds", "1", "--snapshot",
+                 snapshot.string()});
+  EXPECT_TRUE(program.waitForLine("0.000000, 0.000000, 2.000000"));
+  EXPECT_THAT(program.waitForExit(), Eq(0));
+  EXPECT_TRUE(isNear(colorIn(snapshot, 0.5, 0.5), {255, 255, 255}));
+}
+
+}  // namespace
+
+}  // namespace nivlo::test

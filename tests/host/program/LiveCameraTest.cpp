@@ -1,0 +1,110 @@
+// The whole road on a real PipeWire daemon with virtual cameras.
+#include <fstream>
+
+#include <gmock/gmock.h>
+
+#include "tests/host/program/Nivlo.hpp"
+#include "tests/support/PrivatePipeWire.hpp"
+#include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/VirtualCamera.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using testing::Eq;
+using testing::HasSubstr;
+
+constexpr Picture::Color kWhite{255, 255, 255};
+constexpr Picture::Color kYellow{255, 240, 150};
+
+class LiveCameraTest : public testing::Test {
+ protected:
+  LiveCameraTest() {
+    writeCodePicture(backPicture_, "QRCode", "https://example.org/back", kWhite);
+    writeCodePicture(frontPicture_, "QRCode", "https://example.org/front", kYellow);
+  }
+
+  VirtualCameraOptions back() const {
+    return {"cam-back", {"--location", "back", "--picture", backPicture_.string()}};
+  }
+  VirtualCameraOptions front() const {
+    return {"cam-front", {"--location", "front", "--picture", frontPicture_.string()}};
+  }
+
+  std::filesystem::path script(const std::string& lines) const {
+    const auto path = directory_.path() / "script";
+    std::ofstream(path) << lines;
+    return path;
+  }
+
+  TemporaryDirectory directory_;
+  std::filesystem::path backPicture_ = directory_.path() / "back.png";
+  std::filesystem::path frontPicture_ = directory_.path() / "front.png";
+  std::filesystem::path snapshot_ = directory_.path() / "wall.png";
+  PrivateBus bus_;
+  PrivatePipeWire pipeWire_{bus_};
+};
+
+TEST_F(LiveCameraTest, ACodeIsOfferedAndAShakeShowsTheFrontCamera) {
+  VirtualCamera backCamera(pipeWire_.environment(), back());
+  VirtualCamera frontCamera(pipeWire_.environment(), front());
+  Nivlo program({"--surface", "offscreen", "--alerts", "terminal", "--size", "640x360", "--snapshot",
+                 snapshot_.string(), "--accelerometer", "script:" + script("6, 0, 1.6, 0\n").string()},
+                pipeWire_.environment());
+  ASSERT_TRUE(backCamera.waitForStreaming());
+  ASSERT_TRUE(program.answer("Get an URL link: https://example.org/back", 0));
+  ASSERT_TRUE(program.waitForLine("Cancelled"));
+  ASSERT_TRUE(frontCamera.waitForStreaming()) << "after the shake";
+  EXPECT_TRUE(backCamera.waitForPaused()) << "only one camera is open";
+  EXPECT_TRUE(program.answer("Get an URL link: https://example.org/front", 0))
+      << "a mirrored picture is read unmirrored";
+  EXPECT_THAT(program.terminate(), Eq(0));
+  EXPECT_TRUE(frontCamera.waitForPaused()) << "the camera is released at the end";
+  EXPECT_TRUE(isNear(colorIn(snapshot_, 0.02, 0.02), kYellow));
+}
+
+TEST_F(LiveCameraTest, AnUnpluggedCameraComesBackByItselfAndNeverAsTheOtherOne) {
+  auto backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
+  VirtualCamera frontCamera(pipeWire_.environment(), front());
+  Nivlo program({"--qr", "off", "--size", "640x360", "--snapshot", snapshot_.string()},
+                pipeWire_.environment());
+  ASSERT_TRUE(backCamera->waitForStreaming());
+  backCamera->unplug();
+  ASSERT_TRUE(program.waitForLine("cam-back: gone"));
+  backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
+  EXPECT_TRUE(backCamera->waitForStreaming());
+  EXPECT_TRUE(program.waitForLine("cam-back: back"));
+  EXPECT_FALSE(frontCamera.waitForStreaming(std::chrono::milliseconds(100)));
+  EXPECT_THAT(program.terminate(), Eq(0));
+  EXPECT_TRUE(isNear(colorIn(snapshot_, 0.02, 0.02), kWhite)) << "the white of the code's picture";
+}
+
+TEST_F(LiveCameraTest, ADaemonThatDiesAndReturnsEndsNothing) {
+  auto backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
+  Nivlo program({"--qr", "off", "--size", "640x360"}, pipeWire_.environment());
+  ASSERT_TRUE(backCamera->waitForStreaming());
+  pipeWire_.stopDaemon();
+  ASSERT_TRUE(program.waitForLine("cam-back: gone"));
+  pipeWire_.startDaemon();
+  backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
+  EXPECT_TRUE(backCamera->waitForStreaming());
+  EXPECT_THAT(program.terminate(), Eq(0));
+}
+
+TEST_F(LiveCameraTest, CamerasAreListedWithTheSideTheyLookTo) {
+  VirtualCamera backCamera(pipeWire_.environment(), back());
+  VirtualCamera frontCamera(pipeWire_.environment(), front());
+  Nivlo listing({"devices"}, pipeWire_.environment());
+  EXPECT_THAT(listing.waitForExit(), Eq(0));
+  EXPECT_THAT(listing.standardOutput(),
+              testing::ContainsRegex("back +pipewire:cam-back[^\n]*\nfront +pipewire:cam-front"));
+  Nivlo chosen({"devices", "--source", "back=pipewire:cam-front", "--source", "front=none"},
+               pipeWire_.environment());
+  EXPECT_THAT(chosen.waitForExit(), Eq(0));
+  EXPECT_THAT(chosen.standardOutput(), HasSubstr("back         pipewire:cam-front"));
+}
+
+}  // namespace
+
+}  // namespace nivlo::test

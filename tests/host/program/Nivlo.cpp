@@ -1,0 +1,78 @@
+#include "tests/host/program/Nivlo.hpp"
+
+#include <cstdlib>
+
+#define ZX_USE_UTF8
+#include <ZXing/BarcodeFormat.h>
+#include <ZXing/BitMatrix.h>
+#include <ZXing/CharacterSet.h>
+#include <ZXing/MultiFormatWriter.h>
+
+#include "linux/camera/ImageFile.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+std::vector<std::string> withProgram(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), NIVLO_PROGRAM);
+  return arguments;
+}
+
+}  // namespace
+
+Nivlo::Nivlo(const std::vector<std::string>& arguments, const Environment& environment)
+    : ChildProcess(
+          withProgram(arguments),
+          merged({{"XDG_RUNTIME_DIR", "/nonexistent"}, {"PIPEWIRE_REMOTE", std::nullopt}}, environment)) {}
+
+bool Nivlo::answer(std::string_view line, int button) {
+  return waitForLine(line).has_value() && write(std::to_string(button) + "\n");
+}
+
+void writeCodePicture(const std::filesystem::path& path, const std::string& format, const std::string& text,
+                      Picture::Color background) {
+  constexpr int kWidth = 1280;
+  constexpr int kHeight = 720;
+  constexpr int kSide = 400;
+  const auto code = ZXing::MultiFormatWriter(ZXing::BarcodeFormatFromString(format))
+                        .setEncoding(ZXing::CharacterSet::UTF8)
+                        .setMargin(8)
+                        .encode(text, kSide, kSide);
+  std::vector<std::uint8_t> pixels(kWidth * kHeight * 4);
+  for (std::size_t i = 0; i < pixels.size(); ++i) {
+    pixels[i] = i % 4 == 3 ? 255 : background[2 - i % 4];
+  }
+  for (int y = 0; y < code.height(); ++y) {
+    for (int x = 0; x < code.width(); ++x) {
+      if (code.get(x, y)) {
+        const int row = (kHeight - code.height()) / 2 + y;
+        const int column = (kWidth - code.width()) / 2 + x;
+        std::fill_n(pixels.begin() + (row * kWidth + column) * 4, 3, std::uint8_t{0});
+      }
+    }
+  }
+  writePNG(path, pixels.data(), kWidth, kHeight, kWidth * 4);
+}
+
+std::optional<Picture::Color> colorIn(const std::filesystem::path& picture, double x, double y) {
+  const auto image = loadImageFile(picture).frame;
+  if (!image) {
+    return std::nullopt;
+  }
+  const int bytes = image->format == PixelFormat::RGB ? 3 : 4;
+  const auto* pixel = image->planes[0].data + static_cast<int>(y * image->height) * image->planes[0].stride +
+                      static_cast<int>(x * image->width) * bytes;
+  return Picture::Color{pixel[0], pixel[1], pixel[2]};
+}
+
+bool isNear(const std::optional<Picture::Color>& color, Picture::Color expected) {
+  for (int i = 0; color && i < 3; ++i) {
+    if (std::abs((*color)[i] - expected[i]) > 6) {
+      return false;
+    }
+  }
+  return color.has_value();
+}
+
+}  // namespace nivlo::test

@@ -1,0 +1,33 @@
+// The program under test.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/ChildProcess.hpp"
+#include "tests/support/pictures/Picture.hpp"
+
+namespace nivlo::test {
+
+/// `nivlo` with the arguments, in a session without any PipeWire unless the environment has one.
+class Nivlo : public ChildProcess {
+ public:
+  explicit Nivlo(const std::vector<std::string>& arguments, const Environment& environment = {});
+
+  /// Waits until the line comes and answers the dialog that it belongs to. Returns whether it came.
+  bool answer(std::string_view line, int button);
+};
+
+/// A picture file with one code, in the middle of a picture of 1280x720.
+void writeCodePicture(const std::filesystem::path& path, const std::string& format, const std::string& text,
+                      Picture::Color background = {255, 255, 255});
+
+/// The color at a place given in parts of the width and height; nothing while the file cannot be read.
+std::optional<Picture::Color> colorIn(const std::filesystem::path& picture, double x, double y);
+
+bool isNear(const std::optional<Picture::Color>& color, Picture::Color expected);
+
+}  // namespace nivlo::test
