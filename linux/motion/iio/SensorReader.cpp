@@ -1,0 +1,168 @@
+#include "linux/motion/iio/SensorReader.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <thread>
+#include <utility>
+
+#include "linux/glib/OwnedSource.hpp"
+#include "linux/motion/iio/SensorWatch.hpp"
+#include "platform/Foundation/NSLog.hpp"
+
+namespace nivlo {
+
+namespace {
+
+using Clock = ReadingSubscription::Clock;
+
+/// Wakes a GLib context at a time that is set anew after each wake-up.
+class Alarm {
+ public:
+  explicit Alarm(GMainContext* context) : source_(g_source_new(&kFunctions, sizeof(GSource))) {
+    g_source_attach(source_.get(), context);
+  }
+
+  void setTime(Clock::time_point time) {
+    const auto sinceBoot = std::chrono::duration_cast<std::chrono::microseconds>(time.time_since_epoch());
+    g_source_set_ready_time(source_.get(), sinceBoot.count());
+  }
+  void clear() { g_source_set_ready_time(source_.get(), -1); }
+
+ private:
+  static gboolean dispatch(GSource* source, GSourceFunc, gpointer) {
+    g_source_set_ready_time(source, -1);
+    return G_SOURCE_CONTINUE;
+  }
+  static inline GSourceFuncs kFunctions{nullptr, nullptr, dispatch, nullptr};
+
+  OwnedSource source_;
+};
+
+/// Another process may have the sensor's buffer on for a while, or the sensor may be waking up.
+bool isTransient(int error) { return error == EBUSY || error == EAGAIN; }
+
+using Listeners = std::vector<std::shared_ptr<ReadingSubscription>>;
+
+Clock::time_point earliest(const Listeners& listeners) {
+  const auto isEarlier = [](const auto& one, const auto& other) { return one->due() < other->due(); };
+  return (*std::min_element(listeners.begin(), listeners.end(), isEarlier))->due();
+}
+
+class Sampler {
+ public:
+  bool hasSensor() const { return watch_.sensor() != nullptr; }
+
+  /// Asks the sensor, and passes on that it has nothing to say when it does not answer.
+  void sampleFor(const Listeners& listeners) {
+    const auto sample = watch_.sensor()->sample();
+    if (sample.error == ENOENT || sample.error == ENODEV) {
+      watch_.giveUpSensor();
+      return;
+    }
+    AccelerometerReading reading;
+    if (sample.error) {
+      report(sample.error);
+    } else {
+      reading.acceleration = sample.acceleration;
+    }
+    const auto now = Clock::now();
+    for (const auto& listener : listeners) {
+      if (listener->due() <= now) {
+        listener->deliver(reading);
+      }
+    }
+  }
+
+ private:
+  void report(int error) {
+    if (!isTransient(error) && !std::exchange(reported_, true)) {
+      NSLog("motion: %@ cannot be read: %@; shaking does nothing until it can. See its permissions and dmesg",
+            watch_.sensor()->directory(), std::strerror(error));
+    }
+  }
+
+  SensorWatch watch_;
+  bool reported_ = false;
+};
+
+}  // namespace
+
+ReadingSubscription::ReadingSubscription(Clock::duration interval, Handler handler)
+    : interval_(interval), handler_(std::move(handler)) {}
+
+void ReadingSubscription::end() {
+  Handler ended;  // goes outside the lock: it may hold the last reference to anything
+  const std::lock_guard lock(mutex_);
+  ended.swap(handler_);
+}
+
+void ReadingSubscription::deliver(const AccelerometerReading& reading) {
+  const auto now = Clock::now();
+  due_ = due_ + interval_ > now ? due_ + interval_ : now + interval_;
+  const std::lock_guard lock(mutex_);
+  if (handler_) {
+    handler_(reading);
+  }
+}
+
+void SensorReader::add(std::shared_ptr<ReadingSubscription> subscription) {
+  const std::lock_guard lock(mutex_);
+  subscriptions_.push_back(std::move(subscription));
+  if (std::exchange(running_, true)) {
+    g_main_context_wakeup(context_.get());
+  } else {
+    std::thread([self = shared_from_this()] { self->run(); }).detach();
+  }
+}
+
+void SensorReader::remove(const std::shared_ptr<ReadingSubscription>& subscription) {
+  const std::lock_guard lock(mutex_);
+  std::erase(subscriptions_, subscription);
+  g_main_context_wakeup(context_.get());
+}
+
+void SensorReader::awaitIdle(Clock::duration patience) {
+  std::unique_lock lock(mutex_);
+  idle_.wait_for(lock, patience, [this] { return !running_; });
+}
+
+void SensorReader::run() {
+  do {
+    serve();
+  } while (!endIfUnused());
+}
+
+void SensorReader::serve() {
+  g_main_context_push_thread_default(context_.get());
+  {
+    Sampler sampler;
+    Alarm alarm(context_.get());
+    for (auto listeners = subscriptions(); !listeners.empty(); listeners = subscriptions()) {
+      if (sampler.hasSensor() && earliest(listeners) <= Clock::now()) {
+        sampler.sampleFor(listeners);
+      }
+      if (sampler.hasSensor()) {
+        alarm.setTime(earliest(listeners));
+      } else {
+        alarm.clear();
+      }
+      g_main_context_iteration(context_.get(), TRUE);
+    }
+  }
+  g_main_context_pop_thread_default(context_.get());
+}
+
+bool SensorReader::endIfUnused() {
+  const std::lock_guard lock(mutex_);
+  running_ = !subscriptions_.empty();
+  idle_.notify_all();
+  return !running_;
+}
+
+SensorReader::Subscriptions SensorReader::subscriptions() const {
+  const std::lock_guard lock(mutex_);
+  return subscriptions_;
+}
+
+}  // namespace nivlo

@@ -1,0 +1,265 @@
+// The accelerometer, on devices that umockdev makes up.
+#include <atomic>
+#include <cerrno>
+#include <filesystem>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <umockdev.h>
+
+#include "linux/glib/Owned.hpp"
+#include "linux/motion/iio/IIOAccelerometer.hpp"
+#include "platform/drivers/Drivers.hpp"
+#include "tests/support/FileDescriptor.hpp"
+#include "tests/support/WaitFor.hpp"
+
+namespace {
+
+std::atomic<int> readError{0};
+
+}  // namespace
+
+extern "C" {
+ssize_t __real_read(int file, void* buffer, size_t size);
+
+/// What the driver calls to read: fails as long as the sensor is to fail.
+ssize_t __wrap_read(int file, void* buffer, size_t size) {
+  if (const int error = readError) {
+    errno = error;
+    return -1;
+  }
+  return __real_read(file, buffer, size);
+}
+}
+
+namespace nivlo {
+namespace {
+
+using namespace std::chrono_literals;
+using Texts = std::map<std::string, std::string>;
+
+constexpr auto kInterval = 10ms;
+
+/// Keeps what a stream delivered last.
+class Listener {
+ public:
+  explicit Listener(AccelerometerDriver& driver)
+      : stream_(driver.start(kInterval, [this](const AccelerometerReading& reading) {
+          const std::lock_guard lock(mutex_);
+          last_ = reading;
+          ++count_;
+        })) {}
+
+  int count() const { return count_; }
+  void stop() { stream_.reset(); }
+
+  bool hears(double x, double y, double z) const {
+    return test::waitFor([&] {
+      const std::lock_guard lock(mutex_);
+      const auto close = [](double one, double other) { return std::abs(one - other) < 1e-6; };
+      return last_.acceleration && close(last_.acceleration->x, x) && close(last_.acceleration->y, y) &&
+             close(last_.acceleration->z, z);
+    });
+  }
+
+  bool hearsNothingSaid() const {
+    return test::waitFor([&] {
+      const std::lock_guard lock(mutex_);
+      return count_ > 0 && !last_.acceleration && !last_.error;
+    });
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  AccelerometerReading last_;
+  std::atomic<int> count_{0};
+  std::unique_ptr<AccelerometerStream> stream_;
+};
+
+class CountingSink final : public LogSink {
+ public:
+  explicit CountingSink(std::atomic<int>& lines) : lines_(lines) {}
+  void write(std::string_view, std::string_view) override { ++lines_; }
+
+ private:
+  std::atomic<int>& lines_;
+};
+
+class IIOAccelerometerTest : public testing::Test {
+ protected:
+  IIOAccelerometerTest() {
+    Drivers withSink;
+    withSink.logSink = std::make_unique<CountingSink>(logLines_);
+    installDrivers(std::move(withSink));
+  }
+  ~IIOAccelerometerTest() override {
+    readError = 0;
+    driver_.reset();
+    installDrivers({});
+  }
+
+  /// A sensor that measures -1 g along x, 0.5 g along y and 2 g along z, unless the attributes say otherwise.
+  std::string add(const std::string& name, const Texts& attributes = {}, const Texts& properties = {}) {
+    const char* none[] = {nullptr};
+    const Owned<gchar, g_free> device(umockdev_testbed_add_devicev(
+        testbed_.get(), "iio", name.c_str(), nullptr, const_cast<gchar**>(none), const_cast<gchar**>(none)));
+    auto all = attributes;
+    all.merge(Texts{{"in_accel_x_raw", "-100"},
+                    {"in_accel_y_raw", "50"},
+                    {"in_accel_z_raw", "200"},
+                    {"in_accel_scale", "0.0980665"}});
+    for (const auto& [attribute, value] : all) set(device.get(), attribute, value);
+    for (const auto& [property, value] : properties) {
+      umockdev_testbed_set_property(testbed_.get(), device.get(), property.c_str(), value.c_str());
+    }
+    return device.get();
+  }
+  void set(const std::string& device, const std::string& attribute, const std::string& value) {
+    umockdev_testbed_set_attribute(testbed_.get(), device.c_str(), attribute.c_str(), (value + "\n").c_str());
+  }
+  void announce(const std::string& device, const char* action) {
+    umockdev_testbed_uevent(testbed_.get(), device.c_str(), action);
+  }
+  void remove(const std::string& device) { umockdev_testbed_remove_device(testbed_.get(), device.c_str()); }
+
+  /// The real file behind a mocked attribute.
+  std::filesystem::path file(const std::string& device, const std::string& attribute) const {
+    const Owned<gchar, g_free> root(umockdev_testbed_get_root_dir(testbed_.get()));
+    return std::string(root.get()) + device + "/" + attribute;
+  }
+
+  static int threads() {
+    return static_cast<int>(std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}));
+  }
+  static int handlesOf(const std::filesystem::path& file) {
+    int count = 0;
+    std::error_code closed;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+      count += std::filesystem::read_symlink(entry, closed) == file;
+    }
+    return count;
+  }
+
+  std::atomic<int> logLines_{0};
+  Owned<UMockdevTestbed, g_object_unref> testbed_{umockdev_testbed_new()};
+  std::unique_ptr<AccelerometerDriver> driver_ = makeIIOAccelerometer();
+};
+
+TEST_F(IIOAccelerometerTest, TurnsRawValuesIntoTheDevicesAxes) {
+  const std::string quarterTurn = "0, 1, 0; -1, 0, 0; 0, 0, 1";
+  const Texts turned{{"ACCEL_MOUNT_MATRIX", quarterTurn}};
+  const struct {
+    Texts attributes, properties;
+    CMAcceleration expected;
+  } cases[] = {
+      {{}, {}, {-1, 0.5, 2}},
+      {{{"in_accel_x_scale", "0.196133"}, {"in_accel_offset", "100"}, {"in_accel_z_offset", "-300"}},
+       {},
+       {0, 1.5, -1}},
+      {{}, turned, {0.5, 1, 2}},
+      {{{"mount_matrix", "1, 0, 0; 0, 1, 0; 0, 0, -1"}}, turned, {0.5, 1, 2}},
+      {{{"in_accel_mount_matrix", quarterTurn}, {"mount_matrix", "1, 0, 0; 0, 1, 0; 0, 0, -1"}},
+       {{"ACCEL_MOUNT_MATRIX", "0, 0, 0; 0, 1, 0; 0, 0, 1"}},
+       {0.5, 1, 2}},
+      {{{"in_mount_matrix", "1, 0, 0; 0, 1, 0"}, {"mount_matrix", "+0.5,0,0;0,1,0;0,0,1e0"}},
+       {},
+       {-0.5, 0.5, 2}},
+      {{{"in_mount_matrix", "1, 0, 0; 0, 1, 0; 0, 0, nan"}}, {}, {-1, 0.5, 2}},
+  };
+  for (const auto& [attributes, properties, expected] : cases) {
+    SCOPED_TRACE(&attributes - &cases[0].attributes);
+    const auto device = add("iio:device0", attributes, properties);
+    Listener listener(*driver_);
+    EXPECT_TRUE(listener.hears(expected.x, expected.y, expected.z));
+    listener.stop();
+    remove(device);
+  }
+}
+
+TEST_F(IIOAccelerometerTest, FollowsASensorThatComesAndGoes) {
+  const auto light = add("iio:device7");
+  std::filesystem::remove(file(light, "in_accel_x_raw"));
+  Listener listener(*driver_);
+  Listener slow(*driver_);
+  announce(light, "change");
+  auto device = add("iio:device0");
+  announce(device, "add");
+  announce(device, "add");
+  ASSERT_TRUE(listener.hears(-1, 0.5, 2));
+  set(device, "in_accel_y_raw", "300");
+  ASSERT_TRUE(listener.hears(-1, 3, 2));
+
+  announce(device, "remove");
+  remove(device);
+  device = add("iio:device0", {{"in_accel_scale", "0.196133"}});
+  announce(device, "add");
+  ASSERT_TRUE(listener.hears(-2, 1, 4)) << "the new device is read like the old one";
+
+  remove(device);
+  const auto another = add("iio:device2", {{"in_accel_x_raw", "700"}});
+  announce(another, "add");
+  EXPECT_TRUE(listener.hears(7, 0.5, 2)) << "a removal without an announcement goes unnoticed";
+  listener.stop();
+  const int heard = listener.count();
+  const int heardBySlow = slow.count();
+  EXPECT_TRUE(test::waitFor([&] { return slow.count() > heardBySlow + 2; }));
+  EXPECT_EQ(listener.count(), heard);
+  EXPECT_EQ(logLines_, 0);
+}
+
+TEST_F(IIOAccelerometerTest, PassesOverASensorUnderTheKeyboard) {
+  add("iio:device0", {{"in_accel_x_raw", "900"}}, {{"ACCEL_LOCATION", "base"}});
+  add("iio:device1", {{"in_accel_x_raw", "800"}, {"label", "accel-base"}});
+  const auto display = add("iio:device2", {}, {{"ACCEL_LOCATION", "display"}});
+  Listener listener(*driver_);
+  EXPECT_TRUE(listener.hears(-1, 0.5, 2));
+}
+
+TEST_F(IIOAccelerometerTest, WaitsForABusySensorAndReportsABrokenOneOnce) {
+  const auto device = add("iio:device0");
+  Listener listener(*driver_);
+  ASSERT_TRUE(listener.hears(-1, 0.5, 2));
+  readError = EBUSY;
+  EXPECT_TRUE(listener.hearsNothingSaid());
+  EXPECT_EQ(logLines_, 0);
+  readError = EIO;
+  EXPECT_TRUE(test::waitFor([&] { return logLines_ > 0; }));
+  readError = 0;
+  EXPECT_TRUE(listener.hears(-1, 0.5, 2));
+  set(device, "in_accel_z_raw", "unknown");
+  EXPECT_TRUE(listener.hearsNothingSaid());
+  EXPECT_EQ(logLines_, 1);
+}
+
+TEST_F(IIOAccelerometerTest, AHangingSensorHoldsUpNobodyAndPilesUpNoThreads) {
+  const auto device = add("iio:device0");
+  const auto attribute = file(device, "in_accel_x_raw");
+  std::filesystem::remove(attribute);
+  ASSERT_EQ(mkfifo(attribute.c_str(), 0600), 0);
+  test::FileDescriptor silentHardware(open(attribute.c_str(), O_RDWR | O_CLOEXEC));
+  const int before = threads();
+  for (int i = 0; i < 5; ++i) {
+    Listener listener(*driver_);
+    ASSERT_TRUE(test::waitFor([&] { return handlesOf(attribute) == 2; }));
+    const auto begin = std::chrono::steady_clock::now();
+    listener.stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+    EXPECT_EQ(listener.count(), 0);
+  }
+  EXPECT_EQ(threads(), before + 1);
+  Listener listener(*driver_);
+  std::filesystem::remove(attribute);
+  set(device, "in_accel_x_raw", "400");
+  silentHardware.reset();
+  EXPECT_TRUE(listener.hears(4, 0.5, 2));
+  listener.stop();
+  EXPECT_TRUE(test::waitFor([&] { return threads() == before; }));
+}
+
+}  // namespace
+}  // namespace nivlo
