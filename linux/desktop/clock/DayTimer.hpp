@@ -1,0 +1,30 @@
+// A timer on the clock on the wall.
+#pragma once
+
+#include <functional>
+
+#include "linux/glib/OwnedSource.hpp"
+
+namespace nivlo {
+
+/// Calls `changed` from the main thread's GLib loop when a day begins in local time and when the clock is
+/// set. Main thread only; not to be destroyed within the call.
+class DayTimer {
+ public:
+  explicit DayTimer(std::function<void()> changed);
+  ~DayTimer();
+  DayTimer(const DayTimer&) = delete;
+  DayTimer& operator=(const DayTimer&) = delete;
+
+  /// Reads the time zone and sets the timer to the next midnight there.
+  void arm();
+
+ private:
+  void expired();
+
+  std::function<void()> changed_;
+  int descriptor_;
+  OwnedSource source_;
+};
+
+}  // namespace nivlo

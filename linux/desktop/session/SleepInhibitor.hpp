@@ -1,0 +1,33 @@
+// Keeps the machine awake until the wallpaper is ready to sleep.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <gio/gio.h>
+
+#include "linux/desktop/session/BusClient.hpp"
+
+namespace nivlo {
+
+/// The login manager's delay lock: while it is held, a sleep that has been announced waits, for some seconds
+/// at most. Main thread only.
+class SleepInhibitor {
+ public:
+  explicit SleepInhibitor(GDBusConnection* connection);
+  ~SleepInhibitor() { release(); }
+  SleepInhibitor(const SleepInhibitor&) = delete;
+  SleepInhibitor& operator=(const SleepInhibitor&) = delete;
+
+  /// Asks for the lock anew; it is held soon after, unless it is refused.
+  void take(std::function<void(const std::string& cause)> refused);
+
+  /// Gives it back; one that is still to come is given back when it comes.
+  void release();
+
+ private:
+  MethodCalls calls_;
+  int descriptor_ = -1;
+};
+
+}  // namespace nivlo

@@ -1,0 +1,145 @@
+// Significant changes of the time.
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+
+#include "linux/desktop/clock/ClockMonitor.hpp"
+#include "linux/desktop/clock/LocalMidnight.hpp"
+#include "platform/Foundation/NSNotificationCenter.hpp"
+#include "platform/Foundation/NSString+Format.hpp"
+#include "platform/UIKit/UIApplication.hpp"
+#include "tests/support/Environment.hpp"
+#include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/WaitFor.hpp"
+
+namespace nivlo {
+namespace {
+
+constexpr std::time_t kDay = 24 * 60 * 60;
+
+timespec now() {
+  timespec time{};
+  clock_gettime(CLOCK_REALTIME, &time);
+  return time;
+}
+
+std::time_t utc(int year, int month, int day, int hour, int minute, int second) {
+  std::tm time{};
+  time.tm_year = year - 1900;
+  time.tm_mon = month - 1;
+  time.tm_mday = day;
+  time.tm_hour = hour;
+  time.tm_min = minute;
+  time.tm_sec = second;
+  return timegm(&time);
+}
+
+/// A zone whose midnight comes as many seconds after the time.
+std::string zoneWithMidnightIn(std::time_t seconds, std::time_t time) {
+  const auto offset = static_cast<int>((time + seconds) % kDay);
+  return stringWithFormat("MID%02d:%02d:%02d", offset / 3600, offset / 60 % 60, offset % 60);
+}
+
+class ClockMonitorTest : public testing::Test {
+ protected:
+  ClockMonitorTest() {
+    NSNotificationCenter::defaultCenter().addObserver(
+        observer_, [this](const NSNotification&) { ++changes_; },
+        UIApplicationSignificantTimeChangeNotification);
+    link("Europe/Paris");
+  }
+  /// Glibc keeps the last zone it read.
+  ~ClockMonitorTest() override { tzset(); }
+
+  bool eventually(const std::function<bool()>& condition) {
+    return test::waitFor([&] {
+      while (g_main_context_iteration(nullptr, FALSE)) {
+      }
+      return condition();
+    });
+  }
+
+  /// Puts a link to the zone in the place of the file, as timedatectl does.
+  void link(const std::string& zone) {
+    const auto fresh = directory_.path() / "fresh";
+    std::ofstream(directory_.path() / std::filesystem::path(zone).filename()) << "rules of " << zone;
+    std::filesystem::create_symlink(directory_.path() / std::filesystem::path(zone).filename(), fresh);
+    std::filesystem::rename(fresh, zoneFile_);
+  }
+
+  int changes_ = 0;
+  test::TemporaryDirectory directory_;
+  std::filesystem::path zoneFile_ = directory_.path() / "localtime";
+  std::shared_ptr<int> observer_ = std::make_shared<int>();
+};
+
+TEST_F(ClockMonitorTest, ADayBeginsOnce) {
+  const auto start = now().tv_sec;
+  const test::ScopedEnvironment zone({{"TZ", zoneWithMidnightIn(2, start)}});
+  const auto monitor = makeClockMonitor(zoneFile_);
+  EXPECT_TRUE(eventually([&] { return changes_ > 0; }));
+  EXPECT_GE(now().tv_sec, start + 2);
+  EXPECT_TRUE(eventually([&] { return now().tv_sec >= start + 3; }));
+  EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(ClockMonitorTest, TheClockIsSet) {
+  const auto monitor = makeClockMonitor(zoneFile_);
+  const auto same = now();
+  if (clock_settime(CLOCK_REALTIME, &same) != 0) {
+    GTEST_SKIP() << "the clock may not be set here, not even to its own time (CAP_SYS_TIME)";
+  }
+  EXPECT_TRUE(eventually([&] { return changes_ > 0; }));
+}
+
+TEST_F(ClockMonitorTest, TheTimeZoneChanges) {
+  const auto monitor = makeClockMonitor(zoneFile_);
+  link("Asia/Tokyo");
+  EXPECT_TRUE(eventually([&] { return changes_ == 1; })) << "a link renamed over the old one";
+  std::filesystem::remove(zoneFile_);
+  std::ofstream(zoneFile_) << "rules of the country";
+  EXPECT_TRUE(eventually([&] { return changes_ == 2; })) << "removed and written anew";
+  const auto same = directory_.path() / "same";
+  std::filesystem::copy_file(zoneFile_, same);
+  std::filesystem::rename(same, zoneFile_);
+  link("America/New_York");
+  EXPECT_TRUE(eventually([&] { return changes_ >= 3; }));
+  EXPECT_EQ(changes_, 3) << "an unchanged file counted";
+}
+
+TEST_F(ClockMonitorTest, AnotherZoneBringsAnotherMidnight) {
+  test::ScopedEnvironment zone({{"TZ", zoneWithMidnightIn(kDay / 2, now().tv_sec)}});
+  const auto monitor = makeClockMonitor(zoneFile_);
+  const test::ScopedEnvironment other({{"TZ", zoneWithMidnightIn(2, now().tv_sec)}});
+  link("Asia/Tokyo");
+  EXPECT_TRUE(eventually([&] { return changes_ == 1; }));
+  EXPECT_TRUE(eventually([&] { return changes_ == 2; })) << "the timer still waits for the old midnight";
+}
+
+TEST(LocalMidnight, IsFoundWhereTheClockGoesForwardOrBackOverIt) {
+  const struct {
+    const char* zone;
+    std::time_t now, midnight;
+  } cases[] = {
+      {"UTC0", utc(2024, 2, 28, 0, 0, 0), utc(2024, 2, 29, 0, 0, 0)},
+      {"UTC0", utc(2024, 12, 31, 23, 59, 59), utc(2025, 1, 1, 0, 0, 0)},
+      {"JST-9", utc(2024, 6, 1, 15, 0, 0), utc(2024, 6, 2, 15, 0, 0)},
+      // On 10 March 2024 this zone goes from 0:00 to 1:00, on 3 November from 1:00 back to 0:00.
+      {"HAV5HDT,M3.2.0/0,M11.1.0/1", utc(2024, 3, 10, 4, 30, 0), utc(2024, 3, 10, 5, 0, 0)},
+      {"HAV5HDT,M3.2.0/0,M11.1.0/1", utc(2024, 11, 3, 4, 0, 0), utc(2024, 11, 4, 5, 0, 0)},
+  };
+  for (const auto& [name, time, midnight] : cases) {
+    SCOPED_TRACE(name);
+    const test::ScopedEnvironment zone({{"TZ", std::string(name)}});
+    tzset();
+    EXPECT_EQ(nextLocalMidnight(time), midnight);
+  }
+}
+
+}  // namespace
+}  // namespace nivlo
