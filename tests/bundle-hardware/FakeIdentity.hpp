@@ -1,0 +1,22 @@
+// A machine with an identifier of the test's choice.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "platform/drivers/DeviceIdentity.hpp"
+
+namespace nivlo {
+
+class FakeIdentity : public DeviceIdentity {
+ public:
+  explicit FakeIdentity(std::string machine) : machine_(std::move(machine)) {}
+  std::string machine() const override { return machine_; }
+  std::string model() const override { return "model"; }
+  std::string systemVersion() const override { return "1"; }
+
+ private:
+  std::string machine_;
+};
+
+}  // namespace nivlo
