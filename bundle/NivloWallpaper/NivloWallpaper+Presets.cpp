@@ -1,4 +1,6 @@
 #include "bundle/NivloWallpaper/NivloWallpaper.hpp"
+#include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
+#include "platform/Foundation/NSBundle.hpp"
 
 namespace nivlo {
 
@@ -24,6 +26,16 @@ std::vector<NSDictionary> NivloWallpaper::presetWallpaperOptions() {
 }
 
 std::string NivloWallpaper::thumbnailImageName() { return "nivlowallpaper1"; }
+
+std::shared_ptr<UIImage> NivloWallpaper::thumbnailImageForOptions(const NSDictionary&) {
+  const auto bundle = NSBundle::bundleForClass("NivloWallpaper");
+  const auto path = bundle ? bundle->pathForResource("nivlowallpaper1", "png") : std::nullopt;
+  return path ? UIImage::imageWithContentsOfFile(*path) : nullptr;
+}
+
+std::string NivloWallpaper::representativeThumbnailImageName() {
+  return isiPhone4S(*UIDevice::currentDevice()) ? "nivlowallpaper1-hero4" : "nivlowallpaper1-hero5";
+}
 
 void NivloWallpaper::setWallpaperOptions(const NSDictionary& options) {
   setIsDetactable(boolValue(options.objectForKey(kScanKey)));

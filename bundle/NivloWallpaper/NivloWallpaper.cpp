@@ -17,7 +17,10 @@ std::shared_ptr<NivloWallpaper> NivloWallpaper::initWithFrame(CGRect frame) {
   return wallpaper;
 }
 
-NivloWallpaper::~NivloWallpaper() { dealloc(); }
+NivloWallpaper::~NivloWallpaper() {
+  forgetChimes();
+  dealloc();
+}
 
 void NivloWallpaper::dealloc() {
   if (captureSession_) {

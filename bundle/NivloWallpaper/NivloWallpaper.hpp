@@ -16,6 +16,7 @@
 #include "platform/CoreMotion/CMMotionManager.hpp"
 #include "platform/Foundation/NSNotificationCenter.hpp"
 #include "platform/HostContract/WallpaperClass.hpp"
+#include "platform/UIKit/UIImage.hpp"
 #include "platform/UIKit/UIView.hpp"
 
 namespace nivlo {
@@ -36,6 +37,10 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
   /// the front.
   static std::vector<NSDictionary> presetWallpaperOptions();
   static std::string thumbnailImageName();
+  /// The same picture whatever the options are; null where the bundle has none.
+  static std::shared_ptr<UIImage> thumbnailImageForOptions(const NSDictionary& options);
+  /// The name of the large picture for this device.
+  static std::string representativeThumbnailImageName();
 
   /// Null where the frame is no rectangle. The camera does not run yet.
   static std::shared_ptr<NivloWallpaper> initWithFrame(CGRect frame);
@@ -83,6 +88,13 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
   void shakeStartEffect();
   /// What a shake during a shake's effect does: nothing.
   void interuptShakeEffect();
+
+  /// Plays the bundle's chime as a new sound and remembers it in soundFileObject; one that is playing goes
+  /// on.
+  void playSound3();
+  /// While a shake's effect lasts: ends the remembered sound and the effect. Otherwise it does nothing, and
+  /// the sound stays allocated.
+  void stopPlaySound();
 
   bool isShaking() const { return isShaking_; }
   void setIsShaking(bool isShaking) { isShaking_ = isShaking; }
@@ -133,12 +145,15 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
              void (*act)(const std::string& text));
   void handleAccelerometer(const CMAccelerometerData* data, const NSError* error);
   void reactToShake();
+  /// Nobody tells this view of a chime's end any more; the chimes play on.
+  void forgetChimes();
 
   bool isShaking_ = false;
   std::atomic<bool> isShakeDetectable_{false};
   bool running_ = false;
   std::atomic<bool> isDetactable_{false};
   std::uint32_t soundFileObject_ = 0;
+  std::vector<std::uint32_t> chimes_;  ///< all sounds that were told of this view
   std::shared_ptr<AVCaptureSession> captureSession_;
   std::shared_ptr<UIView> previewView_;
   std::shared_ptr<AVCaptureVideoPreviewLayer> previewLayer_;
@@ -150,5 +165,9 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
   std::shared_ptr<CMMotionManager> motionManager_;
   std::shared_ptr<NSOperationQueue> queue_;
 };
+
+/// A system sound's completion: calls stopPlaySound on the view that `clientData` points to. The view is not
+/// kept alive by that; it withdraws itself when it goes.
+void completionCallback(std::uint32_t soundID, void* clientData);
 
 }  // namespace nivlo

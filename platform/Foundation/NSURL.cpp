@@ -2,15 +2,23 @@
 
 #include <algorithm>
 
+#include <fmt/format.h>
+
 namespace nivlo {
 
 namespace {
+
+constexpr std::string_view kFileURLPrefix = "file://";
 
 // The C library's classification depends on the locale; a URL's does not.
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 bool isOneOf(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
+
+bool isUnreserved(char c) { return isLetter(c) || isDigit(c) || isOneOf("-._~", c); }
+
+int hexValue(char c) { return isDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10; }
 
 bool isScheme(std::string_view text) {
   return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char c) {
@@ -37,6 +45,31 @@ std::optional<NSURL> NSURL::URLWithString(std::string_view text) {
     return std::nullopt;
   }
   return NSURL(std::string(text));
+}
+
+NSURL NSURL::fileURLWithPath(const std::filesystem::path& path) {
+  std::string text(kFileURLPrefix);
+  for (const char c : path.native()) {
+    text += c == '/' || isUnreserved(c) ? std::string(1, c)
+                                        : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+  }
+  return NSURL(std::move(text));
+}
+
+std::optional<std::filesystem::path> NSURL::filePath() const {
+  if (!text_.starts_with(std::string(kFileURLPrefix) + "/")) {
+    return std::nullopt;
+  }
+  std::string path;
+  for (std::size_t i = kFileURLPrefix.size(); i < text_.size(); ++i) {
+    if (text_[i] == '%') {
+      path += static_cast<char>(hexValue(text_[i + 1]) * 16 + hexValue(text_[i + 2]));
+      i += 2;
+    } else {
+      path += text_[i];
+    }
+  }
+  return path;
 }
 
 std::string NSURL::scheme() const {

@@ -1,6 +1,7 @@
 // Links.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,9 +16,15 @@ class NSURL {
   /// hexadecimal digits.
   static std::optional<NSURL> URLWithString(std::string_view text);
 
+  /// The file URL of an absolute path: every byte that RFC 3986 does not leave unreserved is escaped, but for
+  /// "/".
+  static NSURL fileURLWithPath(const std::filesystem::path& path);
+
   const std::string& absoluteString() const { return text_; }
   /// In lower case, without the colon.
   std::string scheme() const;
+  /// The path that a file URL of this machine stands for; nothing for any other URL.
+  std::optional<std::filesystem::path> filePath() const;
 
  private:
   explicit NSURL(std::string text) : text_(std::move(text)) {}

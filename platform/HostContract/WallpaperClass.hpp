@@ -13,6 +13,7 @@
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
 #include "platform/Foundation/NSDictionary.hpp"
+#include "platform/UIKit/UIImage.hpp"
 #include "platform/UIKit/UIView.hpp"
 
 namespace nivlo {
@@ -46,6 +47,10 @@ struct WallpaperClass {
   bool (*colorChangesSignificantly)();
   std::vector<NSDictionary> (*presetWallpaperOptions)();
   std::string (*thumbnailImageName)();
+  /// The picture that stands for a set of options; null where there is none.
+  std::shared_ptr<UIImage> (*thumbnailImageForOptions)(const NSDictionary& options);
+  /// Names a large picture of the wallpaper in the bundle.
+  std::string (*representativeThumbnailImageName)();
   /// Null when the wallpaper cannot be built for the frame.
   std::shared_ptr<Wallpaper> (*initWithFrame)(CGRect frame);
 };
@@ -55,7 +60,8 @@ inline constexpr const char* kWallpaperClassSymbolPrefix = "nivloWallpaperClass_
 
 }  // namespace nivlo
 
-/// Inside namespace nivlo: exports a class that has the operations of WallpaperClass as static members and derives from Wallpaper.
+/// Inside namespace nivlo: exports a class that has the operations of WallpaperClass as static members and
+/// derives from Wallpaper.
 #define NIVLO_EXPORT_WALLPAPER(Class)                                                                       \
   extern "C" __attribute__((visibility("default")))                                                         \
   const nivlo::WallpaperClass nivloWallpaperClass_##Class = {                                               \
@@ -66,5 +72,7 @@ inline constexpr const char* kWallpaperClassSymbolPrefix = "nivloWallpaperClass_
       [] { return Class::colorChangesSignificantly(); },                                                    \
       [] { return Class::presetWallpaperOptions(); },                                                       \
       [] { return Class::thumbnailImageName(); },                                                           \
+      [](const nivlo::NSDictionary& options) { return Class::thumbnailImageForOptions(options); },          \
+      [] { return Class::representativeThumbnailImageName(); },                                             \
       [](nivlo::CGRect frame) -> std::shared_ptr<nivlo::Wallpaper> { return Class::initWithFrame(frame); }, \
   }

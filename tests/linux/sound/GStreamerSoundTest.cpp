@@ -1,0 +1,203 @@
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <thread>
+
+#include <fcntl.h>
+#include <glib.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include "linux/sound/GStreamerSound.hpp"
+#include "tests/fakes/FakeMachine.hpp"
+#include "tests/support/ChildProcess.hpp"
+#include "tests/support/Environment.hpp"
+#include "tests/support/FileDescriptor.hpp"
+#include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/WaitFor.hpp"
+
+namespace nivlo {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// A machine without a sound card, on which no sound server listens unless the test does.
+class Sound : public testing::Test {
+ protected:
+  Sound() {
+    Drivers made;
+    auto sink = std::make_unique<RecordingLog>();
+    log = sink.get();
+    made.logSink = std::move(sink);
+    installDrivers(std::move(made));
+  }
+  ~Sound() override { installDrivers({}); }
+
+  /// Runs the main loop until the condition holds or the patience ends.
+  static bool loopUntil(const std::function<bool()>& condition) {
+    return test::waitFor([&] {
+      while (g_main_context_iteration(nullptr, FALSE)) {
+      }
+      return condition();
+    });
+  }
+  std::filesystem::path write(const char* name, const std::string& content) const {
+    const auto path = directory.path() / name;
+    std::ofstream(path, std::ios::binary) << content;
+    return path;
+  }
+  static std::string read(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+  int linesWith(const std::string& text) const {
+    const auto lines = log->lines();
+    return static_cast<int>(
+        std::count_if(lines.begin(), lines.end(), [&](auto& line) { return line.find(text) != line.npos; }));
+  }
+
+  const std::filesystem::path chime = NIVLO_RESOURCES "/hourlychimebeg.m4a";
+  test::TemporaryDirectory directory;
+  const std::filesystem::path socket = directory.path() / "sound-server";
+  test::ScopedEnvironment environment{{{"HOME", directory.path()},
+                                       {"XDG_RUNTIME_DIR", directory.path()},
+                                       {"GST_REGISTRY", directory.path() / "registry"},
+                                       {"JACK_NO_START_SERVER", "1"},
+                                       {"PULSE_SERVER", "unix:" + socket.string()}}};
+  RecordingLog* log = nullptr;
+};
+
+TEST_F(Sound, IsNotPlayedToItsEndWithoutASoundCardOrIsComplainedOfEachTime) {
+  auto driver = makeGStreamerSound();
+  for (int round = 0; round < 2; ++round) {
+    int completions = 0;
+    const auto begin = Clock::now();
+    const auto playback = driver->play(chime, [&, main = std::this_thread::get_id()] {
+      EXPECT_EQ(std::this_thread::get_id(), main);
+      ++completions;
+    });
+    EXPECT_EQ(completions, 0);
+    EXPECT_TRUE(loopUntil([&] { return completions > 0; }));
+    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(1500)) << "cut short";
+    EXPECT_EQ(completions, 1);
+  }
+  EXPECT_LE(log->lines().size(), 1u);
+  EXPECT_EQ(linesWith("cannot be played"), 0);
+}
+
+TEST_F(Sound, ThatCannotBePlayedNeverCompletesOrIsReportedNotOnce) {
+  auto driver = makeGStreamerSound(std::chrono::seconds(1));
+  const std::filesystem::path files[] = {directory.path() / "missing.m4a", write("empty.m4a", ""),
+                                         write("noise.m4a", std::string(5000, '\x5a')),
+                                         write("half.m4a", read(chime).substr(0, 900))};
+  for (const auto& file : files) {
+    for (int round = 0; round < 3; ++round) {
+      int completions = 0;
+      std::unique_ptr<SoundPlayback> playback;
+      playback = driver->play(file, [&] {
+        ++completions;
+        playback = nullptr;
+      });
+      EXPECT_TRUE(loopUntil([&] { return completions == 1; })) << file;
+    }
+    EXPECT_EQ(linesWith(file.filename()), 1) << testing::PrintToString(log->lines());
+  }
+}
+
+/// A tenth of a second of silence.
+std::string shortWave() {
+  const std::string samples(1600, '\0');
+  const auto number = [](std::uint32_t value, int bytes) {
+    return std::string(reinterpret_cast<const char*>(&value), bytes);
+  };
+  return "RIFF" + number(36 + samples.size(), 4) + "WAVEfmt " + number(16, 4) + number(1, 2) + number(1, 2) +
+         number(8000, 4) + number(16000, 4) + number(2, 2) + number(16, 2) + "data" +
+         number(samples.size(), 4) + samples;
+}
+
+TEST_F(Sound, CompletesAfterItWasDestroyed) {
+  auto driver = makeGStreamerSound();
+  const auto wave = write("short.wav", shortWave());
+  const auto playToEnd = [&](const std::filesystem::path& file) {
+    bool ended = false;
+    const auto playback = driver->play(file, [&] { ended = true; });
+    EXPECT_TRUE(loopUntil([&] { return ended; }));
+  };
+  int completions = 0;
+  driver->play(chime, [&] { ++completions; });
+  auto playing = driver->play(chime, [&] { ++completions; });
+  playToEnd(wave);
+  EXPECT_EQ(completions, 0);
+  playing = nullptr;
+  playToEnd(chime);
+  EXPECT_EQ(completions, 0);
+  auto last = driver->play(chime, [&] { ++completions; });
+  driver = nullptr;
+  last = nullptr;
+}
+
+TEST_F(Sound, HangsWithASoundServerThatDoesNotAnswer) {
+  test::FileDescriptor server(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  sockaddr_un address{AF_UNIX, {}};
+  std::strcpy(address.sun_path, socket.c_str());
+  ASSERT_EQ(bind(server.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  ASSERT_EQ(listen(server.get(), 8), 0);
+  auto driver = makeGStreamerSound(std::chrono::milliseconds(300));
+  bool ended = false;
+  auto playback = driver->play(chime, [&] { ended = true; });
+  auto turn = Clock::now();
+  Clock::duration longestTurn{};
+  EXPECT_TRUE(loopUntil([&] {
+    longestTurn = std::max(longestTurn, Clock::now() - turn);
+    turn = Clock::now();
+    return ended;
+  }));
+  EXPECT_LT(longestTurn, std::chrono::seconds(2)) << "the main loop was held up";
+  EXPECT_EQ(linesWith("has not ended in time"), 1);
+  // Pulse's client gives up at once now; otherwise the driver's end would wait for it.
+  server.reset();
+}
+
+TEST_F(Sound, IsNotHeardThroughASoundServerOrOutlivesIt) {
+  const auto heard = directory.path() / "heard";
+  test::ChildProcess server(
+      {"pulseaudio", "-n", "-v", "--daemonize=no", "--exit-idle-time=-1", "--disallow-exit", "-L",
+       "module-pipe-sink use_system_clock_for_timing=yes format=s16le channels=1 file=" + heard.string(),
+       "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket.string()});
+  if (!server.waitForLine("Daemon startup complete")) {
+    GTEST_SKIP() << "pulseaudio does not run here: " << server.output();
+  }
+  const test::FileDescriptor output(open(heard.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  ASSERT_GE(output.get(), 0);
+  const auto listen = [&] {
+    int peak = 0;
+    std::array<std::int16_t, 2048> samples{};
+    for (ssize_t bytes; (bytes = ::read(output.get(), samples.data(), sizeof samples)) > 0;) {
+      std::for_each_n(samples.begin(), bytes / sizeof samples[0],
+                      [&](std::int16_t sample) { peak = std::max(peak, std::abs(int{sample})); });
+    }
+    return peak;
+  };
+  constexpr int kAudible = 3000;
+  auto driver = makeGStreamerSound();
+  int peak = 0;
+  int completions = 0;
+  auto playback = driver->play(chime, [&] { ++completions; });
+  EXPECT_TRUE(loopUntil([&] {
+    peak = std::max(peak, listen());
+    return completions == 1;
+  }));
+  EXPECT_GT(peak, kAudible);
+  EXPECT_TRUE(log->lines().empty()) << log->lines().front();
+  playback = driver->play(chime, [&] { ++completions; });
+  EXPECT_TRUE(loopUntil([&] { return listen() > kAudible; }));
+  server.kill();
+  EXPECT_TRUE(loopUntil([&] { return completions == 2; }));
+  EXPECT_EQ(linesWith("cannot be played"), 1);
+}
+
+}  // namespace
+}  // namespace nivlo
