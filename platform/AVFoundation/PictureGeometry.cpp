@@ -40,7 +40,7 @@ CGAffineTransform pictureToLayer(const PictureGeometry& picture, CGSize layer, A
   if (picture.mirrored) {
     transform = CGAffineTransformConcat(transform, {-1, 0, 0, 1, width, 0});
   }
-  const auto [smaller, larger] = std::minmax(layer.width / width, layer.height / height);
+  const auto [smaller, larger] = std::minmax({layer.width / width, layer.height / height});
   const double scale = gravity == AVLayerVideoGravity::ResizeAspectFill ? larger : smaller;
   return CGAffineTransformConcat(transform, {scale, 0, 0, scale, (layer.width - scale * width) / 2,
                                              (layer.height - scale * height) / 2});
