@@ -4,6 +4,7 @@
 #include <condition_variable>
 
 #include "platform/AVFoundation/AVCaptureMetadataOutput.hpp"
+#include "platform/Foundation/Dispatch.hpp"
 #include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {
@@ -59,7 +60,9 @@ class AVCaptureSession::Feed {
 };
 
 std::shared_ptr<AVCaptureSession> AVCaptureSession::init() {
-  return std::shared_ptr<AVCaptureSession>(new AVCaptureSession);
+  // A frame on its way holds those who take it, and with a preview layer its session: a camera must not be
+  // closed on the thread that delivers its frames.
+  return ownedByMainThread(std::unique_ptr<AVCaptureSession>(new AVCaptureSession));
 }
 
 AVCaptureSession::AVCaptureSession() : feed_(std::make_shared<Feed>()) {}

@@ -38,7 +38,7 @@ CaptureFrame AVCaptureVideoPreviewLayer::newestFrame() const {
 
 void AVCaptureVideoPreviewLayer::setFrameHandler(std::function<void()> handler) {
   const std::lock_guard lock(mutex_);
-  frameHandler_ = std::move(handler);
+  frameHandler_.swap(handler);
 }
 
 void AVCaptureVideoPreviewLayer::consume(const CaptureFrame& frame) {
