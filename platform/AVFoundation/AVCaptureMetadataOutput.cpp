@@ -99,16 +99,21 @@ std::optional<CaptureFrame> AVCaptureMetadataOutput::waitForFrame(std::stop_toke
 
 void AVCaptureMetadataOutput::readUntilStopped(std::stop_token stop, CodeReader& reader) {
   CodeSightings sightings;
+  std::vector<DecodedCode> reported;
   while (!stop.stop_requested()) {
     const auto frame = waitForFrame(stop);
     const auto start = std::chrono::steady_clock::now();
     const auto delegate = metadataObjectsDelegate();
     // The gate may have closed since the frame came.
     if (frame && delegate && !reportUnderWay_ && delegate->wantsMetadataObjects()) {
+      if (reportDropped_.exchange(false)) {
+        sightings.forget(reported);
+      }
       auto codes = sightings.comingIntoView(ofChosenTypes(reader.look(*frame->picture)),
                                             std::chrono::steady_clock::now());
       if (!codes.empty()) {
-        report(std::move(codes), frame->geometry);
+        report(codes, frame->geometry);
+        reported.swap(codes);
       }
     }
     std::unique_lock lock(mutex_);
@@ -124,26 +129,29 @@ std::vector<DecodedCode> AVCaptureMetadataOutput::ofChosenTypes(std::vector<Deco
   return codes;
 }
 
-void AVCaptureMetadataOutput::report(std::vector<DecodedCode> codes, const PictureGeometry& picture) {
+void AVCaptureMetadataOutput::report(const std::vector<DecodedCode>& codes, const PictureGeometry& picture) {
   const auto queue = metadataObjectsCallbackQueue();
   if (!queue) {
     return;
   }
   MetadataObjects objects;
-  for (auto& code : codes) {
-    objects.push_back(std::make_shared<AVMetadataMachineReadableCodeObject>(
-        std::move(code.type), std::move(code.text), code.corners, picture));
+  for (const auto& code : codes) {
+    objects.push_back(
+        std::make_shared<AVMetadataMachineReadableCodeObject>(code.type, code.text, code.corners, picture));
   }
   reportUnderWay_ = true;
   dispatch_async(queue, [self = weak_from_this(), objects = std::move(objects)] {
     const auto output = self.lock();
-    const auto delegate = output ? output->metadataObjectsDelegate() : nullptr;
-    if (delegate) {
+    if (!output) {
+      return;
+    }
+    const auto delegate = output->metadataObjectsDelegate();
+    if (delegate && delegate->wantsMetadataObjects()) {
       delegate->captureOutput(*output, objects, {output->session_});
+    } else {
+      output->reportDropped_ = true;
     }
-    if (output) {
-      output->reportUnderWay_ = false;
-    }
+    output->reportUnderWay_ = false;
   });
 }
 

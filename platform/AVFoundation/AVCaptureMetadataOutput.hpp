@@ -42,7 +42,8 @@ class AVCaptureMetadataOutputObjectsDelegate {
 
 /// Looks at the newest frame, up to ten times a second, on a thread of its own that runs while the session
 /// runs. A code that stays in view is reported once, and again after it has been out of view for a second;
-/// time in which the delegate wants no report does not count. While a report is on its way no other is made.
+/// time in which the delegate wants no report does not count. While a report is on its way no other is made;
+/// one that the delegate no longer wants when it arrives is dropped, and its codes count as not reported.
 /// Operations are for the main thread, except where they say otherwise.
 class AVCaptureMetadataOutput : public CaptureFrameConsumer,
                                 public std::enable_shared_from_this<AVCaptureMetadataOutput> {
@@ -78,7 +79,7 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
   AVCaptureMetadataOutput() = default;
   void readUntilStopped(std::stop_token stop, CodeReader& reader);
   std::optional<CaptureFrame> waitForFrame(std::stop_token stop);
-  void report(std::vector<DecodedCode> codes, const PictureGeometry& picture);
+  void report(const std::vector<DecodedCode>& codes, const PictureGeometry& picture);
   std::vector<DecodedCode> ofChosenTypes(std::vector<DecodedCode> codes) const;
 
   std::weak_ptr<AVCaptureSession> session_;
@@ -89,6 +90,7 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
   std::vector<std::string> types_;
   std::optional<CaptureFrame> newest_;
   std::atomic<bool> reportUnderWay_{false};
+  std::atomic<bool> reportDropped_{false};
   std::unique_ptr<CodeReader> reader_;
   std::jthread thread_;
 };

@@ -24,4 +24,10 @@ std::vector<DecodedCode> CodeSightings::comingIntoView(std::vector<DecodedCode> 
   return coming;
 }
 
+void CodeSightings::forget(const std::vector<DecodedCode>& codes) {
+  for (const auto& code : codes) {
+    lastSeen_.erase(Key(code.type, code.text));
+  }
+}
+
 }  // namespace nivlo

@@ -19,6 +19,8 @@ class CodeSightings {
   /// with it: not seen within the last second of watching. A pause between looks counts as watching for a
   /// quarter of a second only: what was not watched cannot have left.
   std::vector<DecodedCode> comingIntoView(std::vector<DecodedCode> seen, Time now);
+  /// As if these had never been seen.
+  void forget(const std::vector<DecodedCode>& codes);
 
  private:
   using Key = std::pair<std::string, std::string>;
