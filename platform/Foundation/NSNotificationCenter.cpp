@@ -1,5 +1,7 @@
 #include "platform/Foundation/NSNotificationCenter.hpp"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace nivlo {
@@ -11,37 +13,46 @@ NSNotificationCenter& NSNotificationCenter::defaultCenter() {
 
 void NSNotificationCenter::addObserver(std::weak_ptr<const void> observer, Handler handler,
                                        std::string_view name, const void* object) {
+  auto added = std::make_shared<const Observation>(
+      Observation{std::move(observer), std::move(handler), std::string(name), object});
   const std::lock_guard lock(mutex_);
-  observations_.push_back({std::move(observer), std::move(handler), std::string(name), object});
+  observations_.push_back(std::move(added));
 }
 
-void NSNotificationCenter::removeObserver(const void* observer) {
+void NSNotificationCenter::removeObserver(const void* observer) { takeOut(observer); }
+
+/// Takes out this observer's observations and those of the dead. The caller lets go of them, without the
+/// lock: what they hold may use this centre as it goes.
+NSNotificationCenter::Observations NSNotificationCenter::takeOut(const void* observer) {
+  Observations out;
+  std::vector<std::shared_ptr<const void>> promoted;
   const std::lock_guard lock(mutex_);
-  std::erase_if(observations_, [&](const Observation& entry) {
-    const auto alive = entry.observer.lock();
-    return !alive || alive.get() == observer;
+  const auto kept = std::stable_partition(observations_.begin(), observations_.end(), [&](const auto& entry) {
+    promoted.push_back(entry->observer.lock());
+    return promoted.back() && promoted.back().get() != observer;
   });
+  out.assign(std::make_move_iterator(kept), std::make_move_iterator(observations_.end()));
+  observations_.erase(kept, observations_.end());
+  return out;
 }
 
 void NSNotificationCenter::postNotificationName(std::string_view name, const void* object) {
-  struct Call {
-    std::shared_ptr<const void> observer;
-    Handler handler;
-  };
-  std::vector<Call> calls;
+  takeOut(nullptr);
+  std::vector<std::weak_ptr<const Observation>> due;
   {
     const std::lock_guard lock(mutex_);
-    std::erase_if(observations_, [](const Observation& entry) { return entry.observer.expired(); });
     for (const auto& entry : observations_) {
-      if (entry.name == name && (!entry.object || entry.object == object)) {
-        calls.push_back({entry.observer.lock(), entry.handler});
+      if (entry->name == name && (!entry->object || entry->object == object)) {
+        due.push_back(entry);
       }
     }
   }
   const NSNotification notification{std::string(name), object};
-  for (const auto& call : calls) {
-    if (call.observer) {
-      call.handler(notification);
+  for (const auto& entry : due) {
+    const auto observation = entry.lock();
+    const auto observer = observation ? observation->observer.lock() : nullptr;
+    if (observer) {
+      observation->handler(notification);
     }
   }
 }

@@ -27,11 +27,11 @@ class NSNotificationCenter {
   void addObserver(std::weak_ptr<const void> observer, Handler handler, std::string_view name,
                    const void* object = nullptr);
 
-  /// Removes all registrations of the observer.
+  /// Removes all registrations of the observer, also for a notification that is being posted.
   void removeObserver(const void* observer);
 
   /// Calls the handlers, in the order in which they were added, on the caller's thread, and returns when all
-  /// have run.
+  /// have run. An observer that is added meanwhile is not told of it.
   void postNotificationName(std::string_view name, const void* object = nullptr);
 
  private:
@@ -42,8 +42,11 @@ class NSNotificationCenter {
     const void* object;
   };
 
+  using Observations = std::vector<std::shared_ptr<const Observation>>;
+  Observations takeOut(const void* observer);
+
   std::mutex mutex_;
-  std::vector<Observation> observations_;
+  Observations observations_;
 };
 
 }  // namespace nivlo
