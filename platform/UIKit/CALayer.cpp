@@ -1,8 +1,10 @@
 #include "platform/UIKit/CALayer.hpp"
 
+#include <utility>
+
 namespace nivlo {
 
-void CALayer::addSublayer(const std::shared_ptr<CALayer>& layer) {
+void CALayer::addSublayer(std::shared_ptr<CALayer> layer) {
   for (auto* above = this; above; above = above->superlayer().get()) {
     if (above == layer.get()) {
       return;
@@ -13,7 +15,7 @@ void CALayer::addSublayer(const std::shared_ptr<CALayer>& layer) {
   }
   layer->removeFromSuperlayer();
   layer->superlayer_ = weak_from_this();
-  sublayers_.push_back(layer);
+  sublayers_.push_back(std::move(layer));
 }
 
 void CALayer::removeFromSuperlayer() {

@@ -27,7 +27,7 @@ class CALayer : public std::enable_shared_from_this<CALayer> {
   std::shared_ptr<CALayer> superlayer() const { return superlayer_.lock(); }
   /// Puts the layer on top, out of wherever it was. Nothing happens for null, or for the layer itself or one
   /// above it.
-  void addSublayer(const std::shared_ptr<CALayer>& layer);
+  void addSublayer(std::shared_ptr<CALayer> layer);
   void removeFromSuperlayer();
 
  private:

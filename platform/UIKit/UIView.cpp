@@ -1,6 +1,7 @@
 #include "platform/UIKit/UIView.hpp"
 
 #include <cmath>
+#include <utility>
 
 #include "platform/Foundation/Dispatch.hpp"
 
@@ -17,14 +18,19 @@ std::shared_ptr<UIView> UIView::initWithFrame(CGRect frame) {
 
 UIView::UIView(CGRect frame) : layer_(std::make_shared<CALayer>()) { layer_->setFrame(frame); }
 
-void UIView::addSubview(const std::shared_ptr<UIView>& view) {
-  if (!view || view.get() == this) {
+void UIView::addSubview(std::shared_ptr<UIView> view) {
+  for (auto* above = this; above; above = above->superview().get()) {
+    if (above == view.get()) {
+      return;
+    }
+  }
+  if (!view) {
     return;
   }
   view->removeFromSuperview();
   view->superview_ = weak_from_this();
-  subviews_.push_back(view);
   layer_->addSublayer(view->layer_);
+  subviews_.push_back(std::move(view));
 }
 
 void UIView::removeFromSuperview() {

@@ -26,9 +26,9 @@ class UIView : public std::enable_shared_from_this<UIView> {
 
   const std::vector<std::shared_ptr<UIView>>& subviews() const { return subviews_; }
   std::shared_ptr<UIView> superview() const { return superview_.lock(); }
-  /// Puts the view, and its layer, on top, out of wherever it was. Nothing happens for null or for the view
-  /// itself.
-  void addSubview(const std::shared_ptr<UIView>& view);
+  /// Puts the view, and its layer, on top, out of wherever it was. Nothing happens for null, or for the view
+  /// itself or one above it.
+  void addSubview(std::shared_ptr<UIView> view);
   void removeFromSuperview();
 
  protected:
