@@ -73,9 +73,8 @@ void UIAlertView::tapped(long buttonIndex) {
   }
   state_ = State::Dismissing;
   tappedIndex_ = buttonIndex;
-  const auto told = orNobody(delegate());
-  told->alertViewClickedButtonAtIndex(*this, buttonIndex);
-  told->alertViewWillDismissWithButtonIndex(*this, buttonIndex);
+  orNobody(delegate())->alertViewClickedButtonAtIndex(*this, buttonIndex);
+  orNobody(delegate())->alertViewWillDismissWithButtonIndex(*this, buttonIndex);
 }
 
 void UIAlertView::cancelled() {
