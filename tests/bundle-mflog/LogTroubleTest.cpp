@@ -1,0 +1,124 @@
+#include <cerrno>
+#include <cstring>
+
+#include <sys/mount.h>
+
+#include "tests/bundle-mflog/LogTest.hpp"
+
+namespace nivlo {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace fs = std::filesystem;
+
+class LogInTrouble : public LogTest {
+ protected:
+  ~LogInTrouble() override {
+    if (isMounted_) {
+      umount2(logs.c_str(), MNT_DETACH);
+    }
+  }
+  /// Returns what is in the way of it, or nothing.
+  std::string mountSmallDisk(unsigned long flags) {
+    fs::create_directories(logs);
+    isMounted_ = mount("nivlo-test", logs.c_str(), "tmpfs", flags, "size=64k") == 0;
+    return isMounted_ ? "" : std::string("no disk can be mounted here: ") + std::strerror(errno);
+  }
+  /// Logs until the line stands in log.txt.
+  bool comesToLog(MFLoggerImpl& logger, const std::string& message) {
+    return test::waitFor([&] {
+      logger.writeMessage(message, 4);
+      return text().ends_with(message + "\r\n");
+    });
+  }
+
+ private:
+  bool isMounted_ = false;
+};
+
+TEST_F(LogInTrouble, WritesAgainWhenAFullDiskHasSpaceAgain) {
+  if (const auto obstacle = mountSmallDisk(0); !obstacle.empty()) {
+    GTEST_SKIP() << obstacle;
+  }
+  const auto logger = MFLoggerImpl::init(logs);
+  fill("ballast", 100'000);
+  const std::string longer(5000, 'y');
+  logger->writeMessage(longer, 4);
+  EXPECT_TRUE(wasEchoed(longer));
+  EXPECT_TRUE(wasEchoed("Writedata exception NSFileHandleOperationException write: No space left on device"));
+  fs::remove(logs / "ballast");
+  logger->writeMessage(longer, 4);
+  EXPECT_THAT(text(), StartsWith(kHeader + kBanner));
+  EXPECT_THAT(text(), EndsWith("[main] " + longer + "\r\n"));
+}
+
+TEST_F(LogInTrouble, ReportsEveryWriteThatADeviceRefuses) {
+  fs::create_directories(logs);
+  fs::create_symlink("/dev/full", logs / "log.txt");
+  const auto logger = MFLoggerImpl::init(logs);
+  EXPECT_TRUE(wasEchoed("Writedata exception NSFileHandleOperationException write: No space left on device"));
+  const auto reports = machine.log.lines().size();
+  logger->writeMessage("lost", 4);
+  EXPECT_GT(machine.log.lines().size(), reports + 1);
+}
+
+TEST_F(LogInTrouble, OpensTheFileOnceAReadOnlyDirectoryCanBeWrittenTo) {
+  if (const auto obstacle = mountSmallDisk(MS_RDONLY); !obstacle.empty()) {
+    GTEST_SKIP() << obstacle;
+  }
+  const auto logger = MFLoggerImpl::init(logs);
+  logger->writeMessage("lost", 4);
+  EXPECT_TRUE(wasEchoed("lost"));
+  ASSERT_EQ(mount("", logs.c_str(), "", MS_REMOUNT, "size=64k"), 0) << std::strerror(errno);
+  EXPECT_TRUE(comesToLog(*logger, "kept"));
+  EXPECT_THAT(text(), StartsWith(kHeader + "<W>"));
+  EXPECT_THAT(text(), Not(HasSubstr("lost")));
+}
+
+TEST_F(LogInTrouble, OpensTheFileOnceNothingStandsInTheDirectorysPlace) {
+  std::ofstream(logs.parent_path()) << "in the way";
+  const auto logger = MFLoggerImpl::init(logs);
+  logger->writeMessage("lost", 4);
+  EXPECT_TRUE(wasEchoed("lost"));
+  fs::remove(logs.parent_path());
+  EXPECT_TRUE(comesToLog(*logger, "kept"));
+
+  MFLoggerImpl::init({})->writeMessage("homeless", 4);
+  EXPECT_TRUE(wasEchoed("homeless"));
+  EXPECT_FALSE(fs::exists("log.txt"));
+}
+
+TEST_F(LogInTrouble, LosesNoLineWhenTheFileIsDeletedMovedOrEmptied) {
+  const auto logger = MFLoggerImpl::init(logs);
+  fs::remove_all(logs);
+  logger->writeMessage("after deletion", 4);
+  EXPECT_THAT(text(), StartsWith(kHeader + "<W>"));
+  EXPECT_THAT(text(), EndsWith("after deletion\r\n"));
+
+  fs::rename(logs / "log.txt", logs / "moved.txt");
+  fill("log.txt", 3);
+  logger->writeMessage("after the move", 4);
+  EXPECT_THAT(text(), StartsWith("xxx<W>"));
+  EXPECT_THAT(text("moved.txt"), EndsWith("after deletion\r\n"));
+
+  fs::resize_file(logs / "log.txt", 0);
+  logger->writeMessage("after emptying", 4);
+  EXPECT_THAT(text(), StartsWith(kHeader + "<W>"));
+}
+
+TEST_F(LogInTrouble, KeepsTheOlderGenerationWhenTwoProgramsReachTheThreshold) {
+  fill("log.txt", kThreshold);
+  const auto first = MFLoggerImpl::init(logs), second = MFLoggerImpl::init(logs);
+  first->writeMessage("rolls", 4);
+  second->writeMessage("joins in", 4);
+  EXPECT_GT(fs::file_size(logs / "log.txt.bak"), kThreshold);
+  EXPECT_THAT(text(), EndsWith("joins in\r\n"));
+  EXPECT_THAT(text(), StartsWith(kHeader));
+}
+
+}  // namespace
+}  // namespace nivlo
