@@ -1,0 +1,125 @@
+#include "tests/bundle/WallpaperTest.hpp"
+
+namespace nivlo {
+namespace {
+
+class Detection : public WallpaperTest {
+ protected:
+  const MetadataObjects face_{std::make_shared<AVMetadataObject>("face", CGRect{})};
+};
+
+TEST_F(Detection, TakesOneReportUntilItsGateIsOpenedAgain) {
+  report({});
+  EXPECT_TRUE(view->isDetactable());
+  view->captureOutput(*view->metadataOutput(), {code("org.iso.QRCode", "first")}, {});
+  EXPECT_FALSE(view->wantsMetadataObjects());
+  EXPECT_TRUE(view->foundBarcodes().empty()) << "the main queue's work";
+  report({code("org.iso.QRCode", "second")});
+  EXPECT_EQ(messages(), Strings{"Get a Barcode with content: first"});
+}
+
+TEST_F(Detection, LetsTheLastCodeOfAReportDecide) {
+  report({code("org.gs1.EAN-13", "4006381333931"), code("org.iso.QRCode", "qr")});
+  EXPECT_EQ(found(), Strings{"qr"});
+  EXPECT_EQ(messages().size(), 1u);
+  view->setIsDetactable(true);
+  report({code("org.iso.QRCode", "qr"), code("org.example.Other", "x")});
+  EXPECT_EQ(found(), Strings{});
+  EXPECT_EQ(messages().size(), 1u);
+  EXPECT_FALSE(view->isDetactable());
+  view->setWallpaperOptions({{"qr", true}});
+  EXPECT_TRUE(view->isDetactable());
+}
+
+TEST_F(Detection, ShowsTheEarlierFindAgainForWhatIsNoCode) {
+  report(face_);
+  EXPECT_TRUE(machine.alerts.shown.empty());
+  EXPECT_FALSE(view->isDetactable());
+  view->setIsDetactable(true);
+  report({code("org.iso.QRCode", "qr")});
+  view->setIsDetactable(true);
+  report(face_);
+  EXPECT_EQ(messages(), Strings(2, "Get a Barcode with content: qr"));
+}
+
+TEST_F(Detection, OffersACodeInViewOnceAndDecodesNothingMeanwhile) {
+  view->setIsDetactable(false);
+  view->setAnimating(true);
+  machine.reader.putInView({{"org.iso.QRCode", "seen", {{0, 0}, {64, 0}, {64, 48}, {0, 48}}}});
+  ASSERT_TRUE(machine.watchFrames(100));
+  EXPECT_EQ(machine.reader.looks, 0) << "the gate is closed";
+  view->setWallpaperOptions({{"qr", true}});
+  ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return !machine.alerts.shown.empty(); }));
+  EXPECT_EQ(view->foundBarcodes().at(0)->metadataObject()->bounds(), (CGRect{{0, -12.5}, {300, 225}}))
+      << "in the layer's coordinates";
+  const int looks = machine.reader.looks;
+  ASSERT_TRUE(machine.watchFrames(100));
+  EXPECT_EQ(machine.reader.looks, looks) << "a dialog is up";
+  machine.alerts.tapTop(0);
+  ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return machine.reader.looks >= looks + 3; }));
+  EXPECT_TRUE(machine.alerts.shown.empty()) << "it has not left the view";
+  EXPECT_TRUE(view->isDetactable());
+}
+
+class Dialogs : public WallpaperTest {
+ protected:
+  /// Offers the text and taps; true when the gate was shut before the tap and open after it.
+  bool scanAndTap(const std::string& text, long button) {
+    view->setIsDetactable(true);
+    report({code("org.iso.QRCode", text)});
+    const bool shut = !view->isDetactable();
+    machine.alerts.tapTop(button);
+    return shut && view->isDetactable();
+  }
+};
+
+TEST_F(Dialogs, OfferToOpenALinkExactlyAsItIs) {
+  const std::string link = "HTTP://example.org/%41?q=1#x";
+  report({code("org.iso.QRCode", link)});
+  const auto& alert = machine.alerts.shown.at(0);
+  EXPECT_EQ(alert.title, "Barcode");
+  EXPECT_EQ(alert.message, "Get an URL link: " + link);
+  EXPECT_EQ(alert.buttons, (Strings{"Cancel", "Open Link"}));
+  EXPECT_EQ(alert.cancelButtonIndex, 0);
+  machine.alerts.takeTop();
+  bool openWhenAsked = false;
+  machine.urls.onAsked = [&] { openWhenAsked = view->isDetactable(); };
+  EXPECT_TRUE(scanAndTap(link, 1));
+  EXPECT_TRUE(openWhenAsked) << "the gate opens first";
+  machine.urls.canOpen = false;
+  EXPECT_TRUE(scanAndTap(link, 1));
+  EXPECT_TRUE(scanAndTap("http://not a link", 1));
+  EXPECT_TRUE(scanAndTap(link, 0));
+  EXPECT_EQ(machine.urls.asked, Strings(2, link));
+  EXPECT_EQ(machine.urls.opened, Strings{link});
+  EXPECT_EQ(machine.log.lines(), Strings{"Cancelled"});
+  EXPECT_TRUE(machine.pasteboard.texts.empty());
+}
+
+TEST_F(Dialogs, CopyAnyOtherTextExactlyAndSaySo) {
+  using namespace std::string_literals;
+  const auto text = "mailto:ä\0<b>%d"s;
+  report({code("org.gs1.EAN-13", text)});
+  EXPECT_EQ(messages(), Strings{"Get a Barcode with content: " + text});
+  EXPECT_EQ(machine.alerts.shown.at(0).buttons, (Strings{"Cancel", "Copy"}));
+  machine.alerts.tapTop(1);
+  EXPECT_TRUE(view->isDetactable());
+  EXPECT_EQ(machine.pasteboard.texts, Strings{text});
+  const auto& thanks = machine.alerts.shown.at(0);
+  EXPECT_EQ(thanks.title, "Copy Succ");
+  EXPECT_EQ(thanks.message, "Please feel free to paste to anywhere you want.");
+  EXPECT_EQ(thanks.buttons, Strings{"I Know"});
+  view->setIsDetactable(false);
+  machine.alerts.tapTop(0);
+  EXPECT_FALSE(view->isDetactable()) << "nothing listens to the second alert";
+}
+
+TEST_F(Dialogs, LeaveTheGateShutWhenTheSystemTakesThemAway) {
+  report({code("org.iso.QRCode", "text")});
+  machine.alerts.cancelAll();
+  EXPECT_FALSE(view->isDetactable());
+  EXPECT_TRUE(machine.log.lines().empty());
+}
+
+}  // namespace
+}  // namespace nivlo

@@ -1,0 +1,78 @@
+// A main queue that runs when the test says so.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+
+#include "platform/drivers/MainQueueDriver.hpp"
+
+namespace nivlo {
+
+/// The main thread is the one that makes the queue; only post() may be called on others.
+class ManualMainQueue : public MainQueueDriver {
+ public:
+  void post(std::function<void()> work) override {
+    const std::lock_guard lock(mutex_);
+    work_.push_back(std::move(work));
+    came_.notify_one();
+  }
+  bool isMainThread() const override { return std::this_thread::get_id() == mainThread_; }
+
+  /// Runs what is queued and what that queues in turn; returns how much it was.
+  int drain() {
+    int count = 0;
+    while (const auto next = takeFirst()) {
+      next();
+      ++count;
+    }
+    return count;
+  }
+
+  /// Drains until the condition holds; returns false when it has not come to hold in 20 s.
+  bool drainUntil(const std::function<bool()>& condition) {
+    return until(condition, [this] { drain(); });
+  }
+  /// The same without running what is queued.
+  bool waitUntil(const std::function<bool()>& condition) {
+    return until(condition, [] {});
+  }
+
+  std::size_t pending() const {
+    const std::lock_guard lock(mutex_);
+    return work_.size();
+  }
+
+ private:
+  std::function<void()> takeFirst() {
+    const std::lock_guard lock(mutex_);
+    if (work_.empty()) {
+      return nullptr;
+    }
+    auto next = std::move(work_.front());
+    work_.pop_front();
+    return next;
+  }
+
+  bool until(const std::function<bool()>& condition, const std::function<void()>& step) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    for (step(); !condition(); step()) {
+      if (std::chrono::steady_clock::now() > deadline) {
+        return false;
+      }
+      std::unique_lock lock(mutex_);
+      came_.wait_for(lock, std::chrono::milliseconds(2));
+    }
+    return true;
+  }
+
+  const std::thread::id mainThread_ = std::this_thread::get_id();
+  mutable std::mutex mutex_;
+  std::condition_variable came_;
+  std::deque<std::function<void()>> work_;
+};
+
+}  // namespace nivlo
