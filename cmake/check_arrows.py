@@ -11,8 +11,8 @@ MAY_INCLUDE = {
     "platform": {"platform"},
     "bundle": {"bundle", "platform"},
     "linux": {"linux", "platform"},
-    # The logger is a library of its own that the host shares with the bundle.
-    "host": {"host", "linux", "platform", "bundle/MFLog"},
+    # The logger and the device tables are libraries of their own that the host shares with the bundle.
+    "host": {"host", "linux", "platform", "bundle/MFLog", "bundle/UIDevice+Hardware"},
 }
 # Third-party headers that the portable rooms may use; everything else there is the standard library.
 PORTABLE = re.compile(r"fmt/|pugixml\.hpp$")

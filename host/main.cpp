@@ -1,6 +1,7 @@
 #include <iostream>
 #include <variant>
 
+#include "host/commands/ChimeCommand.hpp"
 #include "host/commands/CommandLine.hpp"
 #include "host/commands/DevicesCommand.hpp"
 #include "host/commands/PresetsCommand.hpp"
@@ -13,6 +14,7 @@ struct Execute {
   int operator()(const nivlo::RunOptions& options) const { return nivlo::runWallpaper(options); }
   int operator()(const nivlo::PresetsOptions& options) const { return nivlo::runPresets(options); }
   int operator()(const nivlo::DevicesOptions& options) const { return nivlo::runDevices(options); }
+  int operator()(const nivlo::ChimeOptions& options) const { return nivlo::runChime(options); }
   int operator()(const nivlo::ScanOptions& options) const {
     return nivlo::runScan(options, std::cout, std::cerr);
   }

@@ -7,7 +7,7 @@ install_packages() {
   local list=packaging/debian12-packages.txt wanted missing
   wanted=$(if [ "$1" = all ]; then cat "$list"; else sed '/^== tests/,$d' "$list"; fi | grep -v '^#\|^==\|^$')
   # shellcheck disable=SC2086
-  missing=$(dpkg-query -W -f '${Package} ${Status}\n' $wanted 2>/dev/null | awk '/ install ok installed$/ {print $1}' |
+  missing=$({ dpkg-query -W -f '${Package} ${Status}\n' $wanted 2>/dev/null || true; } | awk '/ install ok installed$/ {print $1}' |
     sort | comm -13 - <(printf '%s\n' $wanted | sort))
   [ -n "$missing" ] || return 0
   command -v apt-get >/dev/null || { echo "These Debian packages are missing, and there is no apt-get: $missing" >&2; return 1; }
@@ -23,13 +23,23 @@ install_packages() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get "${quiet[@]}" install -y --no-install-recommends $missing >/dev/null
 }
 
-# build PRESET [CMAKE ARGUMENTS...]: configures where needed and builds everything; quiet unless something fails.
+# build PRESET [CMAKE ARGUMENTS...] [--target NAME]: configures where needed and builds everything, or the target; quiet
+# unless something fails.
 build() {
-  local preset=$1 log=build/$1.log
+  local preset=$1 log=build/$1.log arguments=() target=()
   shift
+  while [ $# -gt 0 ]; do
+    if [ "$1" = --target ]; then
+      target=(--target "$2")
+      shift
+    else
+      arguments+=("$1")
+    fi
+    shift
+  done
   mkdir -p build
   say "Building ($preset)"
-  if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
+  if ! { cmake --preset "$preset" "${arguments[@]}" && cmake --build --preset "$preset" "${target[@]}"; } >"$log" 2>&1; then
     tail -n 60 "$log"
     echo "The build failed; the whole output is in $log" >&2
     return 1

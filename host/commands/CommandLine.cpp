@@ -15,6 +15,9 @@ namespace {
 constexpr int kUsageError = 2;
 constexpr int kLargestSide = 16384;
 
+constexpr auto kMachineHelp =
+    "The machine identifier to go by, for example iPhone4,1, in place of the kernel's";
+
 constexpr auto kFooter = R"(Examples:
   nivlo                                   show the back camera, offer the codes it sees
   nivlo --preset 4                        the front camera, no codes
@@ -40,9 +43,9 @@ class RunArguments {
         "--source", sources_,
         "What stands at a side, SIDE=SOURCE: back or front = auto, demo, pipewire:NODE, file:PATH or none "
         "(auto: the PipeWire cameras, else the demo; see 'nivlo devices')");
-    app.add_option(
-        "--accelerometer", accelerometer_,
-        "script:FILE plays readings from lines 'SECONDS, X, Y, Z' (in g); above 1.5 g on an axis is a shake");
+    app.add_option("--accelerometer", accelerometer_,
+                   "In place of the sensor: script:FILE plays readings from lines 'SECONDS, X, Y, Z' (in g); "
+                   "above 1.5 g on an axis is a shake");
     app.add_option(
            "--surface", surface_,
            "Where to draw: an X11 window, or offscreen, into memory; auto is a window where DISPLAY is set")
@@ -149,12 +152,21 @@ Command parseCommandLine(int argc, const char* const* argv) {
 
   PresetsOptions presets;
   auto* presetsCommand = app.add_subcommand("presets", "List the four presets and what they do");
+  presetsCommand->add_flag("--json", presets.json,
+                           "One JSON array: of each preset its number, its options and a description");
   presetsCommand->add_option("--bundle", presets.bundle,
                              "The wallpaper bundle to ask in place of the built-in one");
 
   std::vector<std::string> deviceSources;
-  auto* devicesCommand = app.add_subcommand("devices", "List the cameras that can be chosen");
+  DevicesOptions devices;
+  auto* devicesCommand =
+      app.add_subcommand("devices", "List the cameras that can be chosen, and what machine this is");
   devicesCommand->add_option("--source", deviceSources, "As for 'run'");
+  devicesCommand->add_option("--machine", devices.machine, kMachineHelp);
+
+  ChimeOptions chime;
+  auto* chimeCommand = app.add_subcommand("chime", "Play the chime, to hear that sound works");
+  chimeCommand->add_option("--bundle", chime.bundle, "The wallpaper bundle whose chime to play");
 
   ScanOptions scan;
   auto* scanCommand = app.add_subcommand("scan", "Read the codes in picture files, as a live camera would");
@@ -176,7 +188,14 @@ Command parseCommandLine(int argc, const char* const* argv) {
       return presets;
     }
     if (*devicesCommand) {
-      return DevicesOptions{RunArguments::parseSources(deviceSources)};
+      devices.sources = RunArguments::parseSources(deviceSources);
+      return devices;
+    }
+    if (*chimeCommand) {
+      if (chime.bundle.empty()) {
+        chime.bundle = defaultBundlePath();
+      }
+      return chime;
     }
     return run.options();
   } catch (const CLI::ParseError& error) {

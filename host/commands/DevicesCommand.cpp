@@ -5,9 +5,11 @@
 
 #include <fmt/format.h>
 
+#include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/text/VisibleText.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
+#include "linux/desktop/LinuxDeviceIdentity.hpp"
 #include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {
@@ -26,10 +28,23 @@ const char* inWords(AVCaptureDevicePosition position) {
   return "unspecified";
 }
 
+void printMachine() {
+  const auto device = UIDevice::currentDevice();
+  std::cout << fmt::format("machine      {}, rank {:g}", visibleText(hardwareString(*device)),
+                           hardwareNumber(*device, hardware(*device)));
+  if (hardware(*device) != HardwareNotAvailable) {
+    std::cout << fmt::format(", {} ({})", hardwareDescription(*device).value_or(""),
+                             hardwareSimpleDescription(*device).value_or(""));
+  }
+  std::cout << fmt::format("\nmodel        {}\nsystem       {}\n", visibleText(device->model()),
+                           visibleText(device->systemVersion()));
+}
+
 }  // namespace
 
 int runDevices(const DevicesOptions& options) {
-  installDrivers({.logSink = makeConsoleLog()});
+  installDrivers({.logSink = makeConsoleLog(), .device = makeLinuxDeviceIdentity(options.machine)});
+  printMachine();
   std::string error;
   const auto cameras = makeSelectedCameras(options.sources, &error);
   if (!cameras) {

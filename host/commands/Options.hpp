@@ -20,7 +20,8 @@ struct RunOptions {
   std::optional<bool> scans;          ///< overrides the preset
   std::optional<std::string> camera;  ///< "back" or "front", overrides the preset
   CameraSources sources;
-  std::optional<std::filesystem::path> accelerometerScript;
+  std::string machine;                                       ///< the machine identifier; empty: the kernel's
+  std::optional<std::filesystem::path> accelerometerScript;  ///< in place of the sensor
   SurfaceKind surface = SurfaceKind::Auto;
   int width = 1920;   ///< pixels
   int height = 1080;  ///< pixels
@@ -31,10 +32,16 @@ struct RunOptions {
 
 struct PresetsOptions {
   std::filesystem::path bundle;
+  bool json = false;
 };
 
 struct DevicesOptions {
   CameraSources sources;
+  std::string machine;
+};
+
+struct ChimeOptions {
+  std::filesystem::path bundle;
 };
 
 }  // namespace nivlo

@@ -2,6 +2,11 @@
 
 #include <iostream>
 #include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include <nlohmann/json.hpp>
 
 #include "host/bundle/BundleLoader.hpp"
 
@@ -16,6 +21,20 @@ std::string inWords(const NSDictionary& preset) {
   return "the " + camera + " camera" + (scans ? ", codes are offered" : ", codes are left alone");
 }
 
+nlohmann::ordered_json asJson(const std::vector<NSDictionary>& presets) {
+  auto result = nlohmann::ordered_json::array();
+  int number = 1;
+  for (const auto& preset : presets) {
+    nlohmann::ordered_json entry{{"preset", number++}};
+    for (const auto& [key, value] : preset.entries()) {
+      std::visit([&, &name = key](const auto& held) { entry[name] = held; }, value);
+    }
+    entry["description"] = inWords(preset);
+    result.push_back(std::move(entry));
+  }
+  return result;
+}
+
 }  // namespace
 
 int runPresets(const PresetsOptions& options) {
@@ -25,8 +44,13 @@ int runPresets(const PresetsOptions& options) {
     std::cerr << "nivlo: " << error << '\n';
     return 1;
   }
+  const auto presets = wallpaperClass->presetWallpaperOptions();
+  if (options.json) {
+    std::cout << asJson(presets).dump(2) << '\n';
+    return 0;
+  }
   int number = 1;
-  for (const auto& preset : wallpaperClass->presetWallpaperOptions()) {
+  for (const auto& preset : presets) {
     std::cout << number++ << "  " << inWords(preset) << '\n';
   }
   return 0;

@@ -8,9 +8,11 @@
 
 #include <unistd.h>
 
+#include "bundle/MFLog/MFLog.hpp"
 #include "host/alerts/TerminalAlerts.hpp"
 #include "host/alerts/TerminalPasteboard.hpp"
 #include "host/bundle/BundleLoader.hpp"
+#include "host/journal/Journal.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
@@ -20,7 +22,12 @@
 #include "linux/camera/selection/SelectedCameras.hpp"
 #include "linux/codes/ZXingCodeReader.hpp"
 #include "linux/desktop/DesktopURLOpener.hpp"
+#include "linux/desktop/LinuxDeviceIdentity.hpp"
+#include "linux/desktop/clock/ClockMonitor.hpp"
+#include "linux/desktop/session/SessionMonitor.hpp"
 #include "linux/motion/ScriptedAccelerometer.hpp"
+#include "linux/motion/iio/IIOAccelerometer.hpp"
+#include "linux/sound/GStreamerSound.hpp"
 #include "platform/Foundation/NSLog.hpp"
 #include "platform/drivers/Drivers.hpp"
 
@@ -40,19 +47,23 @@ NSDictionary chosenOptions(const RunOptions& options, const std::vector<NSDictio
 }
 
 /// Returns an error message, empty on success.
-std::string installLinuxDrivers(const RunOptions& options, MainLoop& loop) {
+std::string installLinuxDrivers(const RunOptions& options) {
   std::string error;
   Drivers set;
   set.logSink = makeConsoleLog();
-  set.mainQueue = loop.makeMainQueue();
-  set.cameras = makeSelectedCameras(options.sources, &error);
+  set.mainQueue = MainLoop::makeMainQueue();
+  set.cameras = journaled(makeSelectedCameras(options.sources, &error));
   set.codeReader = makeZXingCodeReaderDriver();
-  if (options.accelerometerScript && error.empty()) {
+  if (!options.accelerometerScript) {
+    set.accelerometer = makeIIOAccelerometer();
+  } else if (error.empty()) {
     set.accelerometer = makeScriptedAccelerometer(*options.accelerometerScript, &error);
   }
-  set.alerts = makeTerminalAlerts(std::cout, STDIN_FILENO);
+  set.alerts = journaled(makeTerminalAlerts(std::cout, STDIN_FILENO));
   set.pasteboard = makeTerminalPasteboard(std::cout);
   set.urls = makeDesktopURLOpener();
+  set.sound = makeGStreamerSound();
+  set.device = makeLinuxDeviceIdentity(options.machine);
   installDrivers(std::move(set));
   return error;
 }
@@ -80,11 +91,16 @@ class Run {
                                   .closed = [this] { loop_.quit(); },
                                   .lost = [this](const std::string& cause) { fail(cause); }},
                                  &error);
-      if (surface_ || options_.surface == SurfaceKind::Window) {
+      if (surface_) {
+        MFInfo("surface: an X11 window");
+        return "";
+      }
+      if (options_.surface == SurfaceKind::Window) {
         return error;
       }
-      NSLog("surface: %@; drawing into memory", error);
+      NSLog("surface: %@", error);
     }
+    MFInfo("surface: offscreen");
     surface_ = std::make_unique<DrawnSurface>(options_.width, options_.height, [this] { drawn(); });
     return "";
   }
@@ -100,6 +116,8 @@ class Run {
     wallpaper->setWallpaperOptions(chosenOptions(options_, wallpaperClass.presetWallpaperOptions()));
     surface_->show(wallpaper->view());
     wallpaper->setAnimating(true);
+    const auto session = makeSessionMonitor();
+    const auto clock = makeClockMonitor();
     loop_.run();
     wallpaper->setAnimating(false);
     if (framesDrawn_ > 0) {
@@ -153,12 +171,15 @@ class Run {
 int runWallpaper(const RunOptions& options) {
   MainLoop loop;
   int status = 1;
-  auto error = installLinuxDrivers(options, loop);
+  auto error = installLinuxDrivers(options);
   const auto* wallpaperClass = error.empty() ? loadWallpaperClass(options.bundle, &error) : nullptr;
   if (wallpaperClass) {
+    nameProgramForJournal();
+    MFNotice("started: %@, preset %d", wallpaperClass->identifier(), options.preset);
     Run run(options, loop);
     error = run.openSurface();
     status = error.empty() ? run.show(*wallpaperClass) : 1;
+    MFNotice("stopped with status %d", status);
   }
   if (!error.empty()) {
     std::cerr << "nivlo: " << error << '\n';

@@ -23,8 +23,8 @@ class MainLoop {
   /// Main thread only; a quit before the run makes the run return at once.
   void quit();
 
-  /// The main queue that this loop serves. It may outlive the loop; nothing runs then.
-  std::unique_ptr<MainQueueDriver> makeMainQueue();
+  /// The main queue of the calling thread, which such a loop serves while it runs.
+  static std::unique_ptr<MainQueueDriver> makeMainQueue();
 
   /// Runs what is ready now, without waiting; for the end of the program, when the loop no longer runs.
   static void drain();

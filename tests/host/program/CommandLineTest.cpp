@@ -114,6 +114,58 @@ TEST(ProgramTest, TheTextOfACodeIsCopiedExactlyAndTheConfirmationFollows) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
+TEST(ProgramTest, TheJournalTellsTheProgramsLifeButNotWhatWasScanned) {
+  const TemporaryDirectory directory;
+  const auto picture = directory.path() / "code.png";
+  writeCodePicture(picture, "QRCode", "secret-of-the-code");
+  Nivlo program({"--source", "back=file:" + picture.string()});
+  ASSERT_TRUE(program.answer("0) Cancel", 0));
+  ASSERT_TRUE(program.waitForLine("Cancelled"));
+  ASSERT_THAT(program.terminate(), Eq(0));
+  std::ifstream file(program.logDirectory() / "log.txt");
+  const std::string journal{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_TRUE(journal.starts_with("# Application: Nivlo\r\n# Version: "));
+  for (const auto* event :
+       {"started: NivloWallpaper", "surface: offscreen", "opened", "dialog shown: Barcode",
+        "dialog answered: Cancel", "closed", "stopped with status 0"}) {
+    EXPECT_THAT(journal, HasSubstr(event));
+  }
+  EXPECT_EQ(journal.find("secret"), std::string::npos);
+}
+
+TEST(ProgramTest, WhereTheLogIsNoTerminalALongRunOfSamplesBecomesACount) {
+  const TemporaryDirectory directory;
+  const auto script = directory.path() / "script";
+  std::ofstream lines(script);
+  for (int i = 0; i < 20; ++i) {
+    lines << 0.3 + i * 0.01 << ", 0, 0, 1\n";
+  }
+  lines.close();
+  Nivlo program({"--source", "back=none", "--source", "front=none", "--accelerometer",
+                 "script:" + script.string(), "--seconds", "1"});
+  EXPECT_TRUE(program.waitForLine("more lines like this"));
+  EXPECT_THAT(program.waitForExit(), Eq(0));
+  const auto output = program.output();
+  const std::string sample = "0.000000, 0.000000, 1.000000";
+  int count = 0;
+  for (auto at = output.find(sample); at != std::string::npos; at = output.find(sample, at + 1)) {
+    ++count;
+  }
+  EXPECT_EQ(count, 3);
+}
+
+TEST(ProgramTest, TheChimePlaysToItsEndWithoutASoundCard) {
+  Nivlo program({"chime"});
+  EXPECT_THAT(program.waitForExit(), Eq(0));
+}
+
+TEST(ProgramTest, TheMachineIsNamedByItsIdentifier) {
+  Nivlo program({"devices", "--machine", "iPad2,4", "--source", "back=none", "--source", "front=none"});
+  EXPECT_THAT(program.waitForExit(), Eq(0));
+  EXPECT_THAT(program.standardOutput(), HasSubstr("iPad2,4, rank 2.2, iPad 2 (WiFi Rev. A) (iPad 2)"));
+  EXPECT_THAT(program.standardOutput(), HasSubstr("no cameras"));
+}
+
 TEST(ProgramTest, AnswersFromAPipeAreKeptForTheirQuestionsAndItsEndCancels) {
   const TemporaryDirectory directory;
   const auto picture = directory.path() / "code.png";

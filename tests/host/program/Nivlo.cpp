@@ -14,6 +14,13 @@ namespace nivlo::test {
 
 namespace {
 
+const Environment kBareMachine{{"XDG_RUNTIME_DIR", "/nonexistent"},
+                               {"PIPEWIRE_REMOTE", std::nullopt},
+                               {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
+                               {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"},
+                               {"DISPLAY", std::nullopt},
+                               {"WAYLAND_DISPLAY", std::nullopt}};
+
 std::vector<std::string> withProgram(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), NIVLO_PROGRAM);
   return arguments;
@@ -22,9 +29,13 @@ std::vector<std::string> withProgram(std::vector<std::string> arguments) {
 }  // namespace
 
 Nivlo::Nivlo(const std::vector<std::string>& arguments, const Environment& environment)
-    : ChildProcess(
-          withProgram(arguments),
-          merged({{"XDG_RUNTIME_DIR", "/nonexistent"}, {"PIPEWIRE_REMOTE", std::nullopt}}, environment)) {}
+    : Nivlo(arguments, environment, std::make_shared<TemporaryDirectory>()) {}
+
+Nivlo::Nivlo(const std::vector<std::string>& arguments, const Environment& environment,
+             std::shared_ptr<TemporaryDirectory> state)
+    : ChildProcess(withProgram(arguments),
+                   merged(merged(kBareMachine, environment), {{"XDG_STATE_HOME", state->path()}})),
+      state_(std::move(state)) {}
 
 bool Nivlo::answer(std::string_view line, int button) {
   return waitForLine(line).has_value() && write(std::to_string(button) + "\n");

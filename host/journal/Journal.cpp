@@ -1,0 +1,11 @@
+#include "host/journal/Journal.hpp"
+
+#include "platform/Foundation/NSBundle.hpp"
+
+namespace nivlo {
+
+void nameProgramForJournal() {
+  NSBundle::setMainBundle({}, {{"CFBundleName", "Nivlo"}, {"CFBundleVersion", NIVLO_VERSION}});
+}
+
+}  // namespace nivlo

@@ -1,0 +1,41 @@
+#include <utility>
+
+#include "bundle/MFLog/MFLog.hpp"
+#include "host/journal/Journal.hpp"
+
+namespace nivlo {
+
+namespace {
+
+class JournaledAlerts : public AlertPresenter {
+ public:
+  explicit JournaledAlerts(std::unique_ptr<AlertPresenter> alerts) : alerts_(std::move(alerts)) {}
+
+  void present(AlertContent content, AlertCallbacks callbacks) override {
+    MFInfo("dialog shown: %@", content.title);
+    auto tapped = std::move(callbacks.tapped);
+    auto cancelled = std::move(callbacks.cancelled);
+    callbacks.tapped = [tapped, buttons = content.buttons](long index) {
+      MFInfo("dialog answered: %@", buttons.at(static_cast<std::size_t>(index)));
+      tapped(index);
+    };
+    callbacks.cancelled = [cancelled] {
+      MFInfo("dialog cancelled by the system");
+      cancelled();
+    };
+    alerts_->present(std::move(content), std::move(callbacks));
+  }
+
+  void cancelAll() override { alerts_->cancelAll(); }
+
+ private:
+  std::unique_ptr<AlertPresenter> alerts_;
+};
+
+}  // namespace
+
+std::unique_ptr<AlertPresenter> journaled(std::unique_ptr<AlertPresenter> alerts) {
+  return std::make_unique<JournaledAlerts>(std::move(alerts));
+}
+
+}  // namespace nivlo
