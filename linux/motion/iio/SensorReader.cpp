@@ -6,6 +6,8 @@
 #include <thread>
 #include <utility>
 
+#include <pthread.h>
+
 #include "linux/glib/OwnedSource.hpp"
 #include "linux/motion/iio/SensorWatch.hpp"
 #include "platform/Foundation/NSLog.hpp"
@@ -128,6 +130,7 @@ void SensorReader::awaitIdle(Clock::duration patience) {
 }
 
 void SensorReader::run() {
+  pthread_setname_np(pthread_self(), "accelerometer");
   do {
     serve();
   } while (!endIfUnused());

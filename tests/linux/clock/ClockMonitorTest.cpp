@@ -5,8 +5,10 @@
 #include <memory>
 #include <string>
 
+#include <fcntl.h>
 #include <gio/gio.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 #include "linux/desktop/clock/ClockMonitor.hpp"
 #include "linux/desktop/clock/LocalMidnight.hpp"
@@ -14,6 +16,7 @@
 #include "platform/Foundation/NSString+Format.hpp"
 #include "platform/UIKit/UIApplication.hpp"
 #include "tests/support/Environment.hpp"
+#include "tests/support/FileDescriptor.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 #include "tests/support/WaitFor.hpp"
 
@@ -48,6 +51,8 @@ std::string zoneWithMidnightIn(std::time_t seconds, std::time_t time) {
 class ClockMonitorTest : public testing::Test {
  protected:
   ClockMonitorTest() {
+    // Setting the clock is seen by every process, so these tests take turns.
+    EXPECT_EQ(flock(turn_.get(), LOCK_EX), 0);
     NSNotificationCenter::defaultCenter().addObserver(
         observer_, [this](const NSNotification&) { ++changes_; },
         UIApplicationSignificantTimeChangeNotification);
@@ -72,6 +77,7 @@ class ClockMonitorTest : public testing::Test {
     std::filesystem::rename(fresh, zoneFile_);
   }
 
+  test::FileDescriptor turn_{open("/proc/self/exe", O_RDONLY | O_CLOEXEC)};
   int changes_ = 0;
   test::TemporaryDirectory directory_;
   std::filesystem::path zoneFile_ = directory_.path() / "localtime";
