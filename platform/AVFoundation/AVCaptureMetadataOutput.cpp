@@ -101,23 +101,33 @@ void AVCaptureMetadataOutput::readUntilStopped(std::stop_token stop, CodeReader&
   CodeSightings sightings;
   std::vector<DecodedCode> reported;
   while (!stop.stop_requested()) {
-    const auto frame = waitForFrame(stop);
+    auto frame = waitForFrame(stop);
     const auto start = std::chrono::steady_clock::now();
-    const auto delegate = metadataObjectsDelegate();
-    // The gate may have closed since the frame came.
-    if (frame && delegate && !reportUnderWay_ && delegate->wantsMetadataObjects()) {
-      if (reportDropped_.exchange(false)) {
-        sightings.forget(reported);
-      }
-      auto codes = sightings.comingIntoView(ofChosenTypes(reader.look(*frame->picture)),
-                                            std::chrono::steady_clock::now());
-      if (!codes.empty()) {
-        report(codes, frame->geometry);
-        reported.swap(codes);
-      }
+    if (frame) {
+      lookAt(*frame, reader, sightings, reported);
+      frame.reset();  // the camera may be short of buffers
     }
     std::unique_lock lock(mutex_);
     frameCame_.wait_until(lock, stop, start + kLookInterval, [] { return false; });
+  }
+}
+
+/// The delegate is held for the look only: whoever lets go of it should be the last to.
+void AVCaptureMetadataOutput::lookAt(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
+                                     std::vector<DecodedCode>& reported) {
+  const auto delegate = metadataObjectsDelegate();
+  // The gate may have closed since the frame came.
+  if (!delegate || reportUnderWay_ || !delegate->wantsMetadataObjects()) {
+    return;
+  }
+  auto seen = ofChosenTypes(reader.look(*frame.picture));
+  if (reportDropped_.exchange(false)) {
+    sightings.forget(reported);
+  }
+  auto codes = sightings.comingIntoView(std::move(seen), std::chrono::steady_clock::now());
+  if (!codes.empty()) {
+    report(codes, frame.geometry);
+    reported.swap(codes);
   }
 }
 
