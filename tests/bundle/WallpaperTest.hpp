@@ -14,10 +14,11 @@ using Strings = std::vector<std::string>;
 class WallpaperTest : public testing::Test {
  protected:
   void TearDown() override {
-    const std::weak_ptr<UIView> last = view;
+    // The layer goes with the view itself; a weak reference to the view expires before its destructor runs.
+    const auto layer = view ? std::weak_ptr(view->layer()) : std::weak_ptr<CALayer>();
     view.reset();
     machine.alerts.cancelAll();
-    EXPECT_TRUE(machine.mainQueue.drainUntil([&] { return last.expired(); }));
+    EXPECT_TRUE(machine.mainQueue.drainUntil([&] { return layer.expired(); }));
   }
 
   static std::shared_ptr<AVMetadataObject> code(const char* type, std::string text) {
