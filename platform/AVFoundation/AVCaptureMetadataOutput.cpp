@@ -61,7 +61,7 @@ void AVCaptureMetadataOutput::startReading() {
   }
   reader_ = drivers().codeReader->makeReader();
   if (reader_) {
-    thread_ = std::jthread([this](std::stop_token stop) { readUntilStopped(std::move(stop), *reader_); });
+    thread_ = std::jthread([this](const std::stop_token& stop) { readUntilStopped(stop, *reader_); });
   }
 }
 
@@ -91,13 +91,13 @@ void AVCaptureMetadataOutput::consume(const CaptureFrame& frame) {
   }
 }
 
-std::optional<CaptureFrame> AVCaptureMetadataOutput::waitForFrame(std::stop_token stop) {
+std::optional<CaptureFrame> AVCaptureMetadataOutput::waitForFrame(const std::stop_token& stop) {
   std::unique_lock lock(mutex_);
-  frameCame_.wait(lock, std::move(stop), [this] { return newest_.has_value(); });
+  frameCame_.wait(lock, stop, [this] { return newest_.has_value(); });
   return std::exchange(newest_, std::nullopt);
 }
 
-void AVCaptureMetadataOutput::readUntilStopped(std::stop_token stop, CodeReader& reader) {
+void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, CodeReader& reader) {
   CodeSightings sightings;
   std::vector<DecodedCode> reported;
   while (!stop.stop_requested()) {

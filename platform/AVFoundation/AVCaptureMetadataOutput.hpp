@@ -77,10 +77,10 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
 
  private:
   AVCaptureMetadataOutput() = default;
-  void readUntilStopped(std::stop_token stop, CodeReader& reader);
+  void readUntilStopped(const std::stop_token& stop, CodeReader& reader);
   void lookAt(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
               std::vector<DecodedCode>& reported);
-  std::optional<CaptureFrame> waitForFrame(std::stop_token stop);
+  std::optional<CaptureFrame> waitForFrame(const std::stop_token& stop);
   void report(const std::vector<DecodedCode>& codes, const PictureGeometry& picture);
   std::vector<DecodedCode> ofChosenTypes(std::vector<DecodedCode> codes) const;
 
