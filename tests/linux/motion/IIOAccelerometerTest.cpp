@@ -15,6 +15,7 @@
 #include "linux/glib/Owned.hpp"
 #include "linux/motion/iio/IIOAccelerometer.hpp"
 #include "platform/drivers/Drivers.hpp"
+#include "tests/fakes/CountingLog.hpp"
 #include "tests/support/FileDescriptor.hpp"
 #include "tests/support/WaitFor.hpp"
 
@@ -81,20 +82,11 @@ class Listener {
   std::unique_ptr<AccelerometerStream> stream_;
 };
 
-class CountingSink final : public LogSink {
- public:
-  explicit CountingSink(std::atomic<int>& lines) : lines_(lines) {}
-  void write(std::string_view, std::string_view) override { ++lines_; }
-
- private:
-  std::atomic<int>& lines_;
-};
-
 class IIOAccelerometerTest : public testing::Test {
  protected:
   IIOAccelerometerTest() {
     Drivers withSink;
-    withSink.logSink = std::make_unique<CountingSink>(logLines_);
+    withSink.logSink = std::make_unique<test::CountingLog>(logLines_);
     installDrivers(std::move(withSink));
   }
   ~IIOAccelerometerTest() override {

@@ -13,6 +13,7 @@
 #include "platform/Foundation/NSNotificationCenter.hpp"
 #include "platform/UIKit/UIApplication.hpp"
 #include "platform/drivers/Drivers.hpp"
+#include "tests/fakes/CountingLog.hpp"
 #include "tests/support/PrivateBus.hpp"
 
 namespace nivlo {
@@ -110,20 +111,11 @@ class MockedLogin {
   MockedService service_;
 };
 
-class CountingSink final : public LogSink {
- public:
-  explicit CountingSink(std::atomic<int>& lines) : lines_(lines) {}
-  void write(std::string_view, std::string_view) override { ++lines_; }
-
- private:
-  std::atomic<int>& lines_;
-};
-
 class SessionMonitorTest : public testing::Test {
  protected:
   SessionMonitorTest() {
     Drivers withSink;
-    withSink.logSink = std::make_unique<CountingSink>(logLines_);
+    withSink.logSink = std::make_unique<test::CountingLog>(logLines_);
     installDrivers(std::move(withSink));
     for (const char* name : {background, foreground, active}) {
       NSNotificationCenter::defaultCenter().addObserver(
