@@ -7,26 +7,6 @@
 
 namespace nivlo {
 
-namespace {
-
-bool isEmpty(const CGRect& rect) { return rect.size.width <= 0 || rect.size.height <= 0; }
-
-}  // namespace
-
-CGRect CGRectUnion(CGRect first, CGRect second) {
-  if (isEmpty(first)) {
-    return second;
-  }
-  if (isEmpty(second)) {
-    return first;
-  }
-  const double left = std::min(first.origin.x, second.origin.x);
-  const double top = std::min(first.origin.y, second.origin.y);
-  const double right = std::max(first.origin.x + first.size.width, second.origin.x + second.size.width);
-  const double bottom = std::max(first.origin.y + first.size.height, second.origin.y + second.size.height);
-  return {{left, top}, {right - left, bottom - top}};
-}
-
 CGRect CGRectIntersection(CGRect first, CGRect second) {
   const double left = std::max(first.origin.x, second.origin.x);
   const double top = std::max(first.origin.y, second.origin.y);

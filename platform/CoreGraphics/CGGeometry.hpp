@@ -24,8 +24,6 @@ struct CGRect {
   bool operator==(const CGRect&) const = default;
 };
 
-/// The smallest rectangle that holds both; an empty one holds nothing.
-CGRect CGRectUnion(CGRect first, CGRect second);
 /// What both cover; a rectangle of size 0 when they do not meet.
 CGRect CGRectIntersection(CGRect first, CGRect second);
 CGRect CGRectOffset(CGRect rect, double dx, double dy);

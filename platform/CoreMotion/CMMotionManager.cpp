@@ -61,9 +61,4 @@ void CMMotionManager::stopAccelerometerUpdates() {
   }
 }
 
-bool CMMotionManager::isAccelerometerActive() const {
-  const std::lock_guard lock(mutex_);
-  return active_ != nullptr;
-}
-
 }  // namespace nivlo

@@ -46,7 +46,6 @@ class CMMotionManager {
                                         AccelerometerHandler handler);
   /// No handler starts once this has returned, but on another thread one may still be running.
   void stopAccelerometerUpdates();
-  bool isAccelerometerActive() const;
 
  private:
   CMMotionManager() = default;
