@@ -1,0 +1,28 @@
+// Somebody else's window on a headless desktop.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "tests/support/ChildProcess.hpp"
+
+namespace nivlo::test {
+
+/// An opaque window of one colour with the title "foreign", on the screen from construction on until it is
+/// destroyed. sway tiles it; HeadlessSway::message("[title=foreign] fullscreen enable") lets it cover an
+/// output. Throws std::runtime_error, with the cause, when it does not appear.
+class ForeignWindow {
+ public:
+  /// `color` as "RRGGBB".
+  explicit ForeignWindow(const Environment& environment, const std::string& color = "c02020")
+      : process_({NIVLO_TEST_WINDOW, color}, environment) {
+    if (!process_.waitForLine("mapped")) {
+      throw std::runtime_error("no foreign window: " + process_.output());
+    }
+  }
+
+ private:
+  ChildProcess process_;
+};
+
+}  // namespace nivlo::test

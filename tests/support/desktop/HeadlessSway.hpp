@@ -1,0 +1,59 @@
+// A desktop of the test's own: sway without a screen.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/support/ChildProcess.hpp"
+#include "tests/support/PrivateBus.hpp"
+#include "tests/support/pictures/Picture.hpp"
+
+namespace nivlo::test {
+
+/// In logical pixels.
+struct DesktopSize {
+  int width = 0;
+  int height = 0;
+};
+
+/// Runs sway in a private bus's session, from construction on. Its outputs are HEADLESS-1, HEADLESS-2 ...
+/// from left to right. Throws std::runtime_error, with what sway said, when it does not come up.
+class HeadlessSway {
+ public:
+  /// The bus must outlive it. A killed sway can be followed by another one in the same session.
+  explicit HeadlessSway(PrivateBus& bus, std::vector<DesktopSize> outputs = {{1280, 720}});
+  ~HeadlessSway();
+
+  /// What makes a child a client: the bus's environment, the display, and a toolkit that draws in software.
+  Environment environment() const;
+
+  /// The size of all outputs together.
+  DesktopSize size() const;
+
+  /// Runs a command of sway(5), for example "create_output" or "[title=foreign] fullscreen enable". Throws
+  /// std::runtime_error with sway's words when it fails.
+  void message(const std::string& command) const;
+
+  /// The answer, in JSON, to a question of sway-ipc(7), for example "get_tree".
+  std::string query(const std::string& type) const;
+
+  /// What is on an output now. The picture also stays behind as NAME.png in the directory of
+  /// NIVLO_TEST_OUTPUT, by default test-output/ in the build directory. Throws std::runtime_error when there
+  /// is no such output.
+  Picture screenshot(const std::string& output, const std::string& name) const;
+
+  /// Ends it at once, as a crash would.
+  void kill();
+
+ private:
+  std::string run(std::vector<std::string> arguments) const;
+
+  PrivateBus& bus_;
+  std::vector<DesktopSize> outputs_;
+  TemporaryDirectory directory_;
+  std::string display_;
+  std::unique_ptr<ChildProcess> process_;
+};
+
+}  // namespace nivlo::test
