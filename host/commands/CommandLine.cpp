@@ -1,6 +1,7 @@
 #include "host/commands/CommandLine.hpp"
 
 #include <cstdio>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -27,11 +28,20 @@ constexpr auto kFooter = R"(Examples:
 'nivlo COMMAND --help' tells more of a command.
 )";
 
+const std::map<std::string, SurfaceKind> kSurfaces{{"auto", SurfaceKind::Auto},
+                                                   {"wayland", SurfaceKind::Wayland},
+                                                   {"x11", SurfaceKind::X11},
+                                                   {"window", SurfaceKind::Window},
+                                                   {"offscreen", SurfaceKind::Offscreen}};
+const std::map<std::string, PausePolicy> kPauses{{"covered", PausePolicy::Covered},
+                                                 {"fullscreen", PausePolicy::Fullscreen},
+                                                 {"never", PausePolicy::Never}};
+
 /// What "run" and the program without a command share.
 class RunArguments {
  public:
   void addTo(CLI::App& app) {
-    app.add_option("--preset", options_.preset,
+    app.add_option("--preset", options_.show.preset,
                    "1: back camera, codes  2: front camera, codes  3: back camera  4: front camera")
         ->check(CLI::Range(1, 4))
         ->capture_default_str();
@@ -46,15 +56,24 @@ class RunArguments {
     app.add_option("--accelerometer", accelerometer_,
                    "In place of the sensor: script:FILE plays readings from lines 'SECONDS, X, Y, Z' (in g); "
                    "above 1.5 g on an axis is a shake");
+    app.add_option("--surface", surface_,
+                   "Where to draw: the desktop background (wayland, x11), an ordinary window, or offscreen, "
+                   "into memory; auto is the desktop where there is one")
+        ->check(CLI::IsMember({"auto", "wayland", "x11", "window", "offscreen"}))
+        ->capture_default_str();
+    app.add_option("--output", options_.surface.output,
+                   "Only on this output, for example eDP-1; all of them otherwise");
     app.add_option(
-           "--surface", surface_,
-           "Where to draw: an X11 window, or offscreen, into memory; auto is a window where DISPLAY is set")
-        ->check(CLI::IsMember({"auto", "offscreen", "window"}))
+           "--pause", pause_,
+           "What hides the wallpaper, so that the camera is closed: covered (maximised and fullscreen "
+           "windows), fullscreen, or never; each output counts for itself")
+        ->check(CLI::IsMember({"covered", "fullscreen", "never"}))
         ->capture_default_str();
     app.add_option("--alerts", alerts_, "How to ask: in the terminal, with numbered buttons")
         ->check(CLI::IsMember({"auto", "terminal"}))
         ->capture_default_str();
-    app.add_option("--size", size_, "The surface in pixels, WIDTHxHEIGHT")->capture_default_str();
+    app.add_option("--size", size_, "A window's or an offscreen surface's size in pixels, WIDTHxHEIGHT")
+        ->capture_default_str();
     app.add_option("--snapshot", snapshot_,
                    "Write the first picture, and at the end the last one, to this PNG file");
     app.add_option("--frames", options_.frames, "End after so many drawn frames")->check(CLI::PositiveNumber);
@@ -69,10 +88,10 @@ class RunArguments {
       result.bundle = defaultBundlePath();
     }
     if (!scans_.empty()) {
-      result.scans = scans_ == "on";
+      result.show.scans = scans_ == "on";
     }
     if (!camera_.empty()) {
-      result.camera = camera_;
+      result.show.camera = camera_;
     }
     if (!snapshot_.empty()) {
       result.snapshot = snapshot_;
@@ -80,9 +99,8 @@ class RunArguments {
     if (seconds_ > 0) {
       result.runFor = std::chrono::duration<double>(seconds_);
     }
-    if (surface_ != "auto") {
-      result.surface = surface_ == "window" ? SurfaceKind::Window : SurfaceKind::Offscreen;
-    }
+    result.surfaceKind = kSurfaces.at(surface_);
+    result.surface.pause = kPauses.at(pause_);
     result.sources = parseSources(sources_);
     readSize(result);
     readAccelerometer(result);
@@ -102,9 +120,10 @@ class RunArguments {
  private:
   void readSize(RunOptions& result) const {
     char extra = 0;
-    const int count = std::sscanf(size_.c_str(), "%5dx%5d%c", &result.width, &result.height, &extra);
+    const int count =
+        std::sscanf(size_.c_str(), "%5dx%5d%c", &result.surface.width, &result.surface.height, &extra);
     const auto fits = [](int side) { return side >= 1 && side <= kLargestSide; };
-    if (count != 2 || !fits(result.width) || !fits(result.height)) {
+    if (count != 2 || !fits(result.surface.width) || !fits(result.surface.height)) {
       throw CLI::ValidationError("--size",
                                  "write WIDTHxHEIGHT in pixels, for example 1920x1080, each from 1 to 16384");
     }
@@ -127,6 +146,7 @@ class RunArguments {
   std::vector<std::string> sources_;
   std::string accelerometer_;
   std::string surface_ = "auto";
+  std::string pause_ = "covered";
   std::string alerts_ = "auto";
   std::string size_ = "1920x1080";
   std::string snapshot_;

@@ -7,24 +7,20 @@
 #include <string>
 
 #include "host/scan/ScanCommand.hpp"
+#include "host/show/WallpaperShow.hpp"
+#include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/selection/CameraSource.hpp"
 
 namespace nivlo {
 
-/// Auto is a window where there is a display, else offscreen.
-enum class SurfaceKind { Auto, Offscreen, Window };
-
 struct RunOptions {
   std::filesystem::path bundle;
-  int preset = 1;                     ///< 1 to 4
-  std::optional<bool> scans;          ///< overrides the preset
-  std::optional<std::string> camera;  ///< "back" or "front", overrides the preset
+  ShowOptions show;
   CameraSources sources;
   std::string machine;                                       ///< the machine identifier; empty: the kernel's
   std::optional<std::filesystem::path> accelerometerScript;  ///< in place of the sensor
-  SurfaceKind surface = SurfaceKind::Auto;
-  int width = 1920;   ///< pixels
-  int height = 1080;  ///< pixels
+  SurfaceKind surfaceKind = SurfaceKind::Auto;
+  SurfaceOptions surface;
   std::optional<std::filesystem::path> snapshot;
   std::optional<int> frames;                            ///< ends after so many drawn frames
   std::optional<std::chrono::duration<double>> runFor;  ///< ends after this time

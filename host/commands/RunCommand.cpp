@@ -16,8 +16,10 @@
 #include "host/log/ConsoleLog.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
-#include "host/surfaces/DrawnSurface.hpp"
-#include "host/surfaces/X11Window.hpp"
+#include "host/render/LayerRenderer.hpp"
+#include "host/show/CameraActivity.hpp"
+#include "host/show/WallpaperShow.hpp"
+#include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
 #include "linux/codes/ZXingCodeReader.hpp"
@@ -35,24 +37,15 @@ namespace nivlo {
 
 namespace {
 
-NSDictionary chosenOptions(const RunOptions& options, const std::vector<NSDictionary>& presets) {
-  auto chosen = presets.at(static_cast<std::size_t>(options.preset - 1));
-  if (options.scans) {
-    chosen.setObject(*options.scans, "qr");
-  }
-  if (options.camera) {
-    chosen.setObject(*options.camera, "cameraPosition");
-  }
-  return chosen;
-}
-
 /// Returns an error message, empty on success.
-std::string installLinuxDrivers(const RunOptions& options) {
+std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr<CameraActivity>& activity) {
   std::string error;
   Drivers set;
   set.logSink = makeConsoleLog();
   set.mainQueue = MainLoop::makeMainQueue();
-  set.cameras = journaled(makeSelectedCameras(options.sources, &error));
+  if (auto cameras = journaled(makeSelectedCameras(options.sources, &error))) {
+    set.cameras = observed(std::move(cameras), activity);
+  }
   set.codeReader = makeZXingCodeReaderDriver();
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();
@@ -81,53 +74,38 @@ class Run {
     }
   }
 
-  /// Returns an error message, empty on success.
-  std::string openSurface() {
-    std::string error;
-    const bool hasDisplay = g_getenv("DISPLAY") != nullptr;
-    if (options_.surface == SurfaceKind::Window || (options_.surface == SurfaceKind::Auto && hasDisplay)) {
-      surface_ = X11Window::open(options_.width, options_.height,
-                                 {.drawn = [this] { drawn(); },
-                                  .closed = [this] { loop_.quit(); },
-                                  .lost = [this](const std::string& cause) { fail(cause); }},
-                                 &error);
-      if (surface_) {
-        MFInfo("surface: an X11 window");
-        return "";
-      }
-      if (options_.surface == SurfaceKind::Window) {
-        return error;
-      }
-      NSLog("surface: %@", error);
-    }
-    MFInfo("surface: offscreen");
-    surface_ = std::make_unique<DrawnSurface>(options_.width, options_.height, [this] { drawn(); });
-    return "";
-  }
-
   /// Returns the exit status.
-  int show(const WallpaperClass& wallpaperClass) {
-    const CGRect frame{{0, 0}, {static_cast<double>(options_.width), static_cast<double>(options_.height)}};
-    auto wallpaper = wallpaperClass.initWithFrame(frame);
-    if (!wallpaper) {
+  int show(const WallpaperClass& wallpaperClass, std::shared_ptr<const CameraActivity> cameras) {
+    std::string error;
+    surface_ = chooseSurface(options_.surfaceKind, options_.surface, handlers(), &error);
+    if (!surface_) {
+      fail(error);
+      return status_;
+    }
+    MFInfo("surface: %@", surface_->name());
+    show_ = WallpaperShow::make(wallpaperClass, options_.show, surface_->size(), std::move(cameras));
+    if (!show_) {
       fail("the wallpaper cannot be built at this size");
       return status_;
     }
-    wallpaper->setWallpaperOptions(chosenOptions(options_, wallpaperClass.presetWallpaperOptions()));
-    surface_->show(wallpaper->view());
-    wallpaper->setAnimating(true);
-    const auto session = makeSessionMonitor();
+    surface_->show(show_->view());
+    show_->presence().begin();
+    const auto session =
+        makeSessionMonitor([this](bool inForeground) { show_->presence().setInForeground(inForeground); });
     const auto clock = makeClockMonitor();
     loop_.run();
-    wallpaper->setAnimating(false);
-    if (framesDrawn_ > 0) {
-      writeSnapshot();
-    }
-    drivers().alerts->cancelAll();
+    end();
     return status_;
   }
 
  private:
+  SurfaceHandlers handlers() {
+    return {.drawn = [this] { drawn(); },
+            .visible = [this](bool visible) { show_->presence().setVisible(visible); },
+            .closed = [this] { loop_.quit(); },
+            .lost = [this](const std::string& cause) { fail(cause); }};
+  }
+
   void drawn() {
     if (++framesDrawn_ == 1) {
       writeSnapshot();
@@ -137,11 +115,23 @@ class Run {
     }
   }
 
+  void end() {
+    if (framesDrawn_ > 0) {
+      writeSnapshot();
+    }
+    surface_.reset();
+    show_.reset();
+    drivers().alerts->cancelAll();
+  }
+
   void writeSnapshot() {
     if (!options_.snapshot) {
       return;
     }
-    const auto& pixels = surface_->pixels();
+    const auto view = show_->view();
+    Pixels pixels;
+    pixels.resize(static_cast<int>(view.size.width), static_cast<int>(view.size.height));
+    LayerRenderer().render(view, pixels.view());
     const auto error =
         writePNG(*options_.snapshot, pixels.data.data(), pixels.width, pixels.height, pixels.stride());
     if (error.empty()) {
@@ -160,7 +150,8 @@ class Run {
 
   const RunOptions& options_;
   MainLoop& loop_;
-  std::unique_ptr<DrawnSurface> surface_;
+  std::unique_ptr<WallpaperShow> show_;
+  std::unique_ptr<Surface> surface_;
   std::vector<EventSource> endings_;
   int framesDrawn_ = 0;
   int status_ = 0;
@@ -171,14 +162,13 @@ class Run {
 int runWallpaper(const RunOptions& options) {
   MainLoop loop;
   int status = 1;
-  auto error = installLinuxDrivers(options);
+  const auto cameras = std::make_shared<CameraActivity>();
+  auto error = installLinuxDrivers(options, cameras);
   const auto* wallpaperClass = error.empty() ? loadWallpaperClass(options.bundle, &error) : nullptr;
   if (wallpaperClass) {
     nameProgramForJournal();
-    MFNotice("started: %@, preset %d", wallpaperClass->identifier(), options.preset);
-    Run run(options, loop);
-    error = run.openSurface();
-    status = error.empty() ? run.show(*wallpaperClass) : 1;
+    MFNotice("started: %@, preset %d", wallpaperClass->identifier(), options.show.preset);
+    status = Run(options, loop).show(*wallpaperClass, cameras);
     MFNotice("stopped with status %d", status);
   }
   if (!error.empty()) {

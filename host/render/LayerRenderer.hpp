@@ -1,23 +1,23 @@
-// Draws a layer tree.
+// Draws a view into pixels.
 #pragma once
 
 #include "host/render/PictureConverter.hpp"
-#include "platform/UIKit/CALayer.hpp"
+#include "host/render/ViewLayout.hpp"
 
 namespace nivlo {
 
 /// Main thread only.
 class LayerRenderer {
  public:
-  /// Draws the tree on black, the root at its frame's place. Each preview layer shows its newest frame,
+  /// Draws the view on black, laid out for the target's size. Each preview layer shows its newest frame,
   /// clipped to the layer. Returns whether any layer had a picture to show.
-  bool render(const CALayer& root, Pixels& target);
+  bool render(const LaidOutView& view, PixelsView target);
 
  private:
-  bool renderLayer(const CALayer& layer, CGPoint parentOrigin, Pixels& target);
-  bool drawPicture(const CaptureFrame& frame, AVLayerVideoGravity gravity, CGRect rect, Pixels& target);
+  bool drawPicture(const CaptureFrame& frame, AVLayerVideoGravity gravity, CGRect rect, PixelsView target);
 
   PictureConverter converter_;
+  Pixels upright_;
 };
 
 }  // namespace nivlo

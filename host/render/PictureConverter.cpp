@@ -1,63 +1,97 @@
 #include "host/render/PictureConverter.hpp"
 
+#include <algorithm>
 #include <cstddef>
-#include <utility>
 
 #include <libyuv.h>
+
+#include "host/render/ColorMatrices.hpp"
 
 namespace nivlo {
 
 namespace {
 
-const libyuv::YuvConstants* coefficients(const VideoFrame& frame) {
-  const bool full = frame.range == ColorRange::Full;
-  if (frame.matrix == ColorMatrix::BT709) {
-    return full ? &libyuv::kYuvF709Constants : &libyuv::kYuvH709Constants;
+/// Rows that are converted before they are turned or mirrored: few enough to stay in the processor's cache,
+/// and a multiple of what the chroma planes need.
+constexpr int kStripRows = 16;
+
+/// The rows of a picture from `first` on, `first` even.
+VideoFrame rowsOf(const VideoFrame& frame, int first, int rows) {
+  VideoFrame part = frame;
+  part.height = rows;
+  for (std::size_t i = 0; i < part.planes.size(); ++i) {
+    const bool subsampled = i > 0;
+    const auto row = static_cast<std::ptrdiff_t>(subsampled ? first / 2 : first);
+    if (part.planes[i].data) {
+      part.planes[i].data += row * part.planes[i].stride;
+    }
   }
-  return full ? &libyuv::kYuvJPEGConstants : &libyuv::kYuvI601Constants;
+  return part;
 }
 
-/// libyuv converts packed 4:2:2 by BT.601 only, so it goes through planes.
-void convertYUY2(const VideoFrame& frame, std::vector<std::uint8_t>& planes, Pixels& out) {
+/// libyuv converts packed 4:2:2 by BT.601 only, so it goes through planes, a strip at a time.
+void convertYUY2(const VideoFrame& frame, std::vector<std::uint8_t>& planes, PixelsView out) {
   const int chromaStride = (frame.width + 1) / 2;
-  const auto lumaSize = static_cast<std::size_t>(frame.width) * frame.height;
-  const auto chromaSize = static_cast<std::size_t>(chromaStride) * frame.height;
-  planes.resize(lumaSize + 2 * chromaSize);
+  planes.resize(static_cast<std::size_t>(frame.width + 2 * chromaStride) * kStripRows);
   auto* y = planes.data();
-  auto* u = y + lumaSize;
-  auto* v = u + chromaSize;
-  libyuv::YUY2ToI422(frame.planes[0].data, frame.planes[0].stride, y, frame.width, u, chromaStride, v,
-                     chromaStride, frame.width, frame.height);
-  libyuv::I422ToARGBMatrix(y, frame.width, u, chromaStride, v, chromaStride, out.data.data(), out.stride(),
-                           coefficients(frame), frame.width, frame.height);
+  auto* u = y + static_cast<std::ptrdiff_t>(frame.width) * kStripRows;
+  auto* v = u + static_cast<std::ptrdiff_t>(chromaStride) * kStripRows;
+  const auto& packed = frame.planes[0];
+  for (int first = 0; first < frame.height; first += kStripRows) {
+    const int rows = std::min(kStripRows, frame.height - first);
+    libyuv::YUY2ToI422(packed.data + static_cast<std::ptrdiff_t>(first) * packed.stride, packed.stride, y,
+                       frame.width, u, chromaStride, v, chromaStride, frame.width, rows);
+    libyuv::I422ToARGBMatrix(y, frame.width, u, chromaStride, v, chromaStride, out.at(0, first), out.stride,
+                             colorMatrix(frame.matrix, frame.range), frame.width, rows);
+  }
 }
 
 /// libyuv names formats by their value as a little-endian word: its ARGB is B, G, R, A in memory.
-void convertColors(const VideoFrame& frame, std::vector<std::uint8_t>& planes, Pixels& out) {
+void convertColors(const VideoFrame& frame, std::vector<std::uint8_t>& planes, PixelsView out) {
   const auto& [first, second, third] = frame.planes;
-  auto* pixels = out.data.data();
-  const int stride = out.stride();
+  const auto* matrix = colorMatrix(frame.matrix, frame.range);
   switch (frame.format) {
     case PixelFormat::NV12:
-      libyuv::NV12ToARGBMatrix(first.data, first.stride, second.data, second.stride, pixels, stride,
-                               coefficients(frame), frame.width, frame.height);
+      libyuv::NV12ToARGBMatrix(first.data, first.stride, second.data, second.stride, out.data, out.stride,
+                               matrix, frame.width, frame.height);
       break;
     case PixelFormat::I420:
       libyuv::I420ToARGBMatrix(first.data, first.stride, second.data, second.stride, third.data, third.stride,
-                               pixels, stride, coefficients(frame), frame.width, frame.height);
+                               out.data, out.stride, matrix, frame.width, frame.height);
       break;
     case PixelFormat::YUY2:
       convertYUY2(frame, planes, out);
       break;
     case PixelFormat::BGRx:
-      libyuv::ARGBCopy(first.data, first.stride, pixels, stride, frame.width, frame.height);
+      libyuv::ARGBCopy(first.data, first.stride, out.data, out.stride, frame.width, frame.height);
       break;
     case PixelFormat::RGBx:
-      libyuv::ABGRToARGB(first.data, first.stride, pixels, stride, frame.width, frame.height);
+      libyuv::ABGRToARGB(first.data, first.stride, out.data, out.stride, frame.width, frame.height);
       break;
     case PixelFormat::RGB:
-      libyuv::RAWToARGB(first.data, first.stride, pixels, stride, frame.width, frame.height);
+      libyuv::RAWToARGB(first.data, first.stride, out.data, out.stride, frame.width, frame.height);
       break;
+  }
+}
+
+/// Where a strip of the delivered picture comes to lie in the upright one, before any mirroring.
+struct StripPlace {
+  int x;
+  int y;
+  int width;
+  int height;
+};
+
+StripPlace placeOf(const VideoFrame& picture, int rotation, int first, int rows) {
+  switch (rotation) {
+    case 90:
+      return {first, 0, rows, picture.width};
+    case 180:
+      return {0, picture.height - first - rows, picture.width, rows};
+    case 270:
+      return {picture.height - first - rows, 0, rows, picture.width};
+    default:
+      return {0, first, picture.width, rows};
   }
 }
 
@@ -68,31 +102,38 @@ libyuv::RotationMode rotationMode(int counterClockwise) {
 
 }  // namespace
 
-void Pixels::resize(int newWidth, int newHeight) {
-  width = newWidth;
-  height = newHeight;
-  data.resize(static_cast<std::size_t>(newWidth) * newHeight * 4);
+PictureSize uprightSize(const PictureGeometry& geometry) {
+  return geometry.rotation % 180 == 0 ? PictureSize{geometry.width, geometry.height}
+                                      : PictureSize{geometry.height, geometry.width};
 }
 
-const Pixels& PictureConverter::convert(const CaptureFrame& frame) {
+void PictureConverter::convert(const CaptureFrame& frame, PixelsView target) {
   const auto& picture = *frame.picture;
-  converted_.resize(picture.width, picture.height);
-  convertColors(picture, chroma_, converted_);
-  const Pixels* upright = &converted_;
-  if (frame.geometry.rotation != 0) {
-    const bool onItsSide = frame.geometry.rotation % 180 != 0;
-    turned_.resize(onItsSide ? picture.height : picture.width, onItsSide ? picture.width : picture.height);
-    libyuv::ARGBRotate(converted_.data.data(), converted_.stride(), turned_.data.data(), turned_.stride(),
-                       picture.width, picture.height, rotationMode(frame.geometry.rotation));
-    upright = &turned_;
+  const int rotation = frame.geometry.rotation;
+  if (rotation == 0 && !frame.geometry.mirrored) {
+    convertColors(picture, chroma_, target);
+    return;
   }
-  if (!frame.geometry.mirrored) {
-    return *upright;
+  for (int first = 0; first < picture.height; first += kStripRows) {
+    const int rows = std::min(kStripRows, picture.height - first);
+    strip_.resize(picture.width, rows);
+    convertColors(rowsOf(picture, first, rows), chroma_, strip_.view());
+    const auto place = placeOf(picture, rotation, first, rows);
+    const int x = frame.geometry.mirrored ? target.width - place.x - place.width : place.x;
+    auto* to = target.at(x, place.y);
+    if (rotation == 0) {
+      libyuv::ARGBMirror(strip_.data.data(), strip_.stride(), to, target.stride, place.width, place.height);
+    } else if (!frame.geometry.mirrored) {
+      libyuv::ARGBRotate(strip_.data.data(), strip_.stride(), to, target.stride, picture.width, rows,
+                         rotationMode(rotation));
+    } else {
+      turnedStrip_.resize(place.width, place.height);
+      libyuv::ARGBRotate(strip_.data.data(), strip_.stride(), turnedStrip_.data.data(), turnedStrip_.stride(),
+                         picture.width, rows, rotationMode(rotation));
+      libyuv::ARGBMirror(turnedStrip_.data.data(), turnedStrip_.stride(), to, target.stride, place.width,
+                         place.height);
+    }
   }
-  mirrored_.resize(upright->width, upright->height);
-  libyuv::ARGBMirror(upright->data.data(), upright->stride(), mirrored_.data.data(), mirrored_.stride(),
-                     upright->width, upright->height);
-  return mirrored_;
 }
 
 }  // namespace nivlo

@@ -4,32 +4,31 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/render/Pixels.hpp"
 #include "platform/AVFoundation/CaptureFrame.hpp"
 
 namespace nivlo {
 
-/// 32 bits a pixel, bytes in memory B, G, R, unused.
-struct Pixels {
+/// Pixels of the upright picture.
+struct PictureSize {
   int width = 0;
   int height = 0;
-  std::vector<std::uint8_t> data;
-
-  int stride() const { return width * 4; }
-  /// The old content is lost when the size changes.
-  void resize(int newWidth, int newHeight);
+  bool operator==(const PictureSize&) const = default;
 };
 
-/// Converts by the frame's own colorimetry, turns it upright and mirrors it where it is to be mirrored. Keeps
-/// its buffers between frames. Not thread-safe.
+/// The size of the frame's picture once it has been turned upright.
+PictureSize uprightSize(const PictureGeometry& geometry);
+
+/// Converts by the frame's own colorimetry, turns it upright and mirrors it where it is to be mirrored, in
+/// one pass over the target. Keeps its scratch memory between frames. Not thread-safe.
 class PictureConverter {
  public:
-  /// The upright picture; valid until the next call. Empty for an empty frame.
-  const Pixels& convert(const CaptureFrame& frame);
+  /// The target has the upright picture's size.
+  void convert(const CaptureFrame& frame, PixelsView target);
 
  private:
-  Pixels converted_;
-  Pixels turned_;
-  Pixels mirrored_;
+  Pixels strip_;
+  Pixels turnedStrip_;
   std::vector<std::uint8_t> chroma_;
 };
 

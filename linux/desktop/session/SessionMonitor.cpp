@@ -9,24 +9,18 @@
 #include "linux/desktop/session/LoginSession.hpp"
 #include "linux/desktop/session/ScreenSavers.hpp"
 #include "platform/Foundation/NSLog.hpp"
-#include "platform/Foundation/NSNotificationCenter.hpp"
-#include "platform/UIKit/UIApplication.hpp"
 
 namespace nivlo {
 
 namespace {
 
-void tellFrameworks(BackgroundReasons::Place place) {
-  auto& center = NSNotificationCenter::defaultCenter();
-  if (place == BackgroundReasons::Place::Background) {
-    center.postNotificationName(UIApplicationDidEnterBackgroundNotification);
-  } else {
-    center.postNotificationName(UIApplicationWillEnterForegroundNotification);
-    center.postNotificationName(UIApplicationDidBecomeActiveNotification);
-  }
-}
-
 class BusSessionMonitor : public SessionMonitor {
+ public:
+  explicit BusSessionMonitor(std::function<void(bool)> moved)
+      : reasons_([moved = std::move(moved)](BackgroundReasons::Place place) {
+          moved(place == BackgroundReasons::Place::Foreground);
+        }) {}
+
  private:
   /// One thing missing brings others with it, and the person can do the same about all of them.
   void report(const std::string& cause) {
@@ -39,7 +33,7 @@ class BusSessionMonitor : public SessionMonitor {
   }
 
   bool reported_ = false;
-  BackgroundReasons reasons_{tellFrameworks};
+  BackgroundReasons reasons_;
   std::optional<LoginSession> login_;
   std::optional<ScreenSavers> savers_;
   BusLink systemBus_{
@@ -56,6 +50,8 @@ class BusSessionMonitor : public SessionMonitor {
 
 }  // namespace
 
-std::unique_ptr<SessionMonitor> makeSessionMonitor() { return std::make_unique<BusSessionMonitor>(); }
+std::unique_ptr<SessionMonitor> makeSessionMonitor(std::function<void(bool)> moved) {
+  return std::make_unique<BusSessionMonitor>(std::move(moved));
+}
 
 }  // namespace nivlo

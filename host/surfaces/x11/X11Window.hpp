@@ -2,44 +2,48 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <xcb/xcb.h>
 
 #include "host/loop/EventSource.hpp"
-#include "host/surfaces/DrawnSurface.hpp"
+#include "host/render/LayerRenderer.hpp"
+#include "host/surfaces/FrameClock.hpp"
+#include "host/surfaces/Surface.hpp"
 #include "linux/glib/Owned.hpp"
 
 namespace nivlo {
 
 /// A window of a fixed size. Closing it, or losing the display, ends the show.
-class X11Window : public DrawnSurface {
+class X11Window : public Surface {
  public:
-  struct Handlers {
-    std::function<void()> drawn;
-    std::function<void()> closed;                        ///< a person closed the window
-    std::function<void(const std::string& cause)> lost;  ///< the display is gone
-  };
-
   /// Null, with the cause in `*error`, where there is no display that can show it.
-  static std::unique_ptr<X11Window> open(int width, int height, Handlers handlers, std::string* error);
+  static std::unique_ptr<X11Window> open(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                         std::string* error);
 
- protected:
-  void present(const Pixels& pixels) override;
+  std::string name() const override { return "an X11 window"; }
+  CGSize size() const override;
+  void show(LaidOutView view) override;
 
  private:
   using Connection = Owned<xcb_connection_t, xcb_disconnect>;
 
-  X11Window(Connection connection, const xcb_screen_t& screen, int width, int height, Handlers handlers);
+  X11Window(Connection connection, const xcb_screen_t& screen, const SurfaceOptions& options,
+            SurfaceHandlers handlers);
   void createWindow(const xcb_screen_t& screen, int width, int height);
   void setText(xcb_atom_t property, const std::string& text);
   xcb_atom_t atom(const std::string& name);
   void handleEvents();
-  void put(const Pixels& pixels, int firstRow, int rows);
+  void present();
+  void put(int firstRow, int rows);
 
-  Handlers handlers_;
+  SurfaceHandlers handlers_;
+  LaidOutView view_;
+  LayerRenderer renderer_;
+  Pixels pixels_;
+  std::optional<FrameClock> clock_;
   Connection connection_;
   std::uint8_t depth_;
   xcb_window_t window_ = 0;

@@ -1,4 +1,4 @@
-#include "host/surfaces/X11Window.hpp"
+#include "host/surfaces/x11/X11Window.hpp"
 
 #include <algorithm>
 #include <array>
@@ -28,7 +28,8 @@ bool takesPixels(const xcb_setup_t& setup, const xcb_screen_t& screen) {
 
 }  // namespace
 
-std::unique_ptr<X11Window> X11Window::open(int width, int height, Handlers handlers, std::string* error) {
+std::unique_ptr<X11Window> X11Window::open(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                           std::string* error) {
   Connection connection(xcb_connect(nullptr, nullptr));
   if (xcb_connection_has_error(connection.get()) != 0) {
     *error = "there is no X11 display to open a window on; set DISPLAY, or use --surface offscreen";
@@ -41,17 +42,29 @@ std::unique_ptr<X11Window> X11Window::open(int width, int height, Handlers handl
     return nullptr;
   }
   return std::unique_ptr<X11Window>(
-      new X11Window(std::move(connection), *screen, width, height, std::move(handlers)));
+      new X11Window(std::move(connection), *screen, options, std::move(handlers)));
 }
 
-X11Window::X11Window(Connection connection, const xcb_screen_t& screen, int width, int height,
-                     Handlers handlers)
-    : DrawnSurface(width, height, handlers.drawn),
-      handlers_(std::move(handlers)),
-      connection_(std::move(connection)),
-      depth_(screen.root_depth) {
-  createWindow(screen, width, height);
+X11Window::X11Window(Connection connection, const xcb_screen_t& screen, const SurfaceOptions& options,
+                     SurfaceHandlers handlers)
+    : handlers_(std::move(handlers)), connection_(std::move(connection)), depth_(screen.root_depth) {
+  pixels_.resize(options.width, options.height);
+  createWindow(screen, options.width, options.height);
   events_ = EventSource::onReadable(xcb_get_file_descriptor(connection_.get()), [this] { handleEvents(); });
+}
+
+CGSize X11Window::size() const {
+  return {static_cast<double>(pixels_.width), static_cast<double>(pixels_.height)};
+}
+
+void X11Window::show(LaidOutView view) {
+  view_ = std::move(view);
+  clock_.emplace(*view_.view, [this] {
+    if (renderer_.render(view_, pixels_.view())) {
+      present();
+      handlers_.drawn();
+    }
+  });
 }
 
 void X11Window::createWindow(const xcb_screen_t& screen, int width, int height) {
@@ -92,7 +105,7 @@ void X11Window::handleEvents() {
   while (const Answer<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
     const auto kind = event->response_type & 0x7f;
     if (kind == XCB_EXPOSE) {
-      present(pixels());
+      present();
     } else if (kind == XCB_CLIENT_MESSAGE) {
       const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
       if (message.data.data32[0] == deleteWindow_) {
@@ -107,22 +120,22 @@ void X11Window::handleEvents() {
 }
 
 /// In strips, as a request is limited in length.
-void X11Window::present(const Pixels& pixels) {
+void X11Window::present() {
   constexpr std::uint32_t kHeaderBytes = 64;
   const auto limit = xcb_get_maximum_request_length(connection_.get()) * 4 - kHeaderBytes;
-  const int rows = std::max(1, static_cast<int>(limit / static_cast<std::uint32_t>(pixels.stride())));
-  for (int row = 0; row < pixels.height; row += rows) {
-    put(pixels, row, std::min(rows, pixels.height - row));
+  const int rows = std::max(1, static_cast<int>(limit / static_cast<std::uint32_t>(pixels_.stride())));
+  for (int row = 0; row < pixels_.height; row += rows) {
+    put(row, std::min(rows, pixels_.height - row));
   }
   xcb_flush(connection_.get());
 }
 
-void X11Window::put(const Pixels& pixels, int firstRow, int rows) {
+void X11Window::put(int firstRow, int rows) {
   xcb_put_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, window_, context_,
-                static_cast<std::uint16_t>(pixels.width), static_cast<std::uint16_t>(rows), 0,
+                static_cast<std::uint16_t>(pixels_.width), static_cast<std::uint16_t>(rows), 0,
                 static_cast<std::int16_t>(firstRow), 0, depth_,
-                static_cast<std::uint32_t>(rows * pixels.stride()),
-                pixels.data.data() + static_cast<std::ptrdiff_t>(firstRow) * pixels.stride());
+                static_cast<std::uint32_t>(rows * pixels_.stride()),
+                pixels_.data.data() + static_cast<std::ptrdiff_t>(firstRow) * pixels_.stride());
 }
 
 }  // namespace nivlo

@@ -1,0 +1,68 @@
+// The wallpaper that is being shown, and what can be asked of it.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/render/ViewLayout.hpp"
+#include "host/show/CameraActivity.hpp"
+#include "host/show/Presence.hpp"
+#include "platform/HostContract/WallpaperClass.hpp"
+
+namespace nivlo {
+
+/// How a wallpaper begins: one of its presets, and what differs from it.
+struct ShowOptions {
+  int preset = 1;                     ///< counted from 1
+  std::optional<bool> scans;          ///< overrides the preset
+  std::optional<std::string> camera;  ///< "back" or "front", overrides the preset
+};
+
+struct WallpaperStatus {
+  int preset = 1;  ///< chosen last
+  bool scanning = false;
+  bool animating = false;
+  bool visible = true;
+  bool paused = false;               ///< by the person
+  bool inForeground = true;          ///< the session is neither locked nor asleep nor another user's
+  std::optional<CameraInfo> camera;  ///< the open one
+};
+
+/// Owns the wallpaper and follows Presence. Main thread only.
+class WallpaperShow {
+ public:
+  /// Null when the wallpaper cannot be built for this size. The preset must exist.
+  static std::unique_ptr<WallpaperShow> make(const WallpaperClass& wallpaperClass, const ShowOptions& options,
+                                             CGSize size, std::shared_ptr<const CameraActivity> cameras);
+  ~WallpaperShow();
+  WallpaperShow(const WallpaperShow&) = delete;
+  WallpaperShow& operator=(const WallpaperShow&) = delete;
+
+  LaidOutView view() const;
+  Presence& presence() { return presence_; }
+  WallpaperStatus status() const;
+
+  int presetCount() const { return static_cast<int>(presets_.size()); }
+  /// Nothing happens for a preset that does not exist.
+  void choosePreset(int number);
+  void setScanning(bool scans);
+  /// Asks for the camera on the other side of the one that was opened last.
+  void swapCameras();
+
+ private:
+  WallpaperShow(std::vector<NSDictionary> presets, std::shared_ptr<Wallpaper> wallpaper, CGSize size,
+                std::shared_ptr<const CameraActivity> cameras);
+  std::string cameraInUse() const;
+
+  std::vector<NSDictionary> presets_;
+  std::shared_ptr<Wallpaper> wallpaper_;
+  CGSize size_;
+  std::shared_ptr<const CameraActivity> cameras_;
+  int preset_ = 1;
+  NSDictionary options_;
+  Presence presence_;
+};
+
+}  // namespace nivlo

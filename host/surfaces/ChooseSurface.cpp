@@ -1,0 +1,65 @@
+#include "host/surfaces/ChooseSurface.hpp"
+
+#include <cstdlib>
+
+#include "host/surfaces/OffscreenSurface.hpp"
+#include "host/surfaces/wayland/WaylandSurfaces.hpp"
+#include "host/surfaces/x11/X11Surfaces.hpp"
+#include "platform/Foundation/NSLog.hpp"
+
+namespace nivlo {
+
+namespace {
+
+using Open = std::unique_ptr<Surface> (*)(const SurfaceOptions&, SurfaceHandlers, std::string*);
+
+bool isSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value && *value;
+}
+
+/// The first that opens; why the others did not goes to the log.
+std::unique_ptr<Surface> firstOf(std::initializer_list<Open> ways, const SurfaceOptions& options,
+                                 const SurfaceHandlers& handlers) {
+  for (const auto open : ways) {
+    std::string cause;
+    if (auto surface = open(options, handlers, &cause)) {
+      return surface;
+    }
+    NSLog("surface: %@", cause);
+  }
+  return nullptr;
+}
+
+std::unique_ptr<Surface> automatic(const SurfaceOptions& options, const SurfaceHandlers& handlers) {
+  std::unique_ptr<Surface> surface;
+  if (isSet("WAYLAND_DISPLAY")) {
+    surface = firstOf({openWaylandDesktop, openWaylandWindow}, options, handlers);
+  }
+  if (!surface && isSet("DISPLAY")) {
+    surface = firstOf({openX11Desktop, openX11Window}, options, handlers);
+  }
+  return surface ? std::move(surface) : std::make_unique<OffscreenSurface>(options, handlers);
+}
+
+}  // namespace
+
+std::unique_ptr<Surface> chooseSurface(SurfaceKind kind, const SurfaceOptions& options,
+                                       const SurfaceHandlers& handlers, std::string* error) {
+  switch (kind) {
+    case SurfaceKind::Wayland:
+      return openWaylandDesktop(options, handlers, error);
+    case SurfaceKind::X11:
+      return openX11Desktop(options, handlers, error);
+    case SurfaceKind::Window:
+      return isSet("WAYLAND_DISPLAY") ? openWaylandWindow(options, handlers, error)
+                                      : openX11Window(options, handlers, error);
+    case SurfaceKind::Offscreen:
+      return std::make_unique<OffscreenSurface>(options, handlers);
+    case SurfaceKind::Auto:
+      break;
+  }
+  return automatic(options, handlers);
+}
+
+}  // namespace nivlo
