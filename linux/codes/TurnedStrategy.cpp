@@ -10,7 +10,7 @@ namespace nivlo {
 namespace {
 
 // Turning costs more a pixel than reading does.
-constexpr double kMostPixels = 1280 * 720;
+constexpr double kMostTurnedPixels = 1280 * 720;
 constexpr std::uint8_t kOutside = 255;
 constexpr int kFixedPointBits = 16;
 constexpr double kFixedPointOne = 1 << kFixedPointBits;
@@ -36,7 +36,7 @@ TurnedStrategy::TurnedStrategy(double degrees, std::unique_ptr<ReadingStrategy> 
 
 std::vector<Reading> TurnedStrategy::read(const LumaPicture& picture) {
   const double pixels = static_cast<double>(picture.width) * picture.height;
-  const double scale = std::min(1.0, std::sqrt(kMostPixels / pixels));
+  const double scale = std::min(1.0, std::sqrt(kMostTurnedPixels / pixels));
   turn(picture, scale);
   std::vector<Reading> readings = inner_->read(turned_.picture());
   const LumaPicture turned = turned_.picture();

@@ -8,7 +8,7 @@
 namespace nivlo {
 namespace {
 
-constexpr double pi = std::numbers::pi;
+using std::numbers::pi;
 constexpr int deskTop = 520;
 
 struct Pane {

@@ -7,7 +7,7 @@
 namespace nivlo {
 namespace {
 
-constexpr double pi = std::numbers::pi;
+using std::numbers::pi;
 constexpr unsigned skin = 0xF2BE98;
 constexpr unsigned skinShade = 0xDE9C78;
 constexpr unsigned hairColor = 0x4B2B2A;

@@ -26,7 +26,7 @@ Message awaitMessage(GstBus* bus, GstClockTime timeout, int types) {
 }
 
 /// Takes over the error and frees it.
-std::string takeMessage(GError* error) {
+std::string takeProblem(GError* error) {
   std::string text = error ? error->message : "unknown error";
   g_clear_error(&error);
   return text;
@@ -35,7 +35,7 @@ std::string takeMessage(GError* error) {
 std::string problemIn(const Message& message) {
   GError* error = nullptr;
   gst_message_parse_error(message.get(), &error, nullptr);
-  return takeMessage(error);
+  return takeProblem(error);
 }
 
 GstFlowReturn handleSample(GstAppSink* sink, gpointer handler) {
@@ -55,13 +55,13 @@ FilmPipeline::FilmPipeline(const std::filesystem::path& path, CameraFrameHandler
     : onFrame_(std::move(onFrame)) {
   GError* error = nullptr;
   if (!gst_init_check(nullptr, nullptr, &error)) {
-    problem_ = "GStreamer does not start: " + takeMessage(error);
+    problem_ = "GStreamer does not start: " + takeProblem(error);
     return;
   }
   pipeline_.reset(gst_parse_launch(description, &error));
   gchar* uri = error ? nullptr : gst_filename_to_uri(path.c_str(), &error);
   if (!uri) {
-    problem_ = takeMessage(error);
+    problem_ = takeProblem(error);
     return;
   }
   bus_.reset(gst_element_get_bus(pipeline_.get()));
