@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
-#include "tests/bundle-hardware/FakeIdentity.hpp"
+#include "tests/fakes/FakeIdentity.hpp"
 #include "tests/fakes/FakeMachine.hpp"
 
 namespace nivlo {

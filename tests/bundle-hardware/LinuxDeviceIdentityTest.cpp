@@ -1,5 +1,3 @@
-#include <fstream>
-
 #include <gtest/gtest.h>
 #include <sys/utsname.h>
 
@@ -11,11 +9,6 @@ namespace {
 
 class LinuxDeviceIdentityTest : public testing::Test {
  protected:
-  void write(const char* file, const std::string& content) {
-    const auto path = root.path() / file;
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path) << content;
-  }
   std::string model() { return makeLinuxDeviceIdentity("", root.path())->model(); }
   std::string systemVersion() { return makeLinuxDeviceIdentity("", root.path())->systemVersion(); }
 
@@ -24,16 +17,16 @@ class LinuxDeviceIdentityTest : public testing::Test {
 
 TEST_F(LinuxDeviceIdentityTest, TheModelIsEmptyOrAPlaceholderOfTheFirmware) {
   EXPECT_EQ(model(), "Linux");
-  write("sys/class/dmi/id/product_name", "To Be Filled By O.E.M.\n");
-  write("sys/class/dmi/id/sys_vendor", "ACME\n");
+  root.write("sys/class/dmi/id/product_name", "To Be Filled By O.E.M.\n");
+  root.write("sys/class/dmi/id/sys_vendor", "ACME\n");
   EXPECT_EQ(model(), "Linux");
-  write("sys/class/dmi/id/product_name", " Tablet 3 \n");
+  root.write("sys/class/dmi/id/product_name", " Tablet 3 \n");
   EXPECT_EQ(model(), "ACME Tablet 3");
-  write("sys/class/dmi/id/product_name", "ACME Tablet\n");
+  root.write("sys/class/dmi/id/product_name", "ACME Tablet\n");
   EXPECT_EQ(model(), "ACME Tablet");
-  write("sys/class/dmi/id/sys_vendor", "Default string\n");
+  root.write("sys/class/dmi/id/sys_vendor", "Default string\n");
   EXPECT_EQ(model(), "ACME Tablet");
-  write("proc/device-tree/model", std::string("ACME Board 4\0", 13));
+  root.write("proc/device-tree/model", std::string("ACME Board 4\0", 13));
   EXPECT_EQ(model(), "ACME Board 4");
 }
 
@@ -41,11 +34,11 @@ TEST_F(LinuxDeviceIdentityTest, TheVersionKeepsItsQuotesOrIsNotFound) {
   utsname kernel{};
   ASSERT_EQ(uname(&kernel), 0);
   EXPECT_EQ(systemVersion(), kernel.release);
-  write("usr/lib/os-release", "NAME=Some\nPRETTY_NAME=\"Some \\\"rolling\\\" Linux\"\n");
+  root.write("usr/lib/os-release", "NAME=Some\nPRETTY_NAME=\"Some \\\"rolling\\\" Linux\"\n");
   EXPECT_EQ(systemVersion(), "Some \"rolling\" Linux");
-  write("etc/os-release", "PRETTY_NAME='Other Linux 12'\nVERSION_ID=\"12\"\n");
+  root.write("etc/os-release", "PRETTY_NAME='Other Linux 12'\nVERSION_ID=\"12\"\n");
   EXPECT_EQ(systemVersion(), "12");
-  write("etc/os-release", "VERSION_ID=\"12\n");
+  root.write("etc/os-release", "VERSION_ID=\"12\n");
   EXPECT_EQ(systemVersion(), "Some \"rolling\" Linux") << "a broken line";
 }
 

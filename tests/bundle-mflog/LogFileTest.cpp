@@ -144,7 +144,7 @@ TEST_F(LogFile, TakesEveryLevelAndAnyTextFromTheLoggingFunctions) {
   MFNotice("n");
   MFInfo("i");
   MFDebug("d %@", "%@");
-  std::ifstream file(MFLogFileDirectory() / "log.txt", std::ios::binary);
+  std::istringstream file(directory.read(MFLogFileDirectory() / "log.txt"));
   std::string messages, line;
   while (std::getline(file, line)) {
     const auto label = line.find(" [main] ");

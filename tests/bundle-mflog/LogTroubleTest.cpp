@@ -80,7 +80,7 @@ TEST_F(LogInTrouble, OpensTheFileOnceAReadOnlyDirectoryCanBeWrittenTo) {
 }
 
 TEST_F(LogInTrouble, OpensTheFileOnceNothingStandsInTheDirectorysPlace) {
-  std::ofstream(logs.parent_path()) << "in the way";
+  directory.write("state", "in the way");
   const auto logger = MFLoggerImpl::init(logs);
   logger->writeMessage("lost", 4);
   EXPECT_TRUE(wasEchoed("lost"));

@@ -1,9 +1,8 @@
-#include <fstream>
 #include <string_view>
 
 #include "platform/Foundation/NSBundle.hpp"
-#include "tests/bundle-hardware/FakeIdentity.hpp"
 #include "tests/bundle/WallpaperTest.hpp"
+#include "tests/fakes/FakeIdentity.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 
 namespace nivlo {
@@ -40,8 +39,7 @@ TEST(Thumbnail, IsTakenFromAFileThatIsNoPicture) {
   const test::TemporaryDirectory directory;
   const auto path = directory.path() / "picture.png";
   const auto load = [&](std::string_view content) {
-    std::ofstream(path, std::ios::binary) << content;
-    return UIImage::imageWithContentsOfFile(path);
+    return UIImage::imageWithContentsOfFile(directory.write(path, content));
   };
   EXPECT_FALSE(UIImage::imageWithContentsOfFile(path));
   EXPECT_FALSE(UIImage::imageWithContentsOfFile(directory.path()));

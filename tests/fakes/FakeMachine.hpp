@@ -11,24 +11,9 @@
 #include "platform/drivers/Drivers.hpp"
 #include "tests/fakes/FakeCameras.hpp"
 #include "tests/fakes/ManualMainQueue.hpp"
+#include "tests/fakes/RecordingLog.hpp"
 
 namespace nivlo {
-
-class RecordingLog : public LogSink {
- public:
-  void write(std::string_view, std::string_view message) override {
-    const std::lock_guard lock(mutex_);
-    lines_.emplace_back(message);
-  }
-  std::vector<std::string> lines() const {
-    const std::lock_guard lock(mutex_);
-    return lines_;
-  }
-
- private:
-  mutable std::mutex mutex_;
-  std::vector<std::string> lines_;
-};
 
 /// Finds in every picture what the test has put in view.
 class FakeCodeReader : public CodeReaderDriver {

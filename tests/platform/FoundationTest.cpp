@@ -1,13 +1,9 @@
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <limits>
-
 #include <gtest/gtest.h>
 
 #include "platform/Foundation/NSBundle.hpp"
 #include "platform/Foundation/NSString+Format.hpp"
 #include "platform/Foundation/NSURL.hpp"
+#include "tests/support/TemporaryDirectory.hpp"
 
 namespace nivlo {
 namespace {
@@ -67,43 +63,32 @@ TEST(Dictionary, ReadsABooleanFromWhateverItHolds) {
   EXPECT_FALSE(isEqualToString(nullptr, ""));
 }
 
-class BundleFolder : public testing::Test {
- protected:
-  void SetUp() override {
-    auto name = (std::filesystem::temp_directory_path() / "nivlo-bundle-XXXXXX").string();
-    ASSERT_TRUE(mkdtemp(name.data()));
-    path = name;
-  }
-  void TearDown() override { std::filesystem::remove_all(path); }
-  void write(const char* name, std::string_view text) { std::ofstream(path / name) << text; }
-
-  std::filesystem::path path;
-};
-
-TEST_F(BundleFolder, WithoutAReadableDescriptionIsNoBundleAndSaysWhy) {
+TEST(BundleFolder, WithoutAReadableDescriptionIsNoBundleAndSaysWhy) {
+  const test::TemporaryDirectory folder;
   for (const auto* text : {"", "no xml", "<plist><dict><key>a</key>", "<plist><array/></plist>"}) {
     if (*text) {
-      write("Info.plist", text);
+      folder.write("Info.plist", text);
     }
     std::string error;
-    EXPECT_FALSE(NSBundle::bundleWithPath(path, &error)) << text;
-    EXPECT_NE(error.find((path / "Info.plist").string()), std::string::npos) << error;
+    EXPECT_FALSE(NSBundle::bundleWithPath(folder.path(), &error)) << text;
+    EXPECT_NE(error.find((folder.path() / "Info.plist").string()), std::string::npos) << error;
   }
 }
 
-TEST_F(BundleFolder, GivesItsDescriptionAndItsResources) {
-  write("Info.plist",
-        "<plist><dict><key>Name</key><string>a &amp; ü</string><key>Size</key><integer>3</integer>"
-        "<key>List</key><array><string>x</string></array><key>Flag</key><true/></dict></plist>");
-  write("bell.m4a", "x");
-  std::filesystem::create_directory(path / "folder.txt");
+TEST(BundleFolder, GivesItsDescriptionAndItsResources) {
+  const test::TemporaryDirectory folder;
+  folder.write("Info.plist",
+               "<plist><dict><key>Name</key><string>a &amp; ü</string><key>Size</key><integer>3</integer>"
+               "<key>List</key><array><string>x</string></array><key>Flag</key><true/></dict></plist>");
+  const auto bell = folder.write("bell.m4a", "x");
+  folder.write("folder.txt/file", "x");
   std::string error;
-  const auto bundle = NSBundle::bundleWithPath(path, &error);
+  const auto bundle = NSBundle::bundleWithPath(folder.path(), &error);
   ASSERT_TRUE(bundle) << error;
   EXPECT_EQ(bundle->infoDictionary(), (NSDictionary{{"Name", "a & ü"}, {"Size", 3.0}, {"Flag", true}}));
   EXPECT_EQ(bundle->infoString("Name"), "a & ü");
   EXPECT_EQ(bundle->infoString("Size"), "");
-  EXPECT_EQ(bundle->pathForResource("bell", "m4a"), path / "bell.m4a");
+  EXPECT_EQ(bundle->pathForResource("bell", "m4a"), bell);
   EXPECT_FALSE(bundle->pathForResource("bell", "wav"));
   EXPECT_FALSE(bundle->pathForResource("folder", "txt"));
   EXPECT_FALSE(NSBundle::bundleForClass("Unregistered"));

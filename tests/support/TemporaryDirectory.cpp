@@ -1,7 +1,8 @@
 #include "tests/support/TemporaryDirectory.hpp"
 
 #include <cerrno>
-#include <string>
+#include <fstream>
+#include <iterator>
 #include <system_error>
 
 #include <stdlib.h>
@@ -17,6 +18,18 @@ TemporaryDirectory::TemporaryDirectory() {
 TemporaryDirectory::~TemporaryDirectory() {
   std::error_code ignored;
   std::filesystem::remove_all(path_, ignored);
+}
+
+std::filesystem::path TemporaryDirectory::write(const std::filesystem::path& name,
+                                                std::string_view content) const {
+  std::filesystem::create_directories((path_ / name).parent_path());
+  std::ofstream(path_ / name, std::ios::binary) << content;
+  return path_ / name;
+}
+
+std::string TemporaryDirectory::read(const std::filesystem::path& name) const {
+  std::ifstream file(path_ / name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace nivlo::test

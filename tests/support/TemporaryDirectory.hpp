@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <string_view>
 
 namespace nivlo::test {
 
@@ -16,6 +18,12 @@ class TemporaryDirectory {
   TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
+
+  /// Writes a file anew, with the directories above it, and returns its path.
+  std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const;
+
+  /// What is in a file; empty where there is none.
+  std::string read(const std::filesystem::path& name) const;
 
  private:
   std::filesystem::path path_;

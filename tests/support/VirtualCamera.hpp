@@ -13,8 +13,8 @@ namespace nivlo::test {
 
 struct VirtualCameraOptions {
   std::string name;
-  /// The further arguments of nivlo-test-camera, for example {"--format", "NV12", "--color", "ff0000"}; its
-  /// --help lists them.
+  /// The further arguments of nivlo-test-camera, for example {"--format", "NV12", "--color", "ff0000"};
+  /// tests/support/camera/Options.hpp lists them.
   std::vector<std::string> arguments;
 };
 

@@ -2,7 +2,6 @@
 #define ZX_USE_UTF8 1  // must come before any of ZXing's headers: texts come as UTF-8
 
 #include <cstring>
-#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,7 +13,7 @@
 #include "linux/camera/demo/Canvas.hpp"
 #include "linux/camera/demo/DemoCameras.hpp"
 #include "linux/camera/demo/FrontScene.hpp"
-#include "tests/support/WaitFor.hpp"
+#include "tests/linux/camera/Recorder.hpp"
 
 namespace nivlo {
 namespace {
@@ -112,17 +111,11 @@ TEST(DemoCameras, FramesComeAtPaceAndOutliveTheirCamera) {
   EXPECT_EQ(driver->open("demo:side", [](auto) {}), nullptr);
   VideoFramePtr kept;
   for (const auto& info : driver->cameras()) {
-    std::mutex mutex;
-    std::vector<VideoFramePtr> frames;
-    auto stream = driver->open(info.uniqueID, [&](VideoFramePtr frame) {
-      const std::lock_guard lock(mutex);
-      frames.push_back(std::move(frame));
-    });
-    ASSERT_TRUE(test::waitFor([&] {
-      const std::lock_guard lock(mutex);
-      return frames.size() >= 5;
-    })) << info.uniqueID;
+    Recorder recorder;
+    auto stream = driver->open(info.uniqueID, recorder.handler());
+    ASSERT_TRUE(recorder.awaits(5)) << info.uniqueID;
     stream.reset();
+    const auto frames = recorder.frames();
     EXPECT_GE(frames[4]->captureTime - frames[0]->captureTime, std::chrono::milliseconds(200));
     EXPECT_NE(frames[0]->planes[0].data, frames[1]->planes[0].data) << "a frame in use was drawn over";
     kept = frames.back();

@@ -1,8 +1,6 @@
 // Pictures from files: what is refused, and that what is read looks right.
 #include <array>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -21,17 +19,7 @@ using testing::HasSubstr;
 
 class ImageFile : public testing::Test {
  protected:
-  std::filesystem::path file(const std::string& name) const { return directory_.path() / name; }
-
-  std::filesystem::path write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(file(name), std::ios::binary) << bytes;
-    return file(name);
-  }
-
-  static std::string read(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
+  std::filesystem::path file(const std::string& name) const { return directory.path() / name; }
 
   std::filesystem::path writeSplitPNG(const std::string& name, int width, int height) const {
     std::vector<std::uint8_t> pixels;
@@ -43,8 +31,7 @@ class ImageFile : public testing::Test {
     return file(name);
   }
 
- private:
-  test::TemporaryDirectory directory_;
+  test::TemporaryDirectory directory;
 };
 
 std::array<int, 3> rgbAt(const VideoFrame& frame, int x, int y) {
@@ -75,7 +62,7 @@ std::string withOrientation(const std::string& jpeg, char orientation) {
 }
 
 TEST_F(ImageFile, WhatIsNoWholePictureIsRefusedWithItsCause) {
-  const auto png = read(writeSplitPNG("whole.png", 64, 64));
+  const auto png = directory.read(writeSplitPNG("whole.png", 64, 64));
   const auto refusal = [](const std::filesystem::path& path) {
     const auto load = loadImageFile(path);
     EXPECT_EQ(load.frame, nullptr) << path;
@@ -83,29 +70,31 @@ TEST_F(ImageFile, WhatIsNoWholePictureIsRefusedWithItsCause) {
     return load.error;
   };
   EXPECT_THAT(refusal(file("missing.png")), HasSubstr("no such file"));
-  EXPECT_THAT(refusal(write("empty.png", "")), HasSubstr("empty"));
-  EXPECT_THAT(refusal(write("text.png", "Dear diary,\n")), HasSubstr("does not hold"));
+  EXPECT_THAT(refusal(directory.write("empty.png", "")), HasSubstr("empty"));
+  EXPECT_THAT(refusal(directory.write("text.png", "Dear diary,\n")), HasSubstr("does not hold"));
   EXPECT_THAT(refusal(file("")), HasSubstr("directory"));
   EXPECT_THAT(refusal("/dev/zero"), HasSubstr("not a regular file"));
-  refusal(write("header.png", png.substr(0, 30)));
-  refusal(write("most.png", png.substr(0, png.size() - 20)));
+  refusal(directory.write("header.png", png.substr(0, 30)));
+  refusal(directory.write("most.png", png.substr(0, png.size() - 20)));
   for (const int flags : {0, TJFLAG_PROGRESSIVE}) {
     const auto jpeg = jpegOf(200, 200, flags);
-    EXPECT_NE(loadImageFile(write("whole.jpg", jpeg)).frame, nullptr);
-    EXPECT_THAT(refusal(write("half.jpg", jpeg.substr(0, jpeg.size() / 2))), HasSubstr("breaks off"));
-    refusal(write("most.jpg", jpeg.substr(0, jpeg.size() - 2)));
+    EXPECT_NE(loadImageFile(directory.write("whole.jpg", jpeg)).frame, nullptr);
+    EXPECT_THAT(refusal(directory.write("half.jpg", jpeg.substr(0, jpeg.size() / 2))),
+                HasSubstr("breaks off"));
+    refusal(directory.write("most.jpg", jpeg.substr(0, jpeg.size() - 2)));
   }
   auto giant = jpegOf(64, 64, 0);
   constexpr int startOfFrameToHeight = 5;
   giant.replace(giant.find("\xFF\xC0") + startOfFrameToHeight, 2, "\x7F\xFF");
-  EXPECT_THAT(refusal(write("giant.jpg", giant)), AllOf(HasSubstr("64 x 32767"), HasSubstr("scale it down")));
+  EXPECT_THAT(refusal(directory.write("giant.jpg", giant)),
+              AllOf(HasSubstr("64 x 32767"), HasSubstr("scale it down")));
   // The smallest of lossless WebP pictures.
   const std::string webp("RIFF\032\0\0\0WEBPVP8L\015\0\0\0/\0\0\0\020\007\020\021\021\210\210\376\007\0", 34);
-  EXPECT_NE(loadImageFile(write("whole.webp", webp)).frame, nullptr);
-  refusal(write("most.webp", webp.substr(0, webp.size() - 4)));
+  EXPECT_NE(loadImageFile(directory.write("whole.webp", webp)).frame, nullptr);
+  refusal(directory.write("most.webp", webp.substr(0, webp.size() - 4)));
 }
 
-TEST_F(ImageFile, ColoursAndOrientationSurvive) {
+TEST_F(ImageFile, ColoursAndOrientationSurviveAndTransparencyShowsWhite) {
   const auto wide = loadImageFile(writeSplitPNG("wide.png", 40, 3));
   ASSERT_NE(wide.frame, nullptr) << wide.error;
   EXPECT_THAT(rgbAt(*wide.frame, 19, 2), ElementsAre(240, 120, 10));
@@ -113,21 +102,18 @@ TEST_F(ImageFile, ColoursAndOrientationSurvive) {
   const auto dot = loadImageFile(writeSplitPNG("dot.png", 1, 1));
   ASSERT_NE(dot.frame, nullptr) << dot.error;
   EXPECT_THAT(rgbAt(*dot.frame, 0, 0), ElementsAre(30, 120, 200));
-  const auto turned = loadImageFile(write("turned.jpg", withOrientation(jpegOf(64, 32, 0), 6)));
+  const auto turned = loadImageFile(directory.write("turned.jpg", withOrientation(jpegOf(64, 32, 0), 6)));
   ASSERT_NE(turned.frame, nullptr) << turned.error;
   EXPECT_EQ(turned.frame->width, 32);
   EXPECT_EQ(turned.frame->height, 64);
-}
-
-TEST_F(ImageFile, TransparencyShowsWhite) {
   // 1 x 1, RGBA 255 0 0 at half opacity.
   const std::string png(
       "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\x08\6\0\0\0\x1f\x15\xc4\x89"
       "\0\0\0\rIDATx\x9c\x63\xf8\xcf\xc0\xd0\0\0\4\x81\1\x80\x2c\x55\xce\xb0\0\0\0\0IEND\xae\x42\x60\x82",
       70);
-  const auto load = loadImageFile(write("half.png", png));
-  ASSERT_NE(load.frame, nullptr) << load.error;
-  EXPECT_THAT(rgbAt(*load.frame, 0, 0), ElementsAre(255, testing::Ge(126), testing::Le(129)));
+  const auto half = loadImageFile(directory.write("half.png", png));
+  ASSERT_NE(half.frame, nullptr) << half.error;
+  EXPECT_THAT(rgbAt(*half.frame, 0, 0), ElementsAre(255, testing::Ge(126), testing::Le(129)));
 }
 
 TEST_F(ImageFile, AFailedWriteLeavesNothingBehind) {

@@ -6,7 +6,6 @@
 #include <string>
 
 #include <fcntl.h>
-#include <gio/gio.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
 
@@ -17,8 +16,8 @@
 #include "platform/UIKit/UIApplication.hpp"
 #include "tests/support/Environment.hpp"
 #include "tests/support/FileDescriptor.hpp"
+#include "tests/support/LoopUntil.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
-#include "tests/support/WaitFor.hpp"
 
 namespace nivlo {
 namespace {
@@ -61,14 +60,6 @@ class ClockMonitorTest : public testing::Test {
   /// Glibc keeps the last zone it read.
   ~ClockMonitorTest() override { tzset(); }
 
-  bool eventually(const std::function<bool()>& condition) {
-    return test::waitFor([&] {
-      while (g_main_context_iteration(nullptr, FALSE)) {
-      }
-      return condition();
-    });
-  }
-
   /// Puts a link to the zone in the place of the file, as timedatectl does.
   void link(const std::string& zone) {
     const auto fresh = directory_.path() / "fresh";
@@ -88,9 +79,9 @@ TEST_F(ClockMonitorTest, ADayBeginsOnce) {
   const auto start = now().tv_sec;
   const test::ScopedEnvironment zone({{"TZ", zoneWithMidnightIn(2, start)}});
   const auto monitor = makeClockMonitor(zoneFile_);
-  EXPECT_TRUE(eventually([&] { return changes_ > 0; }));
+  EXPECT_TRUE(test::loopUntil([&] { return changes_ > 0; }));
   EXPECT_GE(now().tv_sec, start + 2);
-  EXPECT_TRUE(eventually([&] { return now().tv_sec >= start + 3; }));
+  EXPECT_TRUE(test::loopUntil([&] { return now().tv_sec >= start + 3; }));
   EXPECT_EQ(changes_, 1);
 }
 
@@ -100,21 +91,21 @@ TEST_F(ClockMonitorTest, TheClockIsSet) {
   if (clock_settime(CLOCK_REALTIME, &same) != 0) {
     GTEST_SKIP() << "the clock may not be set here, not even to its own time (CAP_SYS_TIME)";
   }
-  EXPECT_TRUE(eventually([&] { return changes_ > 0; }));
+  EXPECT_TRUE(test::loopUntil([&] { return changes_ > 0; }));
 }
 
 TEST_F(ClockMonitorTest, TheTimeZoneChanges) {
   const auto monitor = makeClockMonitor(zoneFile_);
   link("Asia/Tokyo");
-  EXPECT_TRUE(eventually([&] { return changes_ == 1; })) << "a link renamed over the old one";
+  EXPECT_TRUE(test::loopUntil([&] { return changes_ == 1; })) << "a link renamed over the old one";
   std::filesystem::remove(zoneFile_);
   std::ofstream(zoneFile_) << "rules of the country";
-  EXPECT_TRUE(eventually([&] { return changes_ == 2; })) << "removed and written anew";
+  EXPECT_TRUE(test::loopUntil([&] { return changes_ == 2; })) << "removed and written anew";
   const auto same = directory_.path() / "same";
   std::filesystem::copy_file(zoneFile_, same);
   std::filesystem::rename(same, zoneFile_);
   link("America/New_York");
-  EXPECT_TRUE(eventually([&] { return changes_ >= 3; }));
+  EXPECT_TRUE(test::loopUntil([&] { return changes_ >= 3; }));
   EXPECT_EQ(changes_, 3) << "an unchanged file counted";
 }
 
@@ -123,8 +114,8 @@ TEST_F(ClockMonitorTest, AnotherZoneBringsAnotherMidnight) {
   const auto monitor = makeClockMonitor(zoneFile_);
   const test::ScopedEnvironment other({{"TZ", zoneWithMidnightIn(2, now().tv_sec)}});
   link("Asia/Tokyo");
-  EXPECT_TRUE(eventually([&] { return changes_ == 1; }));
-  EXPECT_TRUE(eventually([&] { return changes_ == 2; })) << "the timer still waits for the old midnight";
+  EXPECT_TRUE(test::loopUntil([&] { return changes_ == 1; }));
+  EXPECT_TRUE(test::loopUntil([&] { return changes_ == 2; })) << "the timer still waits for the old midnight";
 }
 
 TEST(LocalMidnight, IsFoundWhereTheClockGoesForwardOrBackOverIt) {

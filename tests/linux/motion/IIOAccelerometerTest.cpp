@@ -14,8 +14,7 @@
 
 #include "linux/glib/Owned.hpp"
 #include "linux/motion/iio/IIOAccelerometer.hpp"
-#include "platform/drivers/Drivers.hpp"
-#include "tests/fakes/CountingLog.hpp"
+#include "tests/fakes/RecordingLog.hpp"
 #include "tests/support/FileDescriptor.hpp"
 #include "tests/support/WaitFor.hpp"
 
@@ -84,16 +83,7 @@ class Listener {
 
 class IIOAccelerometerTest : public testing::Test {
  protected:
-  IIOAccelerometerTest() {
-    Drivers withSink;
-    withSink.logSink = std::make_unique<test::CountingLog>(logLines_);
-    installDrivers(std::move(withSink));
-  }
-  ~IIOAccelerometerTest() override {
-    readError = 0;
-    driver_.reset();
-    installDrivers({});
-  }
+  ~IIOAccelerometerTest() override { readError = 0; }
 
   /// A sensor that measures -1 g along x, 0.5 g along y and 2 g along z, unless the attributes say otherwise.
   std::string add(const std::string& name, const Texts& attributes = {}, const Texts& properties = {}) {
@@ -143,7 +133,7 @@ class IIOAccelerometerTest : public testing::Test {
     return count;
   }
 
-  std::atomic<int> logLines_{0};
+  LoggingMachine machine_;
   Owned<UMockdevTestbed, g_object_unref> testbed_{umockdev_testbed_new()};
   std::unique_ptr<AccelerometerDriver> driver_ = makeIIOAccelerometer();
 };
@@ -208,7 +198,7 @@ TEST_F(IIOAccelerometerTest, FollowsASensorThatComesAndGoes) {
   const int heardBySlow = slow.count();
   EXPECT_TRUE(test::waitFor([&] { return slow.count() > heardBySlow + 2; }));
   EXPECT_EQ(listener.count(), heard);
-  EXPECT_EQ(logLines_, 0);
+  EXPECT_EQ(machine_.log.count(), 0);
 }
 
 TEST_F(IIOAccelerometerTest, PassesOverASensorUnderTheKeyboard) {
@@ -225,14 +215,14 @@ TEST_F(IIOAccelerometerTest, WaitsForABusySensorAndReportsABrokenOneOnce) {
   ASSERT_TRUE(listener.hears(-1, 0.5, 2));
   readError = EBUSY;
   EXPECT_TRUE(listener.hearsNothingSaid());
-  EXPECT_EQ(logLines_, 0);
+  EXPECT_EQ(machine_.log.count(), 0);
   readError = EIO;
-  EXPECT_TRUE(test::waitFor([&] { return logLines_ > 0; }));
+  EXPECT_TRUE(test::waitFor([&] { return machine_.log.count() > 0; }));
   readError = 0;
   EXPECT_TRUE(listener.hears(-1, 0.5, 2));
   set(device, "in_accel_z_raw", "unknown");
   EXPECT_TRUE(listener.hearsNothingSaid());
-  EXPECT_EQ(logLines_, 1);
+  EXPECT_EQ(machine_.log.count(), 1);
 }
 
 TEST_F(IIOAccelerometerTest, AHangingSensorHoldsUpNobodyAndPilesUpNoThreads) {

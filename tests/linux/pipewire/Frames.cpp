@@ -67,10 +67,6 @@ bool showsQuarters(const VideoFrame& frame) {
   return true;
 }
 
-bool shows(const VideoFrame& frame, const Picture::Color& color) {
-  return isAlike(colorAt(frame, frame.width / 2, frame.height / 2), color);
-}
-
 CameraFrameHandler FrameTaker::handler() {
   return [this](VideoFramePtr frame) {
     const std::lock_guard lock(mutex_);
@@ -92,22 +88,6 @@ int FrameTaker::countOtherThan(const Picture::Color& color) const {
   const std::lock_guard lock(mutex_);
   return static_cast<int>(std::count_if(colors_.begin(), colors_.end(),
                                         [&](const auto& other) { return !isAlike(color, other); }));
-}
-
-void LogKeeper::write(std::string_view, std::string_view message) {
-  const std::lock_guard lock(mutex_);
-  lines_.emplace_back(message);
-}
-
-int LogKeeper::count(std::string_view part) const {
-  const std::lock_guard lock(mutex_);
-  return static_cast<int>(std::count_if(
-      lines_.begin(), lines_.end(), [&](const auto& line) { return line.find(part) != std::string::npos; }));
-}
-
-bool LogKeeper::isEmpty() const {
-  const std::lock_guard lock(mutex_);
-  return lines_.empty();
 }
 
 }  // namespace nivlo::test

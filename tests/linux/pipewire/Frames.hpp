@@ -3,11 +3,9 @@
 
 #include <condition_variable>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include "platform/drivers/CameraDriver.hpp"
-#include "platform/drivers/LogSink.hpp"
 #include "tests/support/WaitFor.hpp"
 #include "tests/support/pictures/Picture.hpp"
 
@@ -21,9 +19,6 @@ bool isAlike(const Picture::Color& first, const Picture::Color& second);
 
 /// Whether the frame shows the four coloured quarters.
 bool showsQuarters(const VideoFrame& frame);
-
-/// Whether its middle has this colour.
-bool shows(const VideoFrame& frame, const Picture::Color& color);
 
 /// Takes a camera's frames.
 class FrameTaker {
@@ -42,18 +37,6 @@ class FrameTaker {
   VideoFramePtr newest_;
   std::size_t count_ = 0;
   std::vector<Picture::Color> colors_;
-};
-
-/// Keeps the lines of the system log.
-class LogKeeper : public LogSink {
- public:
-  void write(std::string_view format, std::string_view message) override;
-  int count(std::string_view part) const;
-  bool isEmpty() const;
-
- private:
-  mutable std::mutex mutex_;
-  std::vector<std::string> lines_;
 };
 
 }  // namespace nivlo::test

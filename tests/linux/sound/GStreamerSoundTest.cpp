@@ -2,22 +2,20 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <thread>
 
 #include <fcntl.h>
-#include <glib.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
 #include "linux/sound/GStreamerSound.hpp"
-#include "tests/fakes/FakeMachine.hpp"
+#include "tests/fakes/RecordingLog.hpp"
 #include "tests/support/ChildProcess.hpp"
 #include "tests/support/Environment.hpp"
 #include "tests/support/FileDescriptor.hpp"
+#include "tests/support/LoopUntil.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
-#include "tests/support/WaitFor.hpp"
 
 namespace nivlo {
 namespace {
@@ -27,38 +25,6 @@ using Clock = std::chrono::steady_clock;
 /// A machine without a sound card, on which no sound server listens unless the test does.
 class Sound : public testing::Test {
  protected:
-  Sound() {
-    Drivers made;
-    auto sink = std::make_unique<RecordingLog>();
-    log = sink.get();
-    made.logSink = std::move(sink);
-    installDrivers(std::move(made));
-  }
-  ~Sound() override { installDrivers({}); }
-
-  /// Runs the main loop until the condition holds or the patience ends.
-  static bool loopUntil(const std::function<bool()>& condition) {
-    return test::waitFor([&] {
-      while (g_main_context_iteration(nullptr, FALSE)) {
-      }
-      return condition();
-    });
-  }
-  std::filesystem::path write(const char* name, const std::string& content) const {
-    const auto path = directory.path() / name;
-    std::ofstream(path, std::ios::binary) << content;
-    return path;
-  }
-  static std::string read(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
-  int linesWith(const std::string& text) const {
-    const auto lines = log->lines();
-    return static_cast<int>(
-        std::count_if(lines.begin(), lines.end(), [&](auto& line) { return line.find(text) != line.npos; }));
-  }
-
   const std::filesystem::path chime = NIVLO_RESOURCES "/hourlychimebeg.m4a";
   test::TemporaryDirectory directory;
   const std::filesystem::path socket = directory.path() / "sound-server";
@@ -67,7 +33,8 @@ class Sound : public testing::Test {
                                        {"GST_REGISTRY", directory.path() / "registry"},
                                        {"JACK_NO_START_SERVER", "1"},
                                        {"PULSE_SERVER", "unix:" + socket.string()}}};
-  RecordingLog* log = nullptr;
+  LoggingMachine machine;
+  RecordingLog& log = machine.log;
 };
 
 TEST_F(Sound, IsNotPlayedToItsEndWithoutASoundCardOrIsComplainedOfEachTime) {
@@ -80,19 +47,19 @@ TEST_F(Sound, IsNotPlayedToItsEndWithoutASoundCardOrIsComplainedOfEachTime) {
       ++completions;
     });
     EXPECT_EQ(completions, 0);
-    EXPECT_TRUE(loopUntil([&] { return completions > 0; }));
+    EXPECT_TRUE(test::loopUntil([&] { return completions > 0; }));
     EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(1500)) << "cut short";
     EXPECT_EQ(completions, 1);
   }
-  EXPECT_LE(log->lines().size(), 1u);
-  EXPECT_EQ(linesWith("cannot be played"), 0);
+  EXPECT_LE(log.lines().size(), 1u);
+  EXPECT_EQ(log.count("cannot be played"), 0);
 }
 
 TEST_F(Sound, ThatCannotBePlayedNeverCompletesOrIsReportedNotOnce) {
   auto driver = makeGStreamerSound(std::chrono::seconds(1));
-  const std::filesystem::path files[] = {directory.path() / "missing.m4a", write("empty.m4a", ""),
-                                         write("noise.m4a", std::string(5000, '\x5a')),
-                                         write("half.m4a", read(chime).substr(0, 900))};
+  const std::filesystem::path files[] = {directory.path() / "missing.m4a", directory.write("empty.m4a", ""),
+                                         directory.write("noise.m4a", std::string(5000, '\x5a')),
+                                         directory.write("half.m4a", directory.read(chime).substr(0, 900))};
   for (const auto& file : files) {
     for (int round = 0; round < 3; ++round) {
       int completions = 0;
@@ -101,9 +68,9 @@ TEST_F(Sound, ThatCannotBePlayedNeverCompletesOrIsReportedNotOnce) {
         ++completions;
         playback = nullptr;
       });
-      EXPECT_TRUE(loopUntil([&] { return completions == 1; })) << file;
+      EXPECT_TRUE(test::loopUntil([&] { return completions == 1; })) << file;
     }
-    EXPECT_EQ(linesWith(file.filename()), 1) << testing::PrintToString(log->lines());
+    EXPECT_EQ(log.count(file.filename().string()), 1) << testing::PrintToString(log.lines());
   }
 }
 
@@ -120,11 +87,11 @@ std::string shortWave() {
 
 TEST_F(Sound, CompletesAfterItWasDestroyed) {
   auto driver = makeGStreamerSound();
-  const auto wave = write("short.wav", shortWave());
+  const auto wave = directory.write("short.wav", shortWave());
   const auto playToEnd = [&](const std::filesystem::path& file) {
     bool ended = false;
     const auto playback = driver->play(file, [&] { ended = true; });
-    EXPECT_TRUE(loopUntil([&] { return ended; }));
+    EXPECT_TRUE(test::loopUntil([&] { return ended; }));
   };
   int completions = 0;
   driver->play(chime, [&] { ++completions; });
@@ -150,13 +117,13 @@ TEST_F(Sound, HangsWithASoundServerThatDoesNotAnswer) {
   auto playback = driver->play(chime, [&] { ended = true; });
   auto turn = Clock::now();
   Clock::duration longestTurn{};
-  EXPECT_TRUE(loopUntil([&] {
+  EXPECT_TRUE(test::loopUntil([&] {
     longestTurn = std::max(longestTurn, Clock::now() - turn);
     turn = Clock::now();
     return ended;
   }));
   EXPECT_LT(longestTurn, std::chrono::seconds(2)) << "the main loop was held up";
-  EXPECT_EQ(linesWith("has not ended in time"), 1);
+  EXPECT_EQ(log.count("has not ended in time"), 1);
   // Pulse's client gives up at once now; otherwise the driver's end would wait for it.
   server.reset();
 }
@@ -186,17 +153,17 @@ TEST_F(Sound, IsNotHeardThroughASoundServerOrOutlivesIt) {
   int peak = 0;
   int completions = 0;
   auto playback = driver->play(chime, [&] { ++completions; });
-  EXPECT_TRUE(loopUntil([&] {
+  EXPECT_TRUE(test::loopUntil([&] {
     peak = std::max(peak, listen());
     return completions == 1;
   }));
   EXPECT_GT(peak, kAudible);
-  EXPECT_TRUE(log->lines().empty()) << log->lines().front();
+  EXPECT_TRUE(log.lines().empty()) << log.lines().front();
   playback = driver->play(chime, [&] { ++completions; });
-  EXPECT_TRUE(loopUntil([&] { return listen() > kAudible; }));
+  EXPECT_TRUE(test::loopUntil([&] { return listen() > kAudible; }));
   server.kill();
-  EXPECT_TRUE(loopUntil([&] { return completions == 2; }));
-  EXPECT_EQ(linesWith("cannot be played"), 1);
+  EXPECT_TRUE(test::loopUntil([&] { return completions == 2; }));
+  EXPECT_EQ(log.count("cannot be played"), 1);
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 // A camera as PipeWire sees it.
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include <pipewire/pipewire.h>
 
+#include "linux/glib/Owned.hpp"
 #include "tests/support/camera/Options.hpp"
 #include "tests/support/pictures/Encoding.hpp"
 
@@ -29,10 +29,6 @@ class CameraNode {
   void fillNextBuffer();
   void runClock(bool on);
 
-  struct StreamDeleter {
-    void operator()(pw_stream* stream) const { pw_stream_destroy(stream); }
-  };
-
   pw_main_loop* loop_;
   const CameraOptions& options_;
   std::vector<EncodedPicture> pictures_;
@@ -40,7 +36,7 @@ class CameraNode {
   std::uint64_t sequence_ = 0;
   bool connected_ = false;
   spa_source* clock_;
-  std::unique_ptr<pw_stream, StreamDeleter> stream_;
+  Owned<pw_stream, pw_stream_destroy> stream_;
 };
 
 }  // namespace nivlo::test

@@ -1,4 +1,5 @@
-// The command line of nivlo-test-camera.
+// The command line of nivlo-test-camera, which publishes a PipeWire camera until it is ended, and prints
+// "streaming" and "paused" as its readers come and go.
 #pragma once
 
 #include <optional>
@@ -10,20 +11,20 @@
 namespace nivlo::test {
 
 struct CameraOptions {
-  std::string name;
-  std::string description;
-  std::string location;          ///< empty when the camera does not say
-  std::string rotation;          ///< of the sensor, in degrees; empty when the camera does not say
-  std::optional<int> transform;  ///< of each buffer, in degrees, counter-clockwise
-  std::vector<Mode> modes;       ///< at least one
-  Colorimetry colorimetry;
-  int padding = 0;  ///< bytes at the end of each row
-  int buffers = 0;  ///< how many the camera can have at most; 0 for plenty
-  std::optional<Picture::Color> color;
-  std::string picture;
+  std::string name;              ///< --name
+  std::string description;       ///< --description, for people; the name when absent
+  std::string location;          ///< --location front, back or external; empty when the camera does not say
+  std::string rotation;          ///< --rotation of the sensor, in degrees; empty when the camera does not say
+  std::optional<int> transform;  ///< --transform of each buffer, in degrees, counter-clockwise
+  std::vector<Mode> modes;       ///< --format, --size WxH and --fps; --also FORMAT:WxH@FPS
+  Colorimetry colorimetry;       ///< --matrix BT601 or BT709, --range full or limited
+  int padding = 0;               ///< --padding, bytes at the end of each row
+  int buffers = 0;               ///< --buffers, how many it can have at most; 0 for plenty
+  std::optional<Picture::Color> color;  ///< --color RRGGBB, all over the picture
+  std::string picture;                  ///< --picture, a file; without either, four coloured quarters
 };
 
-/// Prints what is wrong, or the help that was asked for, and returns nothing when there is nothing to run.
-std::optional<CameraOptions> parseOptions(const std::vector<std::string>& arguments);
+/// Throws std::invalid_argument, with what is wrong.
+CameraOptions parseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace nivlo::test

@@ -1,31 +1,38 @@
 #include <cstdio>
+#include <exception>
 #include <memory>
 
 #include <pipewire/pipewire.h>
 #include <signal.h>
 
+#include "linux/camera/ImageFile.hpp"
 #include "tests/support/camera/CameraNode.hpp"
 #include "tests/support/camera/Options.hpp"
-#include "tests/support/camera/PictureFile.hpp"
 
 namespace {
 
 using namespace nivlo::test;
 
-std::optional<std::vector<EncodedPicture>> encodeForAllModes(const CameraOptions& options) {
-  std::vector<EncodedPicture> encoded;
-  for (const Mode& mode : options.modes) {
-    std::optional<Picture> picture = quadrantPicture(mode.width, mode.height);
-    std::string error;
-    if (options.color) picture = solidPicture(*options.color, mode.width, mode.height);
-    if (!options.picture.empty()) picture = pictureFromFile(options.picture, mode.width, mode.height, error);
-    if (!picture) {
-      std::fprintf(stderr, "%s: %s\n", options.picture.c_str(), error.c_str());
-      return std::nullopt;
-    }
-    encoded.push_back(encode(*picture, mode, options.colorimetry, options.padding));
+/// The picture in a file, scaled to the mode's size. Throws std::runtime_error when it cannot be read.
+Picture pictureFromFile(const std::string& path, const Mode& mode) {
+  const nivlo::ImageLoad load = nivlo::loadImageFile(path);
+  if (!load.frame) throw std::runtime_error(load.error);
+  const nivlo::VideoFrame& frame = *load.frame;
+  const int step = frame.format == nivlo::PixelFormat::RGB ? 3 : 4;
+  Picture picture = solidPicture({}, mode.width, mode.height);
+  for (int i = 0; i < mode.width * mode.height; ++i) {
+    const std::ptrdiff_t x = i % mode.width * frame.width / mode.width;
+    const std::ptrdiff_t y = i / mode.width * frame.height / mode.height;
+    const std::uint8_t* pixel = frame.planes[0].data + y * frame.planes[0].stride + x * step;
+    picture.pixels[i] = {pixel[0], pixel[1], pixel[2]};
   }
-  return encoded;
+  return picture;
+}
+
+Picture pictureFor(const CameraOptions& options, const Mode& mode) {
+  if (!options.picture.empty()) return pictureFromFile(options.picture, mode);
+  return options.color ? solidPicture(*options.color, mode.width, mode.height)
+                       : quadrantPicture(mode.width, mode.height);
 }
 
 int run(const CameraOptions& options, std::vector<EncodedPicture> pictures) {
@@ -47,9 +54,14 @@ int run(const CameraOptions& options, std::vector<EncodedPicture> pictures) {
 
 }  // namespace
 
-int main(int count, char** arguments) {
-  const std::optional<CameraOptions> options = parseOptions({arguments + 1, arguments + count});
-  if (!options) return 2;
-  std::optional<std::vector<EncodedPicture>> pictures = encodeForAllModes(*options);
-  return pictures ? run(*options, std::move(*pictures)) : 1;
+int main(int count, char** arguments) try {
+  const CameraOptions options = parseOptions({arguments + 1, arguments + count});
+  std::vector<EncodedPicture> pictures;
+  for (const Mode& mode : options.modes) {
+    pictures.push_back(encode(pictureFor(options, mode), mode, options.colorimetry, options.padding));
+  }
+  return run(options, std::move(pictures));
+} catch (const std::exception& problem) {
+  std::fprintf(stderr, "nivlo-test-camera: %s\n", problem.what());
+  return 2;
 }

@@ -117,23 +117,15 @@ EncodedPicture encode420(const Picture& picture, const Converter& convert, Mode:
 
 }  // namespace
 
-std::optional<Mode::Format> parseFormat(const std::string& name) {
+Mode parseMode(const std::string& text) {
   static const std::map<std::string, Mode::Format> kFormats{
       {"YUY2", Mode::Format::YUY2}, {"NV12", Mode::Format::NV12}, {"I420", Mode::Format::I420},
       {"BGRx", Mode::Format::BGRx}, {"RGB", Mode::Format::RGB},   {"MJPEG", Mode::Format::MJPEG}};
-  const auto found = kFormats.find(name);
-  return found != kFormats.end() ? std::optional(found->second) : std::nullopt;
-}
-
-std::optional<Mode> parseMode(const std::string& text) {
   const std::size_t colon = text.find(':');
-  const std::optional<Mode::Format> format = parseFormat(text.substr(0, colon));
-  Mode mode;
-  if (!format || colon == std::string::npos ||
-      std::sscanf(text.c_str() + colon, ":%dx%d@%d", &mode.width, &mode.height, &mode.framesPerSecond) != 3) {
-    return std::nullopt;
+  Mode mode{kFormats.at(text.substr(0, colon))};
+  if (std::sscanf(text.c_str() + colon, ":%dx%d@%d", &mode.width, &mode.height, &mode.framesPerSecond) != 3) {
+    throw std::invalid_argument(text + ": no mode");
   }
-  mode.format = *format;
   return mode;
 }
 

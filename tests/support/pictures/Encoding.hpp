@@ -31,10 +31,8 @@ struct EncodedPicture {
   int stride = 0;  ///< bytes a row of the first plane
 };
 
-std::optional<Mode::Format> parseFormat(const std::string& name);
-
-/// "FORMAT:WIDTHxHEIGHT@FPS"
-std::optional<Mode> parseMode(const std::string& text);
+/// "FORMAT:WIDTHxHEIGHT@FPS". Throws std::invalid_argument or std::out_of_range where it is none.
+Mode parseMode(const std::string& text);
 
 /// The picture, of the mode's size, in the mode's format. Rows are `padding` bytes longer than they must be,
 /// except in a JPEG. Unsaid colorimetry is what a receiver takes for granted: BT.709 from 720 rows up, else

@@ -1,7 +1,5 @@
 #include "tests/support/pictures/Picture.hpp"
 
-#include <charconv>
-
 namespace nivlo::test {
 
 Picture solidPicture(Picture::Color color, int width, int height) {
@@ -20,12 +18,10 @@ Picture quadrantPicture(int width, int height) {
   return picture;
 }
 
-std::optional<Picture::Color> parseColor(const std::string& text) {
-  std::uint32_t value = 0;
-  const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-  if (text.size() != 6 || problem != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return Picture::Color{static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
-                        static_cast<std::uint8_t>(value)};
+Picture::Color parseColor(const std::string& text) {
+  const auto value = std::stoul(text, nullptr, 16);
+  return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
+          static_cast<std::uint8_t>(value)};
 }
 
 }  // namespace nivlo::test

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,7 +23,7 @@ Picture solidPicture(Picture::Color color, int width, int height);
 /// Red, green, blue and white: top left, top right, bottom left, bottom right.
 Picture quadrantPicture(int width, int height);
 
-/// "RRGGBB" in hexadecimal digits.
-std::optional<Picture::Color> parseColor(const std::string& text);
+/// "RRGGBB" in hexadecimal digits. Throws std::invalid_argument where it begins with none.
+Picture::Color parseColor(const std::string& text);
 
 }  // namespace nivlo::test

@@ -1,0 +1,19 @@
+// Running GLib's main loop in a test.
+#pragma once
+
+#include <glib.h>
+
+#include "tests/support/WaitFor.hpp"
+
+namespace nivlo::test {
+
+/// Runs the main loop until the condition holds or the patience ends; returns whether it held.
+inline bool loopUntil(const std::function<bool()>& condition) {
+  return waitFor([&] {
+    while (g_main_context_iteration(nullptr, FALSE)) {
+    }
+    return condition();
+  });
+}
+
+}  // namespace nivlo::test
