@@ -1,6 +1,27 @@
 #include "host/render/PictureFit.hpp"
 
+#include <algorithm>
+#include <cmath>
+
 namespace nivlo {
+
+PixelRect toPixels(CGRect rect) {
+  const auto left = std::lround(rect.origin.x);
+  const auto top = std::lround(rect.origin.y);
+  const auto right = std::lround(rect.origin.x + rect.size.width);
+  const auto bottom = std::lround(rect.origin.y + rect.size.height);
+  return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right - left),
+          static_cast<int>(bottom - top)};
+}
+
+PixelRect toPixels(CGRect part, PictureSize picture) {
+  auto pixels = toPixels(part);
+  pixels.left = std::clamp(pixels.left, 0, picture.width - 1);
+  pixels.top = std::clamp(pixels.top, 0, picture.height - 1);
+  pixels.width = std::clamp(pixels.width, 1, picture.width - pixels.left);
+  pixels.height = std::clamp(pixels.height, 1, picture.height - pixels.top);
+  return pixels;
+}
 
 std::optional<PictureFit> fitPicture(PictureSize picture, AVLayerVideoGravity gravity, CGRect rect,
                                      CGSize surface) {

@@ -1,0 +1,85 @@
+#include "host/surfaces/wayland/LayerBackground.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace nivlo {
+
+namespace {
+
+constexpr std::uint32_t kAllEdges = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
+                                    ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
+constexpr int kUnderPanels = -1;
+// A compositor that closes every surface must not keep the program busy.
+constexpr std::chrono::milliseconds kFirstReopenDelay{200};
+constexpr std::chrono::milliseconds kLongestReopenDelay{10'000};
+
+}  // namespace
+
+const zwlr_layer_surface_v1_listener LayerBackground::kListener{
+    [](void* data, zwlr_layer_surface_v1*, std::uint32_t serial, std::uint32_t width, std::uint32_t height) {
+      static_cast<LayerBackground*>(data)->configured(serial, static_cast<int>(width),
+                                                      static_cast<int>(height));
+    },
+    [](void* data, zwlr_layer_surface_v1*) { static_cast<LayerBackground*>(data)->closedByCompositor(); }};
+
+LayerBackground::LayerBackground(const WaylandGlobals& globals, const WaylandOutput& output,
+                                 WaylandPainter& painter, std::function<void()> changed)
+    : globals_(globals), output_(output), painter_(painter), changed_(std::move(changed)) {
+  open();
+}
+
+LayerBackground::~LayerBackground() { close(); }
+
+void LayerBackground::open() {
+  canvas_.emplace(globals_, WaylandCanvas::Handlers{[this] { painter_.paint(); }, [this] { changed_(); }});
+  auto* surface = canvas_->surface();
+  layer_.reset(zwlr_layer_shell_v1_get_layer_surface(globals_.layerShell.get(), surface, output_.handle(),
+                                                     ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND, "wallpaper"));
+  zwlr_layer_surface_v1_add_listener(layer_.get(), &kListener, this);
+  zwlr_layer_surface_v1_set_anchor(layer_.get(), kAllEdges);
+  zwlr_layer_surface_v1_set_exclusive_zone(layer_.get(), kUnderPanels);
+  // Clicks on the wallpaper are for the desktop's own menus.
+  const WaylandHandle<wl_region> nowhere(wl_compositor_create_region(globals_.compositor.get()));
+  wl_surface_set_input_region(surface, nowhere.get());
+  wl_surface_commit(surface);
+}
+
+void LayerBackground::close() {
+  if (canvas_) {
+    painter_.remove(&*canvas_);
+  }
+  layer_.reset();
+  canvas_.reset();
+}
+
+void LayerBackground::configured(std::uint32_t serial, int width, int height) {
+  zwlr_layer_surface_v1_ack_configure(layer_.get(), serial);
+  reopenDelay_ = {};
+  scale_ = output_.scale();
+  const bool first = !canvas_->isConfigured();
+  canvas_->resize(width, height, scale_);
+  if (first) {
+    painter_.add(&*canvas_);
+  }
+  painter_.repaint(*canvas_);
+}
+
+void LayerBackground::outputChanged() {
+  if (canvas_ && canvas_->isConfigured() && scale_ != output_.scale()) {
+    scale_ = output_.scale();
+    const auto size = canvas_->size();
+    canvas_->resize(static_cast<int>(size.width), static_cast<int>(size.height), scale_);
+    painter_.repaint(*canvas_);
+  }
+}
+
+void LayerBackground::closedByCompositor() {
+  reopenDelay_ = std::clamp(reopenDelay_ * 2, kFirstReopenDelay, kLongestReopenDelay);
+  reopening_ = EventSource::onTimeout(reopenDelay_, [this] {
+    close();
+    open();
+  });
+}
+
+}  // namespace nivlo

@@ -1,0 +1,52 @@
+#include "host/surfaces/wayland/ShmPictures.hpp"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace nivlo {
+
+std::shared_ptr<ShmPictures> ShmPictures::make(wl_shm* shm, PictureSize size) {
+  const auto bytes = std::size_t{4} * size.width * size.height * kCount;
+  const int descriptor = memfd_create("nivlo pictures", MFD_CLOEXEC | MFD_ALLOW_SEALING);
+  if (descriptor < 0) {
+    return nullptr;
+  }
+  std::shared_ptr<ShmPictures> pictures;
+  if (bytes <= INT32_MAX && ftruncate(descriptor, static_cast<off_t>(bytes)) == 0) {
+    // A compositor need not fear that the memory shrinks under it.
+    fcntl(descriptor, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL);
+    void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+    if (memory != MAP_FAILED) {
+      pictures.reset(new ShmPictures(size, memory,
+                                     wl_shm_create_pool(shm, descriptor, static_cast<std::int32_t>(bytes))));
+    }
+  }
+  close(descriptor);
+  return pictures;
+}
+
+ShmPictures::~ShmPictures() { munmap(memory_, pictureBytes() * kCount); }
+
+PixelsView ShmPictures::pixels(int index) const {
+  return {static_cast<std::uint8_t*>(memory_) + index * pictureBytes(), size_.width, size_.height,
+          4 * size_.width};
+}
+
+std::optional<int> ShmPictures::free() const {
+  const auto found = std::find(holders_.begin(), holders_.end(), 0);
+  return found != holders_.end() ? std::optional(static_cast<int>(found - holders_.begin())) : std::nullopt;
+}
+
+WaylandHandle<wl_buffer> ShmPictures::makeBuffer(int index, PixelRect part) const {
+  const auto picture = pixels(index);
+  const auto offset = picture.at(part.left, part.top) - static_cast<std::uint8_t*>(memory_);
+  return WaylandHandle<wl_buffer>(wl_shm_pool_create_buffer(pool_.get(), static_cast<std::int32_t>(offset),
+                                                            part.width, part.height, picture.stride,
+                                                            WL_SHM_FORMAT_XRGB8888));
+}
+
+}  // namespace nivlo

@@ -1,0 +1,121 @@
+#include "host/surfaces/wayland/WaylandDesktop.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace nivlo {
+
+namespace {
+
+std::vector<std::string> namesOf(const WaylandConnection& connection) {
+  std::vector<std::string> names;
+  for (const auto& output : connection.outputs()) {
+    names.push_back(output->name().empty() ? "(one without a name)" : output->name());
+  }
+  return names;
+}
+
+}  // namespace
+
+std::unique_ptr<Surface> WaylandDesktop::open(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                              std::string* error) {
+  auto connection = WaylandConnection::open(error);
+  if (!connection) {
+    return nullptr;
+  }
+  if (!connection->globals().layerShell) {
+    *error =
+        "this Wayland compositor has no layer shell (zwlr_layer_shell_v1), which a desktop background needs; "
+        "--surface window shows the wallpaper in a window";
+    return nullptr;
+  }
+  std::unique_ptr<WaylandDesktop> desktop(
+      new WaylandDesktop(std::move(connection), options, std::move(handlers)));
+  if (desktop->backgrounds_.empty() && !options.output.empty()) {
+    *error = fmt::format("there is no output {}; there are: {}", options.output,
+                         fmt::join(namesOf(*desktop->connection_), ", "));
+    return nullptr;
+  }
+  return desktop;
+}
+
+WaylandDesktop::WaylandDesktop(std::unique_ptr<WaylandConnection> connection, const SurfaceOptions& options,
+                               SurfaceHandlers handlers)
+    : options_(options),
+      handlers_(std::move(handlers)),
+      connection_(std::move(connection)),
+      painter_(connection_->globals(), [this] { handlers_.drawn(); }),
+      toplevels_(connection_->globals().toplevels.get(), [this] { updateVisible(); }) {
+  followOutputs();
+}
+
+WaylandDesktop::~WaylandDesktop() = default;
+
+CGSize WaylandDesktop::size() const {
+  const auto size = backgrounds_.empty() ? CGSize() : backgrounds_.front()->output().size();
+  return size.width > 0 && size.height > 0
+             ? size
+             : CGSize{static_cast<double>(options_.width), static_cast<double>(options_.height)};
+}
+
+void WaylandDesktop::show(LaidOutView view) {
+  painter_.show(std::move(view));
+  connection_->start({.outputsChanged =
+                          [this] {
+                            followOutputs();
+                            updateVisible();
+                          },
+                      .lost = handlers_.lost});
+}
+
+bool WaylandDesktop::isWanted(const WaylandOutput& output) const {
+  return options_.output.empty() || output.name() == options_.output;
+}
+
+void WaylandDesktop::followOutputs() {
+  const auto& outputs = connection_->outputs();
+  std::erase_if(backgrounds_, [&](const auto& background) {
+    return std::none_of(outputs.begin(), outputs.end(),
+                        [&](const auto& output) { return output.get() == &background->output(); });
+  });
+  for (const auto& output : outputs) {
+    const auto known = std::find_if(backgrounds_.begin(), backgrounds_.end(), [&](const auto& background) {
+      return &background->output() == output.get();
+    });
+    if (known != backgrounds_.end()) {
+      (*known)->outputChanged();
+    } else if (isWanted(*output)) {
+      backgrounds_.push_back(std::make_unique<LayerBackground>(connection_->globals(), *output, painter_,
+                                                               [this] { updateVisible(); }));
+    }
+  }
+}
+
+void WaylandDesktop::updateVisible() {
+  const bool visible = std::any_of(backgrounds_.begin(), backgrounds_.end(),
+                                   [this](const auto& background) { return !isHidden(*background); });
+  if (visible != std::exchange(visible_, visible)) {
+    handlers_.visible(visible);
+  }
+}
+
+/// A compositor that asks for no pictures says that nothing is seen, but not why: where some windows do not
+/// count, it counts only if none of those can be the reason.
+bool WaylandDesktop::isHidden(const LayerBackground& background) const {
+  const auto cover = toplevels_.coverOf(background.output().handle());
+  const bool starved = background.isStarved();
+  switch (options_.pause) {
+    case PausePolicy::Covered:
+      return starved || cover == Cover::Maximized || cover == Cover::Fullscreen;
+    case PausePolicy::Fullscreen:
+      return cover == Cover::Fullscreen || (starved && (cover == Cover::Nothing || cover == Cover::Unknown));
+    case PausePolicy::Never:
+      return starved && cover == Cover::Nothing;
+  }
+  return false;
+}
+
+}  // namespace nivlo

@@ -1,0 +1,43 @@
+// The desktop background on a Wayland compositor.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/surfaces/Surface.hpp"
+#include "host/surfaces/wayland/LayerBackground.hpp"
+#include "host/surfaces/wayland/WaylandPainter.hpp"
+#include "host/surfaces/wayland/WaylandToplevels.hpp"
+
+namespace nivlo {
+
+/// A background for every output, or for the one that is named; outputs may come and go.
+class WaylandDesktop : public Surface {
+ public:
+  static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                       std::string* error);
+  ~WaylandDesktop() override;
+
+  std::string name() const override { return "the desktop (Wayland)"; }
+  CGSize size() const override;
+  void show(LaidOutView view) override;
+
+ private:
+  WaylandDesktop(std::unique_ptr<WaylandConnection> connection, const SurfaceOptions& options,
+                 SurfaceHandlers handlers);
+  bool isWanted(const WaylandOutput& output) const;
+  void followOutputs();
+  void updateVisible();
+  bool isHidden(const LayerBackground& background) const;
+
+  SurfaceOptions options_;
+  SurfaceHandlers handlers_;
+  std::unique_ptr<WaylandConnection> connection_;
+  WaylandPainter painter_;
+  WaylandToplevels toplevels_;
+  std::vector<std::unique_ptr<LayerBackground>> backgrounds_;
+  bool visible_ = true;
+};
+
+}  // namespace nivlo

@@ -1,0 +1,52 @@
+// The windows of other programs, as far as they hide a wallpaper.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "host/surfaces/wayland/WaylandHandles.hpp"
+
+namespace nivlo {
+
+/// What lies over an output's wallpaper.
+enum class Cover {
+  Unknown,     ///< the compositor does not tell
+  Nothing,     ///< no window
+  Windows,     ///< windows that leave some of it free, as far as their state tells
+  Maximized,   ///< a maximised window
+  Fullscreen,  ///< a fullscreen window
+};
+
+/// Follows every window through the compositor's window list. The list knows neither workspaces nor stacking,
+/// so an output counts as covered by the window that was active there last, or one that it belongs to, and
+/// only while any window is active: on an empty workspace none is. Main thread only.
+class WaylandToplevels {
+ public:
+  /// `manager` may be null. `changed` is called when any answer may have changed.
+  WaylandToplevels(zwlr_foreign_toplevel_manager_v1* manager, std::function<void()> changed);
+  ~WaylandToplevels();
+  WaylandToplevels(const WaylandToplevels&) = delete;
+  WaylandToplevels& operator=(const WaylandToplevels&) = delete;
+
+  Cover coverOf(wl_output* output) const;
+
+ private:
+  struct Toplevel;
+  static const zwlr_foreign_toplevel_manager_v1_listener kManagerListener;
+  static const zwlr_foreign_toplevel_handle_v1_listener kToplevelListener;
+
+  void add(zwlr_foreign_toplevel_handle_v1* handle);
+  void apply(Toplevel& toplevel);
+  void remove(const Toplevel& toplevel);
+  const Toplevel* find(const zwlr_foreign_toplevel_handle_v1* handle) const;
+  Cover coverBy(const Toplevel& toplevel) const;
+
+  bool known_;
+  std::function<void()> changed_;
+  std::vector<std::unique_ptr<Toplevel>> toplevels_;
+  unsigned activations_ = 0;
+};
+
+}  // namespace nivlo
