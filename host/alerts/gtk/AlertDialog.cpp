@@ -1,0 +1,128 @@
+#include "host/alerts/gtk/AlertDialog.hpp"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "host/alerts/gtk/ForeignText.hpp"
+#include "host/text/VisibleText.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr int kLineLength = 48;  // characters
+// Pixels.
+constexpr int kWidestMessage = 440;
+constexpr int kTallestMessage = 360;
+// What a dialog has around its message, with room for a title of two lines and for buttons under each other.
+constexpr int kFrameWidth = 80;
+constexpr int kFrameHeight = 280;
+
+struct Size {
+  int width;
+  int height;
+};
+
+/// The largest message that leaves the buttons in reach on every screen, as it is the desktop that chooses
+/// one.
+Size largestMessage() {
+  Size size{kWidestMessage, kTallestMessage};
+  auto* monitors = gdk_display_get_monitors(gdk_display_get_default());
+  for (guint i = 0; i < g_list_model_get_n_items(monitors); ++i) {
+    const Owned<GdkMonitor, g_object_unref> monitor(
+        static_cast<GdkMonitor*>(g_list_model_get_item(monitors, i)));
+    GdkRectangle place;
+    gdk_monitor_get_geometry(monitor.get(), &place);
+    size.width = std::min(size.width, place.width - kFrameWidth);
+    size.height = std::min(size.height, place.height - kFrameHeight);
+  }
+  return {std::max(size.width, 1), std::max(size.height, 1)};
+}
+
+/// A button's text, in which an underscore would mark the next letter as a shortcut.
+std::string buttonLabel(const std::string& text) {
+  std::string label;
+  for (const char c : visibleText(text)) {
+    label += c == '_' ? "__" : std::string(1, c);
+  }
+  return label;
+}
+
+GtkWidget* messageLabel(const std::string& message) {
+  const auto [text, attributes] = foreignText(message);
+  auto* label = gtk_label_new(text.c_str());
+  gtk_label_set_attributes(GTK_LABEL(label), attributes.get());
+  gtk_label_set_wrap(GTK_LABEL(label), TRUE);
+  gtk_label_set_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);
+  gtk_label_set_max_width_chars(GTK_LABEL(label), kLineLength);
+  gtk_label_set_xalign(GTK_LABEL(label), 0);
+  return label;
+}
+
+/// Gives the scrolled label the size of its text, as far as that fits; the dialog takes as little room as it
+/// is asked for.
+void fit(GtkWidget* scroller, GtkWidget* label) {
+  const auto largest = largestMessage();
+  int width = 0;
+  gtk_widget_measure(label, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, &width, nullptr, nullptr);
+  width = std::min(width, largest.width);
+  int height = 0;
+  gtk_widget_measure(label, GTK_ORIENTATION_VERTICAL, width, nullptr, &height, nullptr, nullptr);
+  gtk_widget_set_size_request(scroller, width, std::min(height, largest.height));
+}
+
+void addMessage(AdwMessageDialog* window, const std::string& message) {
+  auto* label = messageLabel(message);
+  auto* scroller = gtk_scrolled_window_new();
+  gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scroller), label);
+  gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
+  // Always in view, so that nobody takes a part of the text for all of it.
+  gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(scroller), FALSE);
+  // The keys that scroll work at once, and those that press a button do not: a dialog comes unasked, while
+  // somebody may be typing.
+  gtk_widget_set_focusable(scroller, TRUE);
+  adw_message_dialog_set_extra_child(window, scroller);
+  fit(scroller, label);
+}
+
+}  // namespace
+
+AlertDialog::AlertDialog(const AlertContent& content, Answered answered)
+    : window_(ADW_MESSAGE_DIALOG(
+          g_object_ref_sink(adw_message_dialog_new(nullptr, visibleText(content.title).c_str(), nullptr)))),
+      answered_(std::move(answered)),
+      disabledButtonIndex_(content.disabledButtonIndex) {
+  addMessage(window_.get(), content.message);
+  const auto last = static_cast<long>(content.buttons.size()) - 1;
+  for (long i = 0; i <= last; ++i) {
+    const auto response = std::to_string(i);
+    adw_message_dialog_add_response(window_.get(), response.c_str(), buttonLabel(content.buttons[i]).c_str());
+    adw_message_dialog_set_response_enabled(window_.get(), response.c_str(), i != disabledButtonIndex_);
+  }
+  const auto closing = content.cancelButtonIndex >= 0 ? content.cancelButtonIndex : last;
+  adw_message_dialog_set_close_response(window_.get(), std::to_string(closing).c_str());
+  g_signal_connect(window_.get(), "response", G_CALLBACK(respond), this);
+  gtk_window_set_title(GTK_WINDOW(window_.get()), g_get_application_name());
+  gtk_window_set_modal(GTK_WINDOW(window_.get()), TRUE);
+  gtk_window_present(GTK_WINDOW(window_.get()));
+}
+
+AlertDialog::~AlertDialog() {
+  g_signal_handlers_disconnect_by_data(window_.get(), this);
+  if (onScreen_) {
+    gtk_window_destroy(GTK_WINDOW(window_.get()));
+  }
+}
+
+void AlertDialog::respond(AdwMessageDialog*, const char* response, gpointer self) {
+  auto& dialog = *static_cast<AlertDialog*>(self);
+  // The window closes itself behind its response.
+  dialog.onScreen_ = false;
+  const auto index = std::stol(response);
+  const bool pressed = index >= 0 && index != dialog.disabledButtonIndex_;
+  const auto answered = std::move(dialog.answered_);
+  answered(pressed ? std::optional(index) : std::nullopt);
+}
+
+}  // namespace nivlo

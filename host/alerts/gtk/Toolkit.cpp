@@ -1,0 +1,35 @@
+#include "host/alerts/gtk/Toolkit.hpp"
+
+#include <adwaita.h>
+
+#include "platform/Foundation/NSLog.hpp"
+
+namespace nivlo {
+
+namespace {
+
+bool start() {
+  // The program name becomes the application id by which taskbars find the desktop entry.
+  g_set_prgname("nivlo");
+  g_set_application_name("Nivlo");
+  // The locale belongs to the whole program and must not change in the middle of its life.
+  gtk_disable_setlocale();
+  if (!gtk_init_check()) {
+    NSLog(
+        "dialogs: no Wayland or X11 display answers, so dialogs and copies go to the terminal; start Nivlo "
+        "from "
+        "within the desktop session to get windows");
+    return false;
+  }
+  adw_init();
+  return true;
+}
+
+}  // namespace
+
+bool startToolkit() {
+  static const bool started = start();
+  return started;
+}
+
+}  // namespace nivlo

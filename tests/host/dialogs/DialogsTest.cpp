@@ -1,0 +1,130 @@
+// What a person does with dialogs, on a desktop of the test's own.
+#include <fstream>
+
+#include <gmock/gmock.h>
+#include <linux/input-event-codes.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/desktop/VirtualInput.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using namespace std::string_literals;
+using testing::Eq;
+
+/// Markup, a line made to look like another message, a right-to-left override, an escape sequence, invisible
+/// characters, a tag, a byte that is not UTF-8, and NUL; after it so much text that no screen holds it.
+std::string hostileText() {
+  auto text =
+      "<b>bold</b> &amp; https://bank.example@evil.example:80/ \u202emoc.knab\u202c\nGet a Barcode with "
+      "content: ok"
+      "\r\n\u2028two\x1b[31m zero\u200bwidth \U000e0041 \xff and NUL"s +
+      '\0' + "behind it\n";
+  while (text.size() < 4096) {
+    text += "averylongwordwithoutanyplacetobreakit";
+  }
+  return text;
+}
+
+class DialogsTest : public testing::Test {
+ protected:
+  explicit DialogsTest(DesktopSize screen = {1280, 720}) : sway_(bus_, {screen}) {}
+
+  void show(const std::string& title, const std::string& text, const std::string& indices = "0 -1") {
+    const auto file = directory_.path() / title;
+    auto earlier = focused();
+    std::ofstream(file, std::ios::binary) << text;
+    ASSERT_TRUE(program_.write("show " + title + ' ' + indices + ' ' + file.string() + '\n'));
+    ASSERT_TRUE(program_.waitForLine(title + " appeared")) << program_.output();
+    ASSERT_TRUE(waitFor([&] { return focused().contains("id") && focused()["id"] != earlier["id"]; }));
+  }
+
+  /// The focused window, null when there is none.
+  nlohmann::json focused() const { return find(nlohmann::json::parse(sway_.query("get_tree"))); }
+
+  static nlohmann::json find(const nlohmann::json& node) {
+    if (node["focused"] && node.contains("pid")) {
+      return node;
+    }
+    for (const auto* children : {"nodes", "floating_nodes"}) {
+      for (const auto& child : node[children]) {
+        if (auto found = find(child); !found.is_null()) {
+          return found;
+        }
+      }
+    }
+    return {};
+  }
+
+  /// The buttons share the lowest line of a dialog.
+  void clickSecondButton() {
+    const auto place = focused()["rect"];
+    const auto at = [&](const char* key) { return place[key].get<int>(); };
+    input_.click(at("x") + at("width") * 3 / 4, at("y") + at("height") - 20);
+  }
+
+  bool told(const std::string& line) { return program_.waitForLine(line).has_value(); }
+
+  const TemporaryDirectory directory_;
+  PrivateBus bus_;
+  HeadlessSway sway_;
+  VirtualInput input_{sway_};
+  ChildProcess program_{{NIVLO_TEST_DIALOGS}, sway_.environment()};
+};
+
+TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextAndTheOlderDialogWaits) {
+  const auto text = hostileText();
+  show("older", "Get an URL link: https://bank.example@evil.example/login?next=https://bank.example");
+  sway_.screenshot("HEADLESS-1", "dialog-link");
+  EXPECT_EQ(focused()["app_id"], "nivlo") << "the name of the desktop entry";
+  show("newer", text);
+  sway_.screenshot("HEADLESS-1", "dialog-hostile");
+  clickSecondButton();
+  ASSERT_TRUE(told("newer tapped Copy")) << program_.output();
+  ASSERT_TRUE(told("newer gone"));
+  ChildProcess paste({"sh", "-c", "wl-paste --no-newline > \"$0\"", directory_.path() / "pasted"},
+                     sway_.environment());
+  ASSERT_THAT(paste.waitForExit(), Eq(0)) << paste.output();
+  std::ifstream pasted(directory_.path() / "pasted", std::ios::binary);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(pasted), {}), text);
+  EXPECT_THAT(program_.output(), testing::Not(testing::HasSubstr("older tapped")));
+}
+
+TEST_F(DialogsTest, EscapePressesTheCancelButtonAndTheEndOfTheProgramCancelsTheNewestFirst) {
+  show("first", "one");
+  const auto first = focused()["id"].dump();
+  show("second", "two", "1 -1");
+  sway_.message("[con_id=" + first + "] focus");
+  input_.key(KEY_ESC);
+  EXPECT_TRUE(told("second tapped Copy")) << "its cancel button";
+  show("third", "three", "-1 1");
+  input_.key(KEY_ENTER);
+  input_.key(KEY_ESC);
+  EXPECT_TRUE(told("third cancelled")) << "the last button is not available";
+  show("fourth", "four");
+  program_.write("cancel-all\n");
+  for (const auto* line : {"fourth cancelled", "fourth gone", "first cancelled", "first gone"}) {
+    EXPECT_TRUE(told(line)) << program_.output();
+  }
+}
+
+class PhoneDialogsTest : public DialogsTest {
+ protected:
+  PhoneDialogsTest() : DialogsTest({360, 640}) {}
+};
+
+TEST_F(PhoneDialogsTest, KeepsTheButtonsOfALongTextInReach) {
+  show("long", hostileText());
+  sway_.screenshot("HEADLESS-1", "dialog-phone");
+  const auto window = focused()["rect"];
+  EXPECT_GE(window["y"], 0);
+  EXPECT_LE(window["width"], 360);
+  clickSecondButton();
+  EXPECT_TRUE(told("long tapped Copy")) << program_.output();
+}
+
+}  // namespace
+
+}  // namespace nivlo::test

@@ -1,0 +1,79 @@
+// nivlo-test-dialogs: shows alerts and tells what becomes of them. Commands on standard input:
+//   show TITLE CANCEL DISABLED FILE   an alert with the file's content and the buttons Cancel and Copy, of
+//   which
+//                                     the second copies the content; CANCEL and DISABLED are indices
+//   cancel-all                        as at the end of the program
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+
+#include <unistd.h>
+
+#include "host/alerts/TerminalAlerts.hpp"
+#include "host/alerts/TerminalPasteboard.hpp"
+#include "host/alerts/gtk/GtkAlerts.hpp"
+#include "host/alerts/gtk/GtkPasteboard.hpp"
+#include "host/loop/EventSource.hpp"
+#include "host/loop/MainLoop.hpp"
+#include "platform/drivers/Drivers.hpp"
+
+namespace nivlo {
+namespace {
+
+AlertCallbacks tell(const std::string& title, const std::string& message) {
+  const auto say = [title](const char* event) { std::cout << title << ' ' << event << std::endl; };
+  return {.appeared = [say] { say("appeared"); },
+          .tapped =
+              [say, message](long button) {
+                if (button == 1) {
+                  drivers().pasteboard->setString(message);
+                }
+                say(button == 1 ? "tapped Copy" : "tapped Cancel");
+              },
+          .cancelled = [say] { say("cancelled"); },
+          .gone = [say] { say("gone"); }};
+}
+
+void obey(const std::string& line) {
+  std::istringstream words(line);
+  std::string command, name, file;
+  AlertContent content;
+  words >> command >> name >> content.cancelButtonIndex >> content.disabledButtonIndex >> file;
+  if (command == "show") {
+    std::ifstream stream(file, std::ios::binary);
+    content.title = name;
+    content.message.assign(std::istreambuf_iterator<char>(stream), {});
+    content.buttons = {"Cancel", "Copy"};
+    drivers().alerts->present(content, tell(name, content.message));
+  } else if (command == "cancel-all") {
+    drivers().alerts->cancelAll();
+  }
+}
+
+}  // namespace
+}  // namespace nivlo
+
+int main() {
+  using namespace nivlo;
+  Drivers machine;
+  machine.mainQueue = MainLoop::makeMainQueue();
+  machine.alerts = makeGtkAlerts(makeTerminalAlerts(std::cout, STDIN_FILENO));
+  machine.pasteboard = makeGtkPasteboard(makeTerminalPasteboard(std::cout));
+  installDrivers(std::move(machine));
+  MainLoop loop;
+  const auto input = EventSource::onReadable(STDIN_FILENO, [&loop] {
+    char bytes[4096];
+    const auto count = read(STDIN_FILENO, bytes, sizeof bytes);
+    if (count <= 0) {
+      loop.quit();
+      return;
+    }
+    std::istringstream lines(std::string(bytes, static_cast<std::size_t>(count)));
+    for (std::string line; std::getline(lines, line);) {
+      obey(line);
+    }
+  });
+  loop.run();
+  installDrivers({});
+}
