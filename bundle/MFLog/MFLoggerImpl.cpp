@@ -230,7 +230,8 @@ void MFLoggerImpl::rollFile() {
   removeBackLogFile();
   std::filesystem::rename(logFilePath_, logFileDirectory_ / "log.txt.bak", ignored);
   // Emptied, where it could not be moved: the log must not grow without bound.
-  std::ofstream(logFilePath_, std::ios::binary | std::ios::trunc);
+  std::ofstream emptied(logFilePath_, std::ios::binary | std::ios::trunc);
+  emptied.close();
   openFile();
 }
 

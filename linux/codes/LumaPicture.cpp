@@ -74,8 +74,8 @@ void LumaBuffer::copyFrom(const LumaPicture& picture) {
 
 void LumaBuffer::fill(const Quad& quad, std::uint8_t value) {
   for (int y = 0; y < height_; ++y) {
-    double left = INFINITY;
-    double right = -INFINITY;
+    double left = HUGE_VAL;
+    double right = -HUGE_VAL;
     for (int i = 0; i < 4; ++i) {
       const CGPoint& a = quad[i];
       const CGPoint& b = quad[(i + 1) % 4];

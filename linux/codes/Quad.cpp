@@ -9,8 +9,8 @@ namespace nivlo {
 namespace {
 
 std::pair<double, double> projection(const Quad& quad, CGPoint axis) {
-  double low = INFINITY;
-  double high = -INFINITY;
+  double low = HUGE_VAL;
+  double high = -HUGE_VAL;
   for (const CGPoint& corner : quad) {
     const double position = corner.x * axis.x + corner.y * axis.y;
     low = std::min(low, position);

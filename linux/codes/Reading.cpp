@@ -32,10 +32,11 @@ std::vector<Reading> withoutDuplicates(std::vector<Reading> readings) {
   for (Reading& reading : readings) {
     const auto known = std::find_if(result.begin(), result.end(),
                                     [&](const Reading& other) { return sameCode(other, reading); });
-    if (known == result.end())
+    if (known == result.end()) {
       result.push_back(std::move(reading));
-    else if (reading.scanLines > known->scanLines)
+    } else if (reading.scanLines > known->scanLines) {
       *known = std::move(reading);
+    }
   }
   const std::vector<Reading> all = result;
   std::erase_if(result, [&](const Reading& reading) {

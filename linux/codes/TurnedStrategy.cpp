@@ -20,8 +20,8 @@ constexpr double kFixedPointOne = 1 << kFixedPointBits;
 std::uint8_t interpolated(const LumaPicture& picture, std::int64_t x, std::int64_t y) {
   const std::uint8_t* upper = picture.row(static_cast<int>(y >> kFixedPointBits)) + (x >> kFixedPointBits);
   const std::uint8_t* lower = upper + picture.stride;
-  const int right = (x >> (kFixedPointBits - 8)) & 0xff;
-  const int down = (y >> (kFixedPointBits - 8)) & 0xff;
+  const int right = static_cast<int>(x >> (kFixedPointBits - 8)) & 0xff;
+  const int down = static_cast<int>(y >> (kFixedPointBits - 8)) & 0xff;
   const int above = upper[0] * (256 - right) + upper[1] * right;
   const int below = lower[0] * (256 - right) + lower[1] * right;
   return static_cast<std::uint8_t>((above * (256 - down) + below * down) >> 16);

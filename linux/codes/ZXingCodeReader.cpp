@@ -41,9 +41,10 @@ std::vector<DecodedCode> ZXingCodeReader::look(const VideoFrame& frame) {
                        {reading.outline.begin(), reading.outline.end()}});
     }
   } catch (const std::exception& error) {
-    if (!troubleReported_)
+    if (!troubleReported_) {
       NSLog("Code reader: a picture of %d x %d could not be read (%@). Later pictures are read all the same.",
             frame.width, frame.height, std::string(error.what()));
+    }
     troubleReported_ = true;
     codes.clear();
   }

@@ -43,7 +43,7 @@ void CMMotionManager::startAccelerometerUpdatesToQueue(std::shared_ptr<NSOperati
           const auto data = reading.acceleration
                                 ? std::make_optional<CMAccelerometerData>(*reading.acceleration)
                                 : std::nullopt;
-          const auto error = reading.error ? std::make_optional<NSError>(*reading.error) : std::nullopt;
+          const auto error = reading.error ? std::make_optional(NSError{*reading.error}) : std::nullopt;
           (*shared)(data ? &*data : nullptr, error ? &*error : nullptr);
         });
       });

@@ -11,7 +11,10 @@ namespace {
 /// The delegate, or one with the interface's own answers where there is none.
 std::shared_ptr<UIAlertViewDelegate> orNobody(std::shared_ptr<UIAlertViewDelegate> delegate) {
   static const auto nobody = std::make_shared<UIAlertViewDelegate>();
-  return delegate ? std::move(delegate) : nobody;
+  if (!delegate) {
+    delegate = nobody;
+  }
+  return delegate;
 }
 
 }  // namespace
