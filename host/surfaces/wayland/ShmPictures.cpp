@@ -9,8 +9,19 @@
 
 namespace nivlo {
 
+namespace {
+
+/// A row more than the pictures have: compositors want all of a buffer's rows to be whole, also those of a
+/// part that ends with the last picture.
+std::size_t bytesOf(PictureSize size) {
+  const auto row = std::size_t{4} * size.width;
+  return row * size.height * ShmPictures::kCount + row;
+}
+
+}  // namespace
+
 std::shared_ptr<ShmPictures> ShmPictures::make(wl_shm* shm, PictureSize size) {
-  const auto bytes = std::size_t{4} * size.width * size.height * kCount;
+  const auto bytes = bytesOf(size);
   const int descriptor = memfd_create("nivlo pictures", MFD_CLOEXEC | MFD_ALLOW_SEALING);
   if (descriptor < 0) {
     return nullptr;
@@ -29,7 +40,7 @@ std::shared_ptr<ShmPictures> ShmPictures::make(wl_shm* shm, PictureSize size) {
   return pictures;
 }
 
-ShmPictures::~ShmPictures() { munmap(memory_, pictureBytes() * kCount); }
+ShmPictures::~ShmPictures() { munmap(memory_, bytesOf(size_)); }
 
 PixelsView ShmPictures::pixels(int index) const {
   return {static_cast<std::uint8_t*>(memory_) + index * pictureBytes(), size_.width, size_.height,

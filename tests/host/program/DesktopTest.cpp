@@ -1,0 +1,139 @@
+// The wallpaper as the background of a headless desktop, on a real PipeWire camera.
+#include <gmock/gmock.h>
+
+#include "tests/host/program/Nivlo.hpp"
+#include "tests/support/PrivatePipeWire.hpp"
+#include "tests/support/VirtualCamera.hpp"
+#include "tests/support/desktop/ForeignWindow.hpp"
+#include "tests/support/desktop/HeadlessSway.hpp"
+#include "tests/support/desktop/HeadlessWeston.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using testing::Eq;
+using testing::HasSubstr;
+
+constexpr Picture::Color kRed{255, 0, 0};
+constexpr Picture::Color kGreen{0, 255, 0};
+constexpr Picture::Color kBlue{0, 0, 255};
+constexpr Picture::Color kWhite{255, 255, 255};
+
+bool isWithin(Picture::Color color, Picture::Color expected, int tolerance) {
+  for (std::size_t i = 0; i < 3; ++i) {
+    if (std::abs(color[i] - expected[i]) > tolerance) {
+      return false;
+    }
+  }
+  return true;
+}
+
+/// Whether a picture's four quarters have these colours, right up to the middle.
+bool hasQuarters(const Picture& picture, const std::array<Picture::Color, 4>& colors) {
+  const int middleX = picture.width / 2;
+  const int middleY = picture.height / 2;
+  constexpr int kBlur = 8;  // of an enlarged edge
+  for (const auto& [x, y, color] : {std::tuple(0, 0, colors[0]),
+                                    {middleX - kBlur, middleY - kBlur, colors[0]},
+                                    {picture.width - 1, 0, colors[1]},
+                                    {middleX + kBlur, middleY - kBlur, colors[1]},
+                                    {0, picture.height - 1, colors[2]},
+                                    {middleX - kBlur, middleY + kBlur, colors[2]},
+                                    {picture.width - 1, picture.height - 1, colors[3]},
+                                    {middleX + kBlur, middleY + kBlur, colors[3]}}) {
+    if (!isWithin(picture.at(x, y), color, 3)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+class DesktopTest : public testing::Test {
+ protected:
+  bool shows(const std::string& output, const std::array<Picture::Color, 4>& quarters,
+             const std::string& name) {
+    return waitFor([&] { return hasQuarters(sway_->screenshot(output, name), quarters); });
+  }
+
+  Environment environment() const { return merged(pipeWire_.environment(), sway_->environment()); }
+
+  void cover(const std::string& output) {
+    sway_->message("focus output " + output);
+    windows_.push_back(std::make_unique<ForeignWindow>(environment()));
+    sway_->message("fullscreen enable");
+  }
+
+  TemporaryDirectory directory_;
+  PrivateBus bus_;
+  PrivatePipeWire pipeWire_{bus_};
+  std::optional<HeadlessSway> sway_{std::in_place, bus_, std::vector<DesktopSize>{{1920, 1080}, {600, 800}}};
+  std::vector<std::unique_ptr<ForeignWindow>> windows_;
+};
+
+VirtualCameraOptions camera(const std::string& location, const std::vector<std::string>& more) {
+  VirtualCameraOptions options{"cam-" + location, {"--location", location}};
+  options.arguments.insert(options.arguments.end(), more.begin(), more.end());
+  return options;
+}
+
+TEST_F(DesktopTest, FillsEveryOutputWithTheCamerasColoursAndFollowsTheOutputs) {
+  VirtualCamera back(environment(), camera("back", {"--format", "NV12", "--size", "1280x720", "--matrix",
+                                                    "709", "--range", "limited"}));
+  VirtualCamera front(environment(), camera("front", {"--format", "YUY2", "--size", "640x480"}));
+  const std::array straight{kRed, kGreen, kBlue, kWhite};
+  {
+    Nivlo program({"--preset", "3"}, environment());
+    EXPECT_TRUE(shows("HEADLESS-1", straight, "back-wide"));
+    EXPECT_TRUE(shows("HEADLESS-2", straight, "back-tall"));
+    sway_->message("create_output");
+    EXPECT_TRUE(shows("HEADLESS-3", straight, "back-added"));
+    sway_->message("output HEADLESS-2 resolution 1024x600");
+    EXPECT_TRUE(shows("HEADLESS-2", straight, "back-resized"));
+    sway_->message("output HEADLESS-1 scale 1.5");
+    EXPECT_TRUE(shows("HEADLESS-1", straight, "back-scaled"));
+    for (const std::string change : {"disable", "enable"}) {
+      sway_->message("output HEADLESS-1 " + change);
+    }
+    EXPECT_TRUE(shows("HEADLESS-1", straight, "back-again"));
+    EXPECT_THAT(program.terminate(), Eq(0)) << program.output();
+    EXPECT_TRUE(back.waitForPaused());
+  }
+  Nivlo program({"--preset", "4", "--output", "HEADLESS-2"}, environment());
+  EXPECT_TRUE(shows("HEADLESS-2", {kGreen, kRed, kWhite, kBlue}, "front"));
+  EXPECT_FALSE(isWithin(sway_->screenshot("HEADLESS-1", "other").at(0, 0), kGreen, 60))
+      << "the other output was not chosen";
+}
+
+TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
+  VirtualCamera back(environment(), camera("back", {}));
+  Nivlo program({"--preset", "3"}, environment());
+  ASSERT_TRUE(back.waitForStreaming());
+  cover("HEADLESS-1");
+  EXPECT_FALSE(back.waitForPaused(std::chrono::milliseconds(1500))) << "the other output shows it";
+  cover("HEADLESS-2");
+  EXPECT_TRUE(back.waitForPaused());
+  windows_.pop_back();
+  EXPECT_TRUE(back.waitForStreaming());
+  windows_.clear();
+  sway_->kill();
+  EXPECT_THAT(program.waitForExit(), Eq(1));
+  EXPECT_THAT(program.output(), HasSubstr("the Wayland compositor is gone"));
+  EXPECT_TRUE(back.waitForPaused());
+}
+
+TEST(WindowTest, WithoutTheLayerShellItSaysSoAndGoesOnAsAWindow) {
+  PrivateBus bus;
+  const HeadlessWeston weston(bus);
+  Nivlo program({"--source", "back=demo", "--qr", "off", "--frames", "3"},
+                merged(bus.environment(), weston.environment()));
+  EXPECT_THAT(program.waitForExit(), Eq(0));
+  EXPECT_THAT(program.output(),
+              testing::AllOf(HasSubstr("has no layer shell"), HasSubstr("a Wayland window")));
+  Nivlo refused({"--surface", "wayland"}, merged(bus.environment(), weston.environment()));
+  EXPECT_THAT(refused.waitForExit(), Eq(1));
+}
+
+}  // namespace
+
+}  // namespace nivlo::test
