@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "bundle/Barcode/Barcode.hpp"
-#include "tests/fakes/FakeMachine.hpp"
 
 namespace nivlo {
 namespace {
@@ -37,14 +36,6 @@ TEST(BarcodeRecord, IsNotMadeUpWhereThereIsNothingToShow) {
   EXPECT_FALSE(barcode({}));
   EXPECT_FALSE(barcode({{1, 1}}, std::nullopt));
   EXPECT_EQ(barcode({{1, 1}}, "")->getBarcodeData(), "");
-}
-
-TEST(BarcodeRecord, PrintsTheTypeOfItsObject) {
-  FakeMachine machine;
-  const auto record = barcode({{1, 1}});
-  record->setBarcodeType("another");
-  record->printBarcodeData();
-  EXPECT_EQ(machine.log.lines(), std::vector<std::string>{"Barcode of type: org.iso.QRCode and data: T"});
 }
 
 }  // namespace

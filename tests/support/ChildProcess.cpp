@@ -6,24 +6,23 @@
 #include <system_error>
 
 #include <fcntl.h>
-#include <poll.h>
 #include <signal.h>
-#include <sys/eventfd.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace nivlo::test {
 namespace {
 
-struct Pipe {
-  FileDescriptor readEnd, writeEnd;
-};
-
-Pipe makePipe() {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
-  return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+/// A file without a name, to whose end everybody writes.
+FileDescriptor makeCollector() {
+  FileDescriptor file(memfd_create("output", MFD_CLOEXEC));
+  if (fcntl(file.get(), F_SETFL, O_APPEND) != 0) {
+    throw std::system_error(errno, std::generic_category(), "memfd");
+  }
+  return file;
 }
 
 std::vector<std::string> environmentWith(const Environment& changes) {
@@ -68,64 +67,63 @@ ChildProcess::ChildProcess(std::vector<std::string> arguments, const Environment
   std::vector<std::string> environment = environmentWith(changes);
   const std::vector<char*> argumentPointers = pointersTo(arguments);
   const std::vector<char*> environmentPointers = pointersTo(environment);
-  Pipe input = makePipe();
-  Pipe output = makePipe();
-  Pipe error = makePipe();
-  stop_ = FileDescriptor(eventfd(0, EFD_CLOEXEC));
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
+  const FileDescriptor readEnd(ends[0]);
+  input_ = FileDescriptor(ends[1]);
 
   const pid_t self = getpid();
   pid_ = fork();
   if (pid_ < 0) throw std::system_error(errno, std::generic_category(), "fork");
   if (pid_ == 0) {
-    becomeProgram(self, input.readEnd.get(), output.writeEnd.get(), error.writeEnd.get(),
+    becomeProgram(self, readEnd.get(), output_.file.get(), error_.file.get(),
                   const_cast<char**>(argumentPointers.data()),
                   const_cast<char**>(environmentPointers.data()));
   }
   // Both sides set the group, so that it exists whichever of them comes first.
   setpgid(pid_, pid_);
-  input_ = std::move(input.writeEnd);
-  output_ = std::move(output.readEnd);
-  error_ = std::move(error.readEnd);
-  collector_ = std::thread([this] { collect(); });
 }
 
-ChildProcess::~ChildProcess() {
-  kill();
-  // A grandchild that left the group may still hold the pipes, so their end is not waited for.
-  eventfd_write(stop_.get(), 1);
-  collector_.join();
-}
+ChildProcess::~ChildProcess() { kill(); }
 
 std::optional<std::string> ChildProcess::waitForLine(std::string_view text,
                                                      std::chrono::milliseconds timeout) {
-  const auto deadline = std::chrono::steady_clock::now() + timeout;
-  std::unique_lock lock(mutex_);
-  for (;;) {
-    for (std::size_t i = searched_; i < lines_.size(); ++i) {
-      if (!lines_[i].complete || lines_[i].text.find(text) == std::string::npos) continue;
-      searched_ = i + 1;
-      return lines_[i].text;
-    }
-    if (closed_) return std::nullopt;
-    if (arrived_.wait_until(lock, deadline) == std::cv_status::timeout) return std::nullopt;
-  }
+  std::optional<std::string> line;
+  waitFor(
+      [&] {
+        // Asked before the search, which so sees the last words of a program that has ended.
+        const bool goesOn = isRunning();
+        line = output_.findLine(text);
+        if (!line) line = error_.findLine(text);
+        return line || !goesOn;
+      },
+      timeout);
+  return line;
 }
 
-std::string ChildProcess::output() const {
-  const std::lock_guard lock(mutex_);
-  std::string all;
-  for (const Line& line : lines_) all += line.complete ? line.text + "\n" : line.text;
+ChildProcess::Collected::Collected() : file(makeCollector()) {}
+
+std::string ChildProcess::Collected::text() const {
+  struct stat status {};
+  fstat(file.get(), &status);
+  std::string all(static_cast<std::size_t>(status.st_size), '\0');
+  all.resize(static_cast<std::size_t>(std::max<ssize_t>(pread(file.get(), all.data(), all.size(), 0), 0)));
   return all;
 }
 
-std::string ChildProcess::standardOutput() const {
-  const std::lock_guard lock(mutex_);
-  std::string all;
-  for (const Line& line : lines_) {
-    if (line.source == Source::Output) all += line.complete ? line.text + "\n" : line.text;
-  }
-  return all;
+std::optional<std::string> ChildProcess::Collected::findLine(std::string_view text) {
+  const std::string all = this->text();
+  const std::size_t found = all.find(text, searched);
+  const std::size_t end = found == std::string::npos ? found : all.find('\n', found);
+  if (end == std::string::npos) return std::nullopt;
+  const std::size_t begin = std::max(all.rfind('\n', found) + 1, searched);
+  searched = end + 1;
+  return all.substr(begin, end - begin);
 }
+
+std::string ChildProcess::output() const { return output_.text() + error_.text(); }
+
+std::string ChildProcess::standardOutput() const { return output_.text(); }
 
 bool ChildProcess::write(std::string_view text) {
   // A program that ends while it is written to must not take the test down with SIGPIPE.
@@ -167,44 +165,6 @@ bool ChildProcess::isRunning() {
   if (waitpid(pid_, &status, WNOHANG) != pid_) return true;
   exitStatus_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   return false;
-}
-
-void ChildProcess::collect() {
-  std::array<pollfd, 3> watched{pollfd{output_.get(), POLLIN, 0}, pollfd{error_.get(), POLLIN, 0},
-                                pollfd{stop_.get(), POLLIN, 0}};
-  while (watched[0].fd >= 0 || watched[1].fd >= 0) {
-    if (poll(watched.data(), watched.size(), -1) < 0 && errno != EINTR) break;
-    if (watched[0].revents != 0 && !collectFrom(output_, Source::Output)) watched[0].fd = -1;
-    if (watched[1].revents != 0 && !collectFrom(error_, Source::Error)) watched[1].fd = -1;
-    if (watched[2].revents != 0) break;
-  }
-  const std::lock_guard lock(mutex_);
-  closed_ = true;
-  arrived_.notify_all();
-}
-
-bool ChildProcess::collectFrom(const FileDescriptor& from, Source source) {
-  std::array<char, 4096> bytes{};
-  const ssize_t count = read(from.get(), bytes.data(), bytes.size());
-  if (count < 0 && errno == EINTR) return true;
-  if (count <= 0) return false;
-  append(source, std::string_view(bytes.data(), static_cast<std::size_t>(count)));
-  return true;
-}
-
-void ChildProcess::append(Source source, std::string_view text) {
-  const std::lock_guard lock(mutex_);
-  while (!text.empty()) {
-    const auto open = std::find_if(lines_.rbegin(), lines_.rend(), [source](const Line& line) {
-      return line.source == source && !line.complete;
-    });
-    Line& line = open != lines_.rend() ? *open : lines_.emplace_back(Line{source, {}});
-    const std::size_t end = text.find('\n');
-    line.text += text.substr(0, end);
-    line.complete = end != std::string_view::npos;
-    text.remove_prefix(line.complete ? end + 1 : text.size());
-  }
-  arrived_.notify_all();
 }
 
 }  // namespace nivlo::test

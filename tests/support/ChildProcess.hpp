@@ -2,12 +2,9 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include <sys/types.h>
@@ -19,8 +16,7 @@
 namespace nivlo::test {
 
 /// Runs a program as the leader of a process group of its own. The whole group is killed when the object
-/// goes, and the program also when the thread that started it ends. What it writes is collected by lines as
-/// it comes.
+/// goes, and the program also when the thread that started it ends. What it writes is kept.
 class ChildProcess {
  public:
   /// Starts `arguments[0]`, looked up in PATH, with the arguments given, in this process's environment with
@@ -32,12 +28,12 @@ class ChildProcess {
   ChildProcess& operator=(const ChildProcess&) = delete;
 
   /// Waits for a whole line, of standard output or standard error, that contains `text`, and returns it. Each
-  /// line is found only once: the next search starts behind the line that the last one found. Nothing when
-  /// the time is up, or as soon as both outputs have been closed without such a line.
+  /// line is found only once: the next search of the same output starts behind the line that the last one
+  /// found. Nothing when the time is up, or as soon as the program has ended without such a line.
   std::optional<std::string> waitForLine(std::string_view text,
                                          std::chrono::milliseconds timeout = kPatience);
 
-  /// All that has been written so far, in order of arrival.
+  /// All that has been written so far, to standard output and then to standard error.
   std::string output() const;
 
   /// What has been written to standard output alone, so far.
@@ -65,26 +61,20 @@ class ChildProcess {
   pid_t pid() const { return pid_; }
 
  private:
-  enum class Source { Output, Error };
-  struct Line {
-    Source source;
-    std::string text;
-    bool complete = false;
-  };
+  /// What the program writes to one of its outputs.
+  struct Collected {
+    FileDescriptor file;
+    std::size_t searched = 0;  ///< bytes
 
-  void collect();
-  bool collectFrom(const FileDescriptor& from, Source source);
-  void append(Source source, std::string_view text);
+    Collected();
+    std::string text() const;
+    std::optional<std::string> findLine(std::string_view text);
+  };
 
   pid_t pid_ = -1;
   std::optional<int> exitStatus_;
-  FileDescriptor input_, output_, error_, stop_;
-  mutable std::mutex mutex_;
-  std::condition_variable arrived_;
-  std::vector<Line> lines_;
-  std::size_t searched_ = 0;
-  bool closed_ = false;
-  std::thread collector_;
+  FileDescriptor input_;
+  Collected output_, error_;
 };
 
 }  // namespace nivlo::test

@@ -12,21 +12,10 @@ namespace nivlo::test {
 namespace {
 
 spa_video_format videoFormat(Mode::Format format) {
-  switch (format) {
-    case Mode::Format::YUY2:
-      return SPA_VIDEO_FORMAT_YUY2;
-    case Mode::Format::NV12:
-      return SPA_VIDEO_FORMAT_NV12;
-    case Mode::Format::I420:
-      return SPA_VIDEO_FORMAT_I420;
-    case Mode::Format::BGRx:
-      return SPA_VIDEO_FORMAT_BGRx;
-    case Mode::Format::RGB:
-      return SPA_VIDEO_FORMAT_RGB;
-    case Mode::Format::MJPEG:
-      break;
-  }
-  return SPA_VIDEO_FORMAT_ENCODED;
+  static constexpr std::array kFormats{SPA_VIDEO_FORMAT_YUY2, SPA_VIDEO_FORMAT_NV12,
+                                       SPA_VIDEO_FORMAT_I420, SPA_VIDEO_FORMAT_BGRx,
+                                       SPA_VIDEO_FORMAT_RGB,  SPA_VIDEO_FORMAT_ENCODED};
+  return kFormats.at(static_cast<std::size_t>(format));
 }
 
 const spa_pod* describe(spa_pod_builder& builder, const Mode& mode, const Colorimetry& colorimetry) {

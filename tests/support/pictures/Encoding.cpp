@@ -46,6 +46,10 @@ std::uint8_t toByte(double value) {
 
 int half(int size) { return (size + 1) / 2; }
 
+EncodedPicture emptyPicture(int stride, int rows) {
+  return {std::vector<std::uint8_t>(static_cast<std::size_t>(stride) * rows), stride};
+}
+
 // The mean of the two or four pixels that share one chroma sample.
 Yuv chromaAt(const Picture& picture, const Converter& convert, int x, int y, int rows) {
   Yuv sum{};
@@ -62,54 +66,45 @@ Yuv chromaAt(const Picture& picture, const Converter& convert, int x, int y, int
 
 EncodedPicture encodePacked(const Picture& picture, Mode::Format format, int padding) {
   const int step = format == Mode::Format::RGB ? 3 : 4;
-  EncodedPicture result{{}, picture.width * step + padding};
-  result.bytes.resize(static_cast<std::size_t>(result.stride) * picture.height);
+  EncodedPicture result = emptyPicture(picture.width * step + padding, picture.height);
   for (int y = 0; y < picture.height; ++y) {
-    std::uint8_t* row = result.bytes.data() + static_cast<std::ptrdiff_t>(y) * result.stride;
     for (int x = 0; x < picture.width; ++x) {
       Picture::Color color = picture.at(x, y);
       if (format == Mode::Format::BGRx) std::swap(color[0], color[2]);
-      std::copy(color.begin(), color.end(), row + static_cast<std::ptrdiff_t>(x) * step);
+      std::copy(color.begin(), color.end(), result.row(y) + static_cast<std::ptrdiff_t>(x) * step);
     }
   }
   return result;
 }
 
 EncodedPicture encodeYuy2(const Picture& picture, const Converter& convert, int padding) {
-  EncodedPicture result{{}, half(picture.width) * 4 + padding};
-  result.bytes.resize(static_cast<std::size_t>(result.stride) * picture.height);
+  EncodedPicture result = emptyPicture(half(picture.width) * 4 + padding, picture.height);
   for (int y = 0; y < picture.height; ++y) {
-    std::uint8_t* row = result.bytes.data() + static_cast<std::ptrdiff_t>(y) * result.stride;
     for (int x = 0; x < half(picture.width); ++x) {
       const Yuv chroma = chromaAt(picture, convert, x, y, 1);
-      row[4 * x] = toByte(convert(picture.at(2 * x, y)).y);
-      row[4 * x + 1] = toByte(chroma.u);
-      row[4 * x + 2] = toByte(convert(picture.at(std::min(2 * x + 1, picture.width - 1), y)).y);
-      row[4 * x + 3] = toByte(chroma.v);
+      const auto second = convert(picture.at(std::min(2 * x + 1, picture.width - 1), y));
+      const std::array<double, 4> values{convert(picture.at(2 * x, y)).y, chroma.u, second.y, chroma.v};
+      std::ranges::transform(values, result.row(y) + 4 * x, toByte);
     }
   }
   return result;
 }
 
-EncodedPicture encode420(const Picture& picture, const Converter& convert, Mode::Format format, int padding) {
-  EncodedPicture result{{}, half(picture.width) * 2 + 2 * padding};
-  const std::size_t lumaSize = static_cast<std::size_t>(result.stride) * picture.height;
-  const std::size_t chromaSize = static_cast<std::size_t>(result.stride) * half(picture.height);
-  result.bytes.resize(lumaSize + chromaSize);
+EncodedPicture encode420(const Picture& picture, const Converter& convert, bool interleaved, int padding) {
+  const int stride = half(picture.width) * 2 + 2 * padding;
+  EncodedPicture result = emptyPicture(stride, picture.height + half(picture.height));
   for (int y = 0; y < picture.height; ++y) {
-    for (int x = 0; x < picture.width; ++x) {
-      result.bytes[static_cast<std::size_t>(y) * result.stride + x] = toByte(convert(picture.at(x, y)).y);
-    }
+    for (int x = 0; x < picture.width; ++x) result.row(y)[x] = toByte(convert(picture.at(x, y)).y);
   }
-  const bool interleaved = format == Mode::Format::NV12;
-  const std::size_t chromaStride = interleaved ? result.stride : result.stride / 2;
-  std::uint8_t* u = result.bytes.data() + lumaSize;
-  std::uint8_t* v = interleaved ? u + 1 : u + chromaSize / 2;
+  std::uint8_t* u = result.row(picture.height);
+  std::uint8_t* v = interleaved ? u + 1 : u + static_cast<std::ptrdiff_t>(stride) / 2 * half(picture.height);
+  const int step = interleaved ? 2 : 1;
   for (int y = 0; y < half(picture.height); ++y) {
     for (int x = 0; x < half(picture.width); ++x) {
       const Yuv chroma = chromaAt(picture, convert, x, y, 2);
-      u[y * chromaStride + static_cast<std::size_t>(x) * (interleaved ? 2 : 1)] = toByte(chroma.u);
-      v[y * chromaStride + static_cast<std::size_t>(x) * (interleaved ? 2 : 1)] = toByte(chroma.v);
+      const std::ptrdiff_t at = static_cast<std::ptrdiff_t>(y) * stride * step / 2 + x * step;
+      u[at] = toByte(chroma.u);
+      v[at] = toByte(chroma.v);
     }
   }
   return result;
@@ -139,7 +134,7 @@ EncodedPicture encode(const Picture& picture, const Mode& mode, const Colorimetr
       return encodeYuy2(picture, convert, padding);
     case Mode::Format::NV12:
     case Mode::Format::I420:
-      return encode420(picture, convert, mode.format, padding);
+      return encode420(picture, convert, mode.format == Mode::Format::NV12, padding);
     case Mode::Format::MJPEG:
       break;
   }

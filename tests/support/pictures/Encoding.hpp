@@ -29,6 +29,8 @@ struct Colorimetry {
 struct EncodedPicture {
   std::vector<std::uint8_t> bytes;
   int stride = 0;  ///< bytes a row of the first plane
+
+  std::uint8_t* row(int y) { return bytes.data() + static_cast<std::ptrdiff_t>(y) * stride; }
 };
 
 /// "FORMAT:WIDTHxHEIGHT@FPS". Throws std::invalid_argument or std::out_of_range where it is none.
