@@ -1,4 +1,6 @@
 // The wallpaper as the background of a headless desktop, on a real PipeWire camera.
+#include <regex>
+
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
@@ -58,10 +60,25 @@ class DesktopTest : public testing::Test {
 
   Environment environment() const { return merged(pipeWire_.environment(), sway_->environment()); }
 
+  /// Puts a fullscreen window on the output.
   void cover(const std::string& output) {
     sway_->message("focus output " + output);
+    const auto before = fullscreenNodes();
     windows_.push_back(std::make_unique<ForeignWindow>(environment()));
-    sway_->message("fullscreen enable");
+    EXPECT_TRUE(waitFor([&] {
+      try {
+        sway_->message("[title=foreign workspace=__focused__] fullscreen enable");
+      } catch (const std::runtime_error&) {
+        return false;  // sway has not shown it yet
+      }
+      return fullscreenNodes() > before;
+    }));
+  }
+
+  long fullscreenNodes() const {
+    const auto tree = sway_->query("get_tree");
+    const std::regex fullscreen("\"fullscreen_mode\": [12]");
+    return std::distance(std::sregex_iterator(tree.begin(), tree.end(), fullscreen), {});
   }
 
   TemporaryDirectory directory_;
