@@ -16,9 +16,8 @@ bool start() {
   gtk_disable_setlocale();
   if (!gtk_init_check()) {
     NSLog(
-        "dialogs: no Wayland or X11 display answers, so dialogs and copies go to the terminal; start Nivlo "
-        "from "
-        "within the desktop session to get windows");
+        "desktop: no Wayland or X11 display answers, so there are no windows; start Nivlo from within the "
+        "session");
     return false;
   }
   adw_init();

@@ -125,6 +125,22 @@ TEST_F(PhoneDialogsTest, KeepsTheButtonsOfALongTextInReach) {
   EXPECT_TRUE(told("long tapped Copy")) << program_.output();
 }
 
+TEST_F(PhoneDialogsTest, PicksAPresetByTouchAndByKeyboardOnAPhone) {
+  ChildProcess picker({NIVLO_TEST_DIALOGS, NIVLO_BUNDLE}, sway_.environment());
+  ASSERT_TRUE(waitFor([&] { return focused().contains("id"); })) << picker.output();
+  input_.click(180, 340);
+  EXPECT_TRUE(picker.waitForLine("picked 2")) << picker.output();
+  input_.key(KEY_END);
+  input_.key(KEY_SPACE);
+  EXPECT_TRUE(picker.waitForLine("picked 4")) << picker.output();
+  sway_.screenshot("HEADLESS-1", "pick-phone");
+  // The first one takes the error message away.
+  EXPECT_TRUE(waitFor([&] {
+    input_.key(KEY_ESC);
+    return picker.waitForExit(std::chrono::milliseconds(200)) == 0;
+  })) << picker.output();
+}
+
 }  // namespace
 
 }  // namespace nivlo::test

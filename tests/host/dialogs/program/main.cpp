@@ -1,8 +1,8 @@
 // nivlo-test-dialogs: shows alerts and tells what becomes of them. Commands on standard input:
-//   show TITLE CANCEL DISABLED FILE   an alert with the file's content and the buttons Cancel and Copy, of
-//   which
-//                                     the second copies the content; CANCEL and DISABLED are indices
-//   cancel-all                        as at the end of the program
+//   show TITLE CANCEL DISABLED FILE  an alert with the file's content and the buttons Cancel and Copy;
+//                                    CANCEL and DISABLED are indices
+//   cancel-all                       as at the end of the program
+// nivlo-test-dialogs BUNDLE: shows the presets instead and tells what is picked; the last cannot be applied.
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -16,6 +16,7 @@
 #include "host/alerts/gtk/GtkPasteboard.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
+#include "host/pick/PickCommand.hpp"
 #include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {
@@ -54,8 +55,14 @@ void obey(const std::string& line) {
 }  // namespace
 }  // namespace nivlo
 
-int main() {
+int main(int count, char** arguments) {
   using namespace nivlo;
+  if (count == 2) {
+    return runPick({.bundle = arguments[1], .current = 1, .choose = [](int preset) {
+                      std::cout << "picked " << preset << std::endl;
+                      return preset == 4 ? "The front camera is <gone>." : "";
+                    }});
+  }
   Drivers machine;
   machine.mainQueue = MainLoop::makeMainQueue();
   machine.alerts = makeGtkAlerts(makeTerminalAlerts(std::cout, STDIN_FILENO));
@@ -64,12 +71,12 @@ int main() {
   MainLoop loop;
   const auto input = EventSource::onReadable(STDIN_FILENO, [&loop] {
     char bytes[4096];
-    const auto count = read(STDIN_FILENO, bytes, sizeof bytes);
-    if (count <= 0) {
+    const auto size = read(STDIN_FILENO, bytes, sizeof bytes);
+    if (size <= 0) {
       loop.quit();
       return;
     }
-    std::istringstream lines(std::string(bytes, static_cast<std::size_t>(count)));
+    std::istringstream lines(std::string(bytes, static_cast<std::size_t>(size)));
     for (std::string line; std::getline(lines, line);) {
       obey(line);
     }

@@ -1,0 +1,49 @@
+#include "host/pick/PickCommand.hpp"
+
+#include <iostream>
+#include <variant>
+#include <vector>
+
+#include "host/alerts/gtk/Toolkit.hpp"
+#include "host/bundle/BundleLoader.hpp"
+#include "host/bundle/PresetWords.hpp"
+#include "host/loop/MainLoop.hpp"
+#include "host/pick/PickWindow.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr auto kThumbnailKey = "kSBUIMagicWallpaperThumbnailNameKey";
+
+PickEntry entryFor(const NSDictionary& preset, const std::filesystem::path& bundle) {
+  auto words = presetInWords(preset);
+  words.front() = g_ascii_toupper(words.front());
+  const auto* value = preset.objectForKey(kThumbnailKey);
+  const auto* name = value ? std::get_if<std::string>(value) : nullptr;
+  return {.words = words, .picture = name ? bundle / (*name + ".png") : ""};
+}
+
+}  // namespace
+
+int runPick(const PickOptions& options) {
+  std::string error;
+  const auto* wallpaperClass = loadWallpaperClass(options.bundle, &error);
+  if (!wallpaperClass) {
+    std::cerr << "nivlo: " << error << '\n';
+    return 1;
+  }
+  if (!startToolkit()) {
+    return 1;
+  }
+  std::vector<PickEntry> entries;
+  for (const auto& preset : wallpaperClass->presetWallpaperOptions()) {
+    entries.push_back(entryFor(preset, options.bundle));
+  }
+  MainLoop loop;
+  const PickWindow window(entries, options.current, options.choose, [&loop] { loop.quit(); });
+  loop.run();
+  return 0;
+}
+
+}  // namespace nivlo
