@@ -86,23 +86,6 @@ class Reports : public testing::Test {
   std::shared_ptr<AVCaptureSession> session = AVCaptureSession::init();
 };
 
-TEST_F(Reports, HoldACodeOnceAndAgainAfterItWasOutOfView) {
-  machine.reader.putInView({code("ignored", "org.example.Unasked"), code("a")});
-  session->startRunning();
-  ASSERT_TRUE(reportComes());
-  ASSERT_TRUE(lookMore(3));
-  machine.reader.putInView({code("a"), code("b")});
-  ASSERT_TRUE(reportComes());
-  machine.reader.putInView({});
-  ASSERT_TRUE(lookMore(13));
-  machine.reader.putInView({code("b")});
-  ASSERT_TRUE(reportComes());
-  ASSERT_TRUE(lookMore(2));
-  session->stopRunning();
-  EXPECT_EQ(gate->reports, (std::vector<Texts>{{"a"}, {"b"}, {"b"}}));
-  EXPECT_EQ(queue->work.pending(), 0u);
-}
-
 TEST_F(Reports, CostNoLookWhileNoneWouldBeTaken) {
   const auto looksOverManyFrames = [this] {
     EXPECT_TRUE(machine.watchFrames(100));
@@ -129,8 +112,8 @@ TEST_F(Reports, CostNoLookWhileNoneWouldBeTaken) {
   EXPECT_EQ(looksOverManyFrames(), 0) << "nobody is left to tell";
 }
 
-TEST_F(Reports, AreNotLostWhenTheGateClosesOnTheirWay) {
-  machine.reader.putInView({code("a")});
+TEST_F(Reports, HoldWhatIsAskedForAndAreNotLostWhenTheGateClosesOnTheirWay) {
+  machine.reader.putInView({code("ignored", "org.example.Unasked"), code("a")});
   session->startRunning();
   ASSERT_TRUE(machine.mainQueue.waitUntil([this] { return queue->work.pending() == 1; }));
   gate->open = false;

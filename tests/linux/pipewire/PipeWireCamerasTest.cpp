@@ -66,7 +66,7 @@ TEST_F(WithADaemon, EveryModeKeepsPlacesColoursAndTheTurnAndTheBestOfTwoIsTaken)
     int rotation = 0;
   } cases[] = {
       {{"--format", "YUY2", "--padding", "7", "--size", "322x242"}, YUY2, 242},
-      {{"--format", "YUY2", "--matrix", "BT709", "--range", "full"},
+      {{"--format", "YUY2", "--matrix", "709", "--range", "full"},
        YUY2,
        480,
        ColorMatrix::BT709,
@@ -80,7 +80,12 @@ TEST_F(WithADaemon, EveryModeKeepsPlacesColoursAndTheTurnAndTheBestOfTwoIsTaken)
        ColorMatrix::BT601,
        ColorRange::Limited,
        270},
-      {{"--format", "RGB", "--padding", "1", "--size", "321x241"}, RGB, 241},
+      {{"--format", "RGB", "--padding", "1", "--size", "321x241", "--rotation", "270"},
+       RGB,
+       241,
+       ColorMatrix::BT601,
+       ColorRange::Limited,
+       270},
       {{"--format", "YUY2", "--also", "MJPEG:1280x720@30"}, I420, 720, ColorMatrix::BT601, ColorRange::Full},
       {{"--format", "YUY2", "--size", "1280x720", "--fps", "10", "--also", "MJPEG:1280x720@30"},
        I420,
@@ -109,25 +114,6 @@ TEST_F(WithADaemon, EveryModeKeepsPlacesColoursAndTheTurnAndTheBestOfTwoIsTaken)
     EXPECT_TRUE(showsQuarters(*frame));
   }
   EXPECT_EQ(log.count(), 0);
-}
-
-TEST_F(WithADaemon, CamerasTellTheirSideTheirNameAndHowTheyAreMounted) {
-  const Camera front = plugIn("a", {"--location", "front", "--description", "Selfie", "--rotation", "270"});
-  const Camera back = plugIn("z", {"--location", "back"});
-  const Camera unsaid = plugIn("m", {"--description", "USB camera"});
-  View view("pipewire:a");
-  const std::vector<CameraInfo> all = view.cameras->cameras();
-  ASSERT_EQ(all.size(), 3U);
-  EXPECT_EQ(all[0].uniqueID, "pipewire:z");
-  EXPECT_EQ(all[0].position, AVCaptureDevicePosition::Back);
-  EXPECT_EQ(all[1].localizedName, "USB camera");
-  EXPECT_EQ(all[1].position, AVCaptureDevicePosition::Unspecified);
-  EXPECT_EQ(all[2].localizedName, "Selfie");
-  EXPECT_EQ(all[2].position, AVCaptureDevicePosition::Front);
-  const VideoFramePtr frame = view.taker.next();
-  ASSERT_TRUE(frame);
-  EXPECT_EQ(frame->rotation, 270);
-  EXPECT_EQ(view.cameras->open("pipewire:nobody", view.taker.handler()), nullptr);
 }
 
 TEST_F(WithADaemon, AnUnpluggedCameraComesBackAndNoOtherTakesItsPlace) {
@@ -159,21 +145,6 @@ TEST_F(WithADaemon, ACameraThatFallsSilentIsOpenedAgain) {
   camera->thaw();
   EXPECT_TRUE(view.taker.next());
   EXPECT_TRUE(comesToLog("back"));
-}
-
-TEST_F(WithADaemon, ARestartedDaemonBringsOpenStreamsBack) {
-  Camera camera = plugInRed();
-  View view;
-  ASSERT_TRUE(view.taker.next());
-  pipewire.stopDaemon();
-  EXPECT_TRUE(comesToLog("gone"));
-  EXPECT_TRUE(view.cameras->cameras().empty());
-  camera.reset();
-  pipewire.startDaemon();
-  const Camera other = plugInAnother();
-  camera = plugInRed();
-  EXPECT_TRUE(view.taker.next());
-  EXPECT_EQ(view.taker.countOtherThan(kRed), 0);
 }
 
 TEST_F(WithADaemon, FramesThatAreHeldNeitherStopTheCameraNorChangeNorDieWithIt) {

@@ -104,9 +104,9 @@ CameraNode::CameraNode(pw_main_loop* loop, const CameraOptions& options, std::ve
 }
 
 void CameraNode::publish() {
-  pw_properties* properties = pw_properties_new(
-      PW_KEY_MEDIA_CLASS, "Video/Source", PW_KEY_MEDIA_ROLE, "Camera", PW_KEY_NODE_NAME,
-      options_.name.c_str(), PW_KEY_NODE_DESCRIPTION, options_.description.c_str(), nullptr);
+  pw_properties* properties =
+      pw_properties_new(PW_KEY_MEDIA_CLASS, "Video/Source", PW_KEY_MEDIA_ROLE, "Camera", PW_KEY_NODE_NAME,
+                        options_.name.c_str(), PW_KEY_NODE_DESCRIPTION, options_.name.c_str(), nullptr);
   if (!options_.location.empty())
     pw_properties_set(properties, "api.libcamera.location", options_.location.c_str());
   if (!options_.rotation.empty())

@@ -6,6 +6,16 @@
 namespace nivlo::test {
 namespace {
 
+const std::map<std::string, ColorMatrix> kMatrices{{"601", ColorMatrix::BT601}, {"709", ColorMatrix::BT709}};
+const std::map<std::string, ColorRange> kRanges{{"limited", ColorRange::Limited}, {"full", ColorRange::Full}};
+
+template <typename T>
+T valueOf(const std::map<std::string, T>& values, const std::string& text) {
+  const auto found = values.find(text);
+  if (found == values.end()) throw std::invalid_argument(text + ": an unknown value");
+  return found->second;
+}
+
 /// What stands behind each option, until it is taken.
 class Arguments {
  public:
@@ -31,7 +41,6 @@ CameraOptions parseOptions(const std::vector<std::string>& arguments) {
   Arguments given(arguments);
   CameraOptions options;
   options.name = given.take("--name");
-  options.description = given.take("--description", options.name);
   options.location = given.take("--location");
   options.rotation = given.take("--rotation");
   options.picture = given.take("--picture");
@@ -43,10 +52,10 @@ CameraOptions parseOptions(const std::vector<std::string>& arguments) {
   if (const auto turn = given.take("--transform"); !turn.empty()) options.transform = std::stoi(turn);
   if (const auto color = given.take("--color"); !color.empty()) options.color = parseColor(color);
   if (const auto matrix = given.take("--matrix"); !matrix.empty()) {
-    options.colorimetry.matrix = matrix == "BT709" ? ColorMatrix::BT709 : ColorMatrix::BT601;
+    options.colorimetry.matrix = valueOf(kMatrices, matrix);
   }
   if (const auto range = given.take("--range"); !range.empty()) {
-    options.colorimetry.range = range == "full" ? ColorRange::Full : ColorRange::Limited;
+    options.colorimetry.range = valueOf(kRanges, range);
   }
   given.expectAllTaken();
   return options;

@@ -12,19 +12,18 @@ namespace nivlo::test {
 
 struct CameraOptions {
   std::string name;              ///< --name
-  std::string description;       ///< --description, for people; the name when absent
   std::string location;          ///< --location front, back or external; empty when the camera does not say
   std::string rotation;          ///< --rotation of the sensor, in degrees; empty when the camera does not say
   std::optional<int> transform;  ///< --transform of each buffer, in degrees, counter-clockwise
   std::vector<Mode> modes;       ///< --format, --size WxH and --fps; --also FORMAT:WxH@FPS
-  Colorimetry colorimetry;       ///< --matrix BT601 or BT709, --range full or limited
+  Colorimetry colorimetry;       ///< --matrix 601 or 709, --range full or limited
   int padding = 0;               ///< --padding, bytes at the end of each row
   int buffers = 0;               ///< --buffers, how many it can have at most; 0 for plenty
   std::optional<Picture::Color> color;  ///< --color RRGGBB, all over the picture
   std::string picture;                  ///< --picture, a file; without either, four coloured quarters
 };
 
-/// Throws std::invalid_argument, with what is wrong.
+/// Throws std::logic_error, with what is wrong.
 CameraOptions parseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace nivlo::test
