@@ -5,7 +5,7 @@
 #include <string>
 
 #include "linux/desktop/session/BackgroundReasons.hpp"
-#include "linux/desktop/session/BusClient.hpp"
+#include "linux/desktop/bus/BusClient.hpp"
 
 namespace nivlo {
 

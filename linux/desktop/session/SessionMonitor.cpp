@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "linux/desktop/session/BackgroundReasons.hpp"
-#include "linux/desktop/session/BusLink.hpp"
+#include "linux/desktop/bus/BusLink.hpp"
 #include "linux/desktop/session/LoginSession.hpp"
 #include "linux/desktop/session/ScreenSavers.hpp"
 #include "platform/Foundation/NSLog.hpp"

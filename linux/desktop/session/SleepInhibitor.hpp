@@ -6,7 +6,7 @@
 
 #include <gio/gio.h>
 
-#include "linux/desktop/session/BusClient.hpp"
+#include "linux/desktop/bus/BusClient.hpp"
 
 namespace nivlo {
 

@@ -1,4 +1,4 @@
-#include "linux/desktop/session/BusLink.hpp"
+#include "linux/desktop/bus/BusLink.hpp"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "linux/desktop/session/BusClient.hpp"
+#include "linux/desktop/bus/BusClient.hpp"
 
 #include <memory>
 #include <utility>
