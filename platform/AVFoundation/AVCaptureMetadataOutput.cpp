@@ -8,12 +8,6 @@
 
 namespace nivlo {
 
-namespace {
-
-constexpr std::chrono::milliseconds kLookInterval{100};
-
-}  // namespace
-
 std::shared_ptr<AVCaptureMetadataOutput> AVCaptureMetadataOutput::init() {
   return std::shared_ptr<AVCaptureMetadataOutput>(new AVCaptureMetadataOutput);
 }
@@ -108,7 +102,7 @@ void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, Code
       frame.reset();  // the camera may be short of buffers
     }
     std::unique_lock lock(mutex_);
-    frameCame_.wait_until(lock, stop, start + kLookInterval, [] { return false; });
+    frameCame_.wait_until(lock, stop, start + reader.lookInterval(), [] { return false; });
   }
 }
 

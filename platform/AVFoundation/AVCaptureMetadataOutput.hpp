@@ -40,7 +40,7 @@ class AVCaptureMetadataOutputObjectsDelegate {
   virtual bool wantsMetadataObjects() const { return true; }
 };
 
-/// Looks at the newest frame, up to ten times a second, on a thread of its own that runs while the session
+/// Looks at the newest frame, as often as the reader says, on a thread of its own that runs while the session
 /// runs. A code that stays in view is reported once, and again after it has been out of view for a second;
 /// time in which the delegate wants no report does not count. While a report is on its way no other is made;
 /// one that the delegate no longer wants when it arrives is dropped, and its codes count as not reported.

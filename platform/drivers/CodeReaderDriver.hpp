@@ -1,6 +1,7 @@
 // What finds machine-readable codes in a picture.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,6 +28,9 @@ class CodeReader {
   /// One look, of bounded cost. Any frame is acceptable; one that cannot be read yields no codes. Never
   /// throws.
   virtual std::vector<DecodedCode> look(const VideoFrame& frame) = 0;
+
+  /// The least time from one look to the next. Asked for after each look, as it may change.
+  virtual std::chrono::milliseconds lookInterval() const { return std::chrono::milliseconds(100); }
 };
 
 /// Called on the main thread.
