@@ -6,6 +6,10 @@
 #include "host/commands/DevicesCommand.hpp"
 #include "host/commands/PresetsCommand.hpp"
 #include "host/commands/RunCommand.hpp"
+#include "host/control/CtlCommand.hpp"
+#include "host/control/PresetChoice.hpp"
+#include "host/pick/PickCommand.hpp"
+#include "host/service/InstallServiceCommand.hpp"
 
 namespace {
 
@@ -17,6 +21,15 @@ struct Execute {
   int operator()(const nivlo::ChimeOptions& options) const { return nivlo::runChime(options); }
   int operator()(const nivlo::ScanOptions& options) const {
     return nivlo::runScan(options, std::cout, std::cerr);
+  }
+  int operator()(nivlo::PickOptions options) const {
+    options.current = nivlo::shownPreset();
+    options.choose = nivlo::choosePreset;
+    return nivlo::runPick(options);
+  }
+  int operator()(const nivlo::CtlOptions& options) const { return nivlo::runCtl(options); }
+  int operator()(const nivlo::InstallServiceOptions& options) const {
+    return nivlo::runInstallService(options);
   }
 };
 

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include "host/bundle/BundleLoader.hpp"
+#include "host/commands/CtlArguments.hpp"
 
 namespace nivlo {
 
@@ -25,7 +26,9 @@ constexpr auto kFooter = R"(Examples:
   nivlo --source back=file:photo.jpg      a picture in place of the back camera
   nivlo --surface offscreen --snapshot wall.png --frames 30
   nivlo scan *.png                        read the codes in pictures
-'nivlo COMMAND --help' tells more of a command.
+  nivlo ctl pause                         close the camera of the running wallpaper
+'nivlo COMMAND --help' tells more of a command. While nivlo runs, another start passes its preset, --qr and
+--camera on to it. With the power saver profile, codes are looked for less often.
 )";
 
 const std::map<std::string, SurfaceKind> kSurfaces{{"auto", SurfaceKind::Auto},
@@ -37,14 +40,32 @@ const std::map<std::string, PausePolicy> kPauses{{"covered", PausePolicy::Covere
                                                  {"fullscreen", PausePolicy::Fullscreen},
                                                  {"never", PausePolicy::Never}};
 
+/// The options among them that take a value, each as "--name=value".
+std::vector<std::string> given(const CLI::App& app) {
+  std::vector<std::string> result;
+  for (const auto* option : app.get_options()) {
+    for (const auto& value :
+         option->get_expected_max() > 0 ? option->results() : std::vector<std::string>()) {
+      result.push_back(option->get_name() + "=" + value);
+    }
+  }
+  return result;
+}
+
 /// What "run" and the program without a command share.
 class RunArguments {
  public:
   void addTo(CLI::App& app) {
+    addLastingTo(app);
+    addPassingTo(app);
+  }
+
+  /// Those that make sense for a wallpaper that the desktop starts.
+  void addLastingTo(CLI::App& app) {
     app.add_option("--preset", options_.show.preset,
                    "1: back camera, codes  2: front camera, codes  3: back camera  4: front camera")
         ->check(CLI::Range(1, 4))
-        ->capture_default_str();
+        ->default_str("1");
     app.add_option("--qr", scans_, "Offer the codes that the camera sees; the preset says otherwise")
         ->check(CLI::IsMember({"on", "off"}));
     app.add_option("--camera", camera_, "The camera to begin with; the preset says otherwise")
@@ -56,11 +77,6 @@ class RunArguments {
     app.add_option("--accelerometer", accelerometer_,
                    "In place of the sensor: script:FILE plays readings from lines 'SECONDS, X, Y, Z' (in g); "
                    "above 1.5 g on an axis is a shake");
-    app.add_option("--surface", surface_,
-                   "Where to draw: the desktop background (wayland, x11), an ordinary window, or offscreen, "
-                   "into memory; auto is the desktop where there is one")
-        ->check(CLI::IsMember({"auto", "wayland", "x11", "window", "offscreen"}))
-        ->capture_default_str();
     app.add_option("--output", options_.surface.output,
                    "Only on this output, for example eDP-1; all of them otherwise");
     app.add_option(
@@ -72,13 +88,21 @@ class RunArguments {
     app.add_option("--alerts", alerts_, "How to ask: in the terminal, with numbered buttons")
         ->check(CLI::IsMember({"auto", "terminal"}))
         ->capture_default_str();
+    app.add_option("--bundle", options_.bundle, "The wallpaper bundle to load in place of the built-in one");
+  }
+
+  void addPassingTo(CLI::App& app) {
+    app.add_option("--surface", surface_,
+                   "Where to draw: the desktop background (wayland, x11), an ordinary window, or offscreen, "
+                   "into memory; auto is the desktop where there is one")
+        ->check(CLI::IsMember({"auto", "wayland", "x11", "window", "offscreen"}))
+        ->capture_default_str();
     app.add_option("--size", size_, "A window's or an offscreen surface's size in pixels, WIDTHxHEIGHT")
         ->capture_default_str();
     app.add_option("--snapshot", snapshot_,
                    "Write the first picture, and at the end the last one, to this PNG file");
     app.add_option("--frames", options_.frames, "End after so many drawn frames")->check(CLI::PositiveNumber);
     app.add_option("--seconds", seconds_, "End after this time")->check(CLI::PositiveNumber);
-    app.add_option("--bundle", options_.bundle, "The wallpaper bundle to load in place of the built-in one");
   }
 
   /// Throws CLI::ValidationError where a value makes no sense.
@@ -153,6 +177,37 @@ class RunArguments {
   double seconds_ = 0;
 };
 
+/// What "install-service" takes: how it is done, and how the program is to be run.
+class InstallServiceArguments {
+ public:
+  explicit InstallServiceArguments(CLI::App& app)
+      : command_(app.add_subcommand("install-service", "Have the desktop start nivlo with these options")) {
+    run_.addLastingTo(*command_);
+    auto* print = command_->add_flag("--print", options_.print, "Only print what would be installed");
+    command_->add_flag("--remove", options_.remove, "Undo the installation")->excludes(print);
+    command_->footer(
+        "Installed is a systemd user unit where systemd runs the graphical session, else an autostart "
+        "entry;\n"
+        "running it again replaces what was installed.");
+  }
+
+  bool chosen() const { return command_->parsed(); }
+  /// Throws CLI::ValidationError where a value makes no sense.
+  InstallServiceOptions options() const {
+    auto result = options_;
+    result.preset = run_.options().show.preset.value_or(1);
+    result.arguments = given(*command_);
+    std::erase_if(result.arguments,
+                  [](const std::string& argument) { return argument.starts_with("--preset="); });
+    return result;
+  }
+
+ private:
+  CLI::App* command_;
+  RunArguments run_;
+  InstallServiceOptions options_;
+};
+
 }  // namespace
 
 Command parseCommandLine(int argc, const char* const* argv) {
@@ -177,6 +232,12 @@ Command parseCommandLine(int argc, const char* const* argv) {
   presetsCommand->add_option("--bundle", presets.bundle,
                              "The wallpaper bundle to ask in place of the built-in one");
 
+  PickOptions pick;
+  auto* pickCommand = app.add_subcommand(
+      "pick",
+      "Choose a preset by its picture; the running nivlo shows it, and the one that the desktop starts");
+  pickCommand->add_option("--bundle", pick.bundle, "The wallpaper bundle whose presets to choose from");
+
   std::vector<std::string> deviceSources;
   DevicesOptions devices;
   auto* devicesCommand =
@@ -196,16 +257,31 @@ Command parseCommandLine(int argc, const char* const* argv) {
   scanCommand->footer(
       "A line a code: type, text; with 'FILE: ' before it for several files.\n"
       "Exit status: 0 all files were read, 1 one could not be read, 2 wrong usage.");
+
+  const CtlArguments ctl(app);
+  const InstallServiceArguments install(app);
   try {
     app.parse(argc, argv);
     if (*scanCommand) {
       return scan;
+    }
+    if (ctl.chosen()) {
+      return ctl.options();
+    }
+    if (install.chosen()) {
+      return install.options();
     }
     if (*presetsCommand) {
       if (presets.bundle.empty()) {
         presets.bundle = defaultBundlePath();
       }
       return presets;
+    }
+    if (*pickCommand) {
+      if (pick.bundle.empty()) {
+        pick.bundle = defaultBundlePath();
+      }
+      return pick;
     }
     if (*devicesCommand) {
       devices.sources = RunArguments::parseSources(deviceSources);
@@ -217,7 +293,9 @@ Command parseCommandLine(int argc, const char* const* argv) {
       }
       return chime;
     }
-    return run.options();
+    auto options = run.options();
+    options.given = given(*runCommand ? *runCommand : app);
+    return options;
   } catch (const CLI::ParseError& error) {
     return ExitNow{app.exit(error) == 0 ? 0 : kUsageError};
   }

@@ -13,7 +13,8 @@ struct ExitNow {
   int status = 0;
 };
 
-using Command = std::variant<ExitNow, RunOptions, PresetsOptions, DevicesOptions, ChimeOptions, ScanOptions>;
+using Command = std::variant<ExitNow, RunOptions, PresetsOptions, DevicesOptions, ChimeOptions, ScanOptions,
+                             CtlOptions, PickOptions, InstallServiceOptions>;
 
 /// Prints help to standard output and usage errors to standard error.
 Command parseCommandLine(int argc, const char* const* argv);

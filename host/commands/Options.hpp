@@ -5,8 +5,12 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "host/control/CtlCommand.hpp"
+#include "host/pick/PickCommand.hpp"
 #include "host/scan/ScanCommand.hpp"
+#include "host/service/InstallServiceCommand.hpp"
 #include "host/show/WallpaperShow.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/selection/CameraSource.hpp"
@@ -24,6 +28,7 @@ struct RunOptions {
   std::optional<std::filesystem::path> snapshot;
   std::optional<int> frames;                            ///< ends after so many drawn frames
   std::optional<std::chrono::duration<double>> runFor;  ///< ends after this time
+  std::vector<std::string> given;  ///< the options of the command line, as "--name=value"
 };
 
 struct PresetsOptions {

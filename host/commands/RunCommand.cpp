@@ -12,10 +12,13 @@
 #include "host/alerts/TerminalAlerts.hpp"
 #include "host/alerts/TerminalPasteboard.hpp"
 #include "host/bundle/BundleLoader.hpp"
+#include "host/control/ControlService.hpp"
+#include "host/control/HandOver.hpp"
 #include "host/journal/Journal.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
+#include "host/power/PowerSaving.hpp"
 #include "host/render/LayerRenderer.hpp"
 #include "host/show/CameraActivity.hpp"
 #include "host/show/WallpaperShow.hpp"
@@ -46,7 +49,7 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
   if (auto cameras = journaled(makeSelectedCameras(options.sources, &error))) {
     set.cameras = observed(std::move(cameras), activity);
   }
-  set.codeReader = makeZXingCodeReaderDriver();
+  set.codeReader = savingPower(makeZXingCodeReaderDriver());
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();
   } else if (error.empty()) {
@@ -64,7 +67,8 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
 /// The wallpaper on its surface, with all that ends it.
 class Run {
  public:
-  Run(const RunOptions& options, MainLoop& loop) : options_(options), loop_(loop) {
+  Run(const RunOptions& options, MainLoop& loop, ControlService& control)
+      : options_(options), loop_(loop), control_(control) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
       endings_.push_back(EventSource::onSignal(signal, [this] { loop_.quit(); }));
     }
@@ -93,7 +97,9 @@ class Run {
     const auto session =
         makeSessionMonitor([this](bool inForeground) { show_->presence().setInForeground(inForeground); });
     const auto clock = makeClockMonitor();
+    control_.attach(show_.get());
     loop_.run();
+    control_.attach(nullptr);
     end();
     return status_;
   }
@@ -150,6 +156,7 @@ class Run {
 
   const RunOptions& options_;
   MainLoop& loop_;
+  ControlService& control_;
   std::unique_ptr<WallpaperShow> show_;
   std::unique_ptr<Surface> surface_;
   std::vector<EventSource> endings_;
@@ -161,14 +168,18 @@ class Run {
 
 int runWallpaper(const RunOptions& options) {
   MainLoop loop;
+  ControlService control([&loop] { loop.quit(); });
+  if (control.anotherIsRunning()) {
+    return handOver(options.show, options.given);
+  }
   int status = 1;
   const auto cameras = std::make_shared<CameraActivity>();
   auto error = installLinuxDrivers(options, cameras);
   const auto* wallpaperClass = error.empty() ? loadWallpaperClass(options.bundle, &error) : nullptr;
   if (wallpaperClass) {
     nameProgramForJournal();
-    MFNotice("started: %@, preset %d", wallpaperClass->identifier(), options.show.preset);
-    status = Run(options, loop).show(*wallpaperClass, cameras);
+    MFNotice("started: %@, preset %d", wallpaperClass->identifier(), options.show.preset.value_or(1));
+    status = Run(options, loop, control).show(*wallpaperClass, cameras);
     MFNotice("stopped with status %d", status);
   }
   if (!error.empty()) {

@@ -41,6 +41,7 @@ class ObservedCameras : public CameraDriver {
     const auto camera = std::find_if(known.begin(), known.end(),
                                      [&](const CameraInfo& info) { return info.uniqueID == uniqueID; });
     activity_->open = camera != known.end() ? *camera : CameraInfo{.uniqueID = uniqueID};
+    ++activity_->openings;
     activity_->lastPosition = activity_->open->position;
     return std::make_unique<ObservedStream>(uniqueID, std::move(stream), activity_);
   }

@@ -11,6 +11,7 @@ namespace nivlo {
 /// Main thread only.
 struct CameraActivity {
   std::optional<CameraInfo> open;
+  unsigned openings = 0;                                                        ///< so far
   AVCaptureDevicePosition lastPosition = AVCaptureDevicePosition::Unspecified;  ///< of the camera opened last
 };
 

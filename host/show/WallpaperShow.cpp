@@ -33,15 +33,7 @@ std::unique_ptr<WallpaperShow> WallpaperShow::make(const WallpaperClass& wallpap
   }
   std::unique_ptr<WallpaperShow> show(new WallpaperShow(wallpaperClass.presetWallpaperOptions(),
                                                         std::move(wallpaper), size, std::move(cameras)));
-  show->preset_ = options.preset;
-  show->options_ = show->presets_.at(static_cast<std::size_t>(options.preset - 1));
-  if (options.scans) {
-    show->options_.setObject(*options.scans, kScans);
-  }
-  if (options.camera) {
-    show->options_.setObject(*options.camera, kCamera);
-  }
-  show->wallpaper_->setWallpaperOptions(show->options_);
+  show->change({options.preset.value_or(1), options.scans, options.camera});
   return show;
 }
 
@@ -68,29 +60,28 @@ WallpaperStatus WallpaperShow::status() const {
           .camera = cameras_->open};
 }
 
-void WallpaperShow::choosePreset(int number) {
-  if (number < 1 || number > presetCount()) {
-    return;
-  }
-  preset_ = number;
-  options_ = presets_[static_cast<std::size_t>(number - 1)];
-  wallpaper_->setWallpaperOptions(options_);
-}
-
-void WallpaperShow::setScanning(bool scans) {
-  options_.setObject(scans, kScans);
+void WallpaperShow::change(const ShowOptions& changes) {
   options_.setObject(cameraInUse(), kCamera);
+  if (changes.preset) {
+    preset_ = *changes.preset;
+    options_ = presets_.at(static_cast<std::size_t>(preset_ - 1));
+  }
+  if (changes.scans) {
+    options_.setObject(*changes.scans, kScans);
+  }
+  if (changes.camera) {
+    options_.setObject(*changes.camera, kCamera);
+  }
+  openingsBefore_ = cameras_->openings;
   wallpaper_->setWallpaperOptions(options_);
 }
 
-void WallpaperShow::swapCameras() {
-  options_.setObject(std::string(cameraInUse() == "front" ? "back" : "front"), kCamera);
-  wallpaper_->setWallpaperOptions(options_);
-}
+void WallpaperShow::swapCameras() { change({.camera = cameraInUse() == "front" ? "back" : "front"}); }
 
-/// A shake may have changed cameras since the options were set.
+/// A shake may have changed cameras since the options were set; while paused, no camera has followed them.
 std::string WallpaperShow::cameraInUse() const {
-  switch (cameras_->lastPosition) {
+  const bool opened = cameras_->openings != openingsBefore_;
+  switch (opened ? cameras_->lastPosition : AVCaptureDevicePosition::Unspecified) {
     case AVCaptureDevicePosition::Front:
       return "front";
     case AVCaptureDevicePosition::Back:

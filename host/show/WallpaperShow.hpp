@@ -13,9 +13,9 @@
 
 namespace nivlo {
 
-/// How a wallpaper begins: one of its presets, and what differs from it.
+/// What a wallpaper shows: one of its presets, and what differs from it.
 struct ShowOptions {
-  int preset = 1;                     ///< counted from 1
+  std::optional<int> preset;          ///< counted from 1; the first one at the beginning, then what stands
   std::optional<bool> scans;          ///< overrides the preset
   std::optional<std::string> camera;  ///< "back" or "front", overrides the preset
 };
@@ -45,9 +45,8 @@ class WallpaperShow {
   WallpaperStatus status() const;
 
   int presetCount() const { return static_cast<int>(presets_.size()); }
-  /// Nothing happens for a preset that does not exist.
-  void choosePreset(int number);
-  void setScanning(bool scans);
+  /// What is absent stays as it is. The preset must exist.
+  void change(const ShowOptions& changes);
   /// Asks for the camera on the other side of the one that was opened last.
   void swapCameras();
 
@@ -60,6 +59,7 @@ class WallpaperShow {
   std::shared_ptr<Wallpaper> wallpaper_;
   CGSize size_;
   std::shared_ptr<const CameraActivity> cameras_;
+  unsigned openingsBefore_ = 0;  // the options were set
   int preset_ = 1;
   NSDictionary options_;
   Presence presence_;

@@ -1,0 +1,76 @@
+#include "host/control/ControlService.hpp"
+
+#include <utility>
+
+#include "host/control/ControlInterface.hpp"
+#include "host/loop/EventSource.hpp"
+#include "platform/Foundation/NSLog.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr std::chrono::seconds kPatience{3};
+
+constexpr auto kBusName = "org.freedesktop.DBus";
+constexpr auto kBusPath = "/org/freedesktop/DBus";
+
+// Of RequestName: nobody may take the name away, as nothing here allows it.
+constexpr guint kWaitInQueue = 0;
+constexpr guint kDoNotQueue = 4;
+constexpr guint kPrimaryOwner = 1;
+
+}  // namespace
+
+ControlService::ControlService(std::function<void()> quit)
+    : controls_(std::move(quit)),
+      bus_(sessionBusAddress(), {[this](GDBusConnection* connection) { connected(connection); },
+                                 [this] { lost(); }, [this](const std::string& cause) { report(cause); }}) {}
+
+bool ControlService::anotherIsRunning() {
+  const auto timeout = EventSource::onTimeout(kPatience, [this] { report("it does not answer"); });
+  while (place_ == Place::Unknown) {
+    g_main_context_iteration(nullptr, TRUE);
+  }
+  return place_ == Place::Another;
+}
+
+void ControlService::connected(GDBusConnection* connection) {
+  // Before the name is taken: whoever sees the name may call.
+  object_.emplace(connection, controls_, actions_.group());
+  calls_.emplace(connection, kBusName);
+  shared_.emplace(G_BUS_TYPE_SESSION);
+  const bool starting = place_ == Place::Unknown;
+  calls_->call({kBusPath, kBusName, "RequestName"},
+               g_variant_new("(su)", kControlName, starting ? kDoNotQueue : kWaitInQueue),
+               [this, starting](const MethodCalls::Reply& reply) {
+                 guint answer = kPrimaryOwner;
+                 if (!reply.values) {
+                   report(reply.error);
+                 } else {
+                   g_variant_get(reply.values, "(u)", &answer);
+                 }
+                 if (starting && place_ == Place::Unknown) {
+                   place_ = answer == kPrimaryOwner ? Place::Only : Place::Another;
+                 }
+               });
+}
+
+void ControlService::lost() {
+  object_.reset();
+  calls_.reset();
+}
+
+void ControlService::report(const std::string& cause) {
+  if (place_ == Place::Unknown) {
+    place_ = Place::Only;
+  }
+  if (!std::exchange(reported_, true)) {
+    NSLog(
+        "control: no session bus, so 'nivlo ctl' cannot reach this program, and a second one is not noticed: "
+        "%@. Nivlo goes on looking for it",
+        cause);
+  }
+}
+
+}  // namespace nivlo

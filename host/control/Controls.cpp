@@ -1,0 +1,132 @@
+#include "host/control/Controls.hpp"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "linux/glib/Owned.hpp"
+
+namespace nivlo {
+
+namespace {
+
+const char* inWords(AVCaptureDevicePosition position) {
+  switch (position) {
+    case AVCaptureDevicePosition::Back:
+      return "back";
+    case AVCaptureDevicePosition::Front:
+      return "front";
+    case AVCaptureDevicePosition::Unspecified:
+      break;
+  }
+  return "unspecified";
+}
+
+void addNumber(GVariantBuilder& to, const char* key, int value) {
+  g_variant_builder_add(&to, "{sv}", key, g_variant_new_int32(value));
+}
+
+void addFlag(GVariantBuilder& to, const char* key, bool value) {
+  g_variant_builder_add(&to, "{sv}", key, g_variant_new_boolean(value));
+}
+
+void addText(GVariantBuilder& to, const char* key, const std::string& value) {
+  const Owned<gchar, g_free> valid(g_utf8_make_valid(value.c_str(), -1));
+  g_variant_builder_add(&to, "{sv}", key, g_variant_new_string(valid.get()));
+}
+
+GVariant* describe(const CameraInfo& camera) {
+  GVariantBuilder entries;
+  g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
+  addText(entries, "id", camera.uniqueID);
+  addText(entries, "name", camera.localizedName);
+  addText(entries, "position", inWords(camera.position));
+  return g_variant_builder_end(&entries);
+}
+
+GVariant* describe(const WallpaperShow& show) {
+  const auto status = show.status();
+  GVariantBuilder entries;
+  g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
+  addNumber(entries, "process", getpid());
+  addNumber(entries, "preset", status.preset);
+  addNumber(entries, "presets", show.presetCount());
+  addFlag(entries, "scanning", status.scanning);
+  addFlag(entries, "animating", status.animating);
+  addFlag(entries, "visible", status.visible);
+  addFlag(entries, "paused", status.paused);
+  addFlag(entries, "foreground", status.inForeground);
+  if (status.camera) {
+    g_variant_builder_add(&entries, "{sv}", "camera", describe(*status.camera));
+  }
+  return g_variant_builder_end(&entries);
+}
+
+ShowOptions changesOf(std::string_view method, GVariant* arguments) {
+  const Owned<GVariant, g_variant_unref> argument(g_variant_get_child_value(arguments, 0));
+  if (method == "SetPreset") {
+    return {.preset = g_variant_get_int32(argument.get())};
+  }
+  if (method == "SetScanning") {
+    return {.scans = g_variant_get_boolean(argument.get()) != FALSE};
+  }
+  ShowOptions changes;
+  gint32 preset = 0;
+  if (g_variant_lookup(argument.get(), "preset", "i", &preset)) {
+    changes.preset = preset;
+  }
+  gboolean scans = FALSE;
+  if (g_variant_lookup(argument.get(), "scanning", "b", &scans)) {
+    changes.scans = scans != FALSE;
+  }
+  const gchar* camera = nullptr;
+  if (g_variant_lookup(argument.get(), "camera", "&s", &camera)) {
+    changes.camera = camera;
+  }
+  return changes;
+}
+
+}  // namespace
+
+void Controls::attach(WallpaperShow* show) {
+  show_ = show;
+  changed_();
+}
+
+Controls::Answer Controls::call(std::string_view method, GVariant* arguments) {
+  if (!show_) {
+    return {.error = "nivlo is starting or ending; try again in a moment"};
+  }
+  if (method == "GetStatus") {
+    return {.values = g_variant_new("(@a{sv})", describe(*show_))};
+  }
+  const auto error = perform(method, arguments);
+  changed_();
+  return {.error = error};
+}
+
+std::string Controls::perform(std::string_view method, GVariant* arguments) {
+  if (method == "Quit") {
+    quit_();
+  } else if (method == "Pause" || method == "Resume") {
+    show_->presence().setPaused(method == "Pause");
+  } else if (method == "Swap") {
+    show_->swapCameras();
+  } else {
+    return change(changesOf(method, arguments));
+  }
+  return "";
+}
+
+std::string Controls::change(const ShowOptions& changes) {
+  if (changes.preset && (*changes.preset < 1 || *changes.preset > show_->presetCount())) {
+    return fmt::format("there is no preset {}; choose one from 1 to {}", *changes.preset,
+                       show_->presetCount());
+  }
+  if (changes.camera && *changes.camera != "back" && *changes.camera != "front") {
+    return "a camera is chosen by its side: back or front";
+  }
+  show_->change(changes);
+  return "";
+}
+
+}  // namespace nivlo

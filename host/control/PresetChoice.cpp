@@ -1,0 +1,25 @@
+#include "host/control/PresetChoice.hpp"
+
+#include <fmt/format.h>
+
+#include "host/control/ControlClient.hpp"
+#include "host/service/InstalledService.hpp"
+
+namespace nivlo {
+
+int shownPreset() { return ControlClient().call("GetStatus").number("preset"); }
+
+std::string choosePreset(int preset) {
+  const auto answer = ControlClient().call("SetPreset", g_variant_new("(i)", preset));
+  if (answer.outcome == ControlClient::Outcome::Refused) {
+    return answer.error;
+  }
+  const bool remembered = rememberPreset(preset);
+  if (answer.outcome == ControlClient::Outcome::Done) {
+    return "";
+  }
+  return remembered ? "Nivlo does not run now; it shows this preset when the desktop starts it"
+                    : fmt::format("Nivlo does not run; 'nivlo --preset {}' shows this preset", preset);
+}
+
+}  // namespace nivlo

@@ -1,0 +1,80 @@
+#include "host/control/StatusText.hpp"
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "host/text/VisibleText.hpp"
+#include "linux/glib/Owned.hpp"
+
+namespace nivlo {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json asJson(GVariant* value);
+
+Json objectFrom(GVariant* dictionary) {
+  auto result = Json::object();
+  GVariantIter entries;
+  g_variant_iter_init(&entries, dictionary);
+  const gchar* key = nullptr;
+  GVariant* value = nullptr;
+  while (g_variant_iter_loop(&entries, "{&sv}", &key, &value)) {
+    result[key] = asJson(value);
+  }
+  return result;
+}
+
+/// Of the types that GetStatus is documented to have.
+Json asJson(GVariant* value) {
+  if (g_variant_is_of_type(value, G_VARIANT_TYPE_VARDICT)) {
+    return objectFrom(value);
+  }
+  if (g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN)) {
+    return g_variant_get_boolean(value) != FALSE;
+  }
+  if (g_variant_is_of_type(value, G_VARIANT_TYPE_INT32)) {
+    return g_variant_get_int32(value);
+  }
+  return g_variant_is_of_type(value, G_VARIANT_TYPE_STRING) ? Json(g_variant_get_string(value, nullptr))
+                                                            : Json();
+}
+
+std::string whyNotAnimated(const Json& status) {
+  if (status.value("paused", false)) {
+    return "paused; 'nivlo ctl resume' goes on";
+  }
+  if (!status.value("foreground", true)) {
+    return "in the background: the session is locked, asleep or not on the screen";
+  }
+  return status.value("visible", true) ? "about to be shown" : "hidden by other windows";
+}
+
+std::string cameraInWords(const Json& status) {
+  if (const auto camera = status.find("camera"); camera != status.end()) {
+    return visibleText(fmt::format("{} ({}, {})", camera->value("name", ""), camera->value("id", ""),
+                                   camera->value("position", "")));
+  }
+  return status.value("animating", false) ? "off: there is none, or it could not be opened; see the log"
+                                          : "off, because the wallpaper is not shown";
+}
+
+}  // namespace
+
+std::string statusAsJson(GVariant* status) {
+  auto result = objectFrom(status);
+  result.emplace("camera", nullptr);
+  return result.dump(2);
+}
+
+std::string statusInWords(GVariant* status) {
+  const auto values = objectFrom(status);
+  return fmt::format("preset     {} of {}\ncamera     {}\nscanning   {}\nwallpaper  {}\nprocess    {}",
+                     values.value("preset", 0), values.value("presets", 0), cameraInWords(values),
+                     values.value("scanning", false) ? "on" : "off",
+                     values.value("animating", false) ? "shown" : whyNotAnimated(values),
+                     values.value("process", 0));
+}
+
+}  // namespace nivlo

@@ -1,0 +1,144 @@
+// Nivlo as one of a session: controlled, started twice, started by the desktop.
+#include <regex>
+
+#include <glib.h>
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "linux/glib/Owned.hpp"
+#include "tests/host/program/Nivlo.hpp"
+#include "tests/support/PrivateBus.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::Eq;
+using testing::HasSubstr;
+
+using Words = std::vector<std::string>;
+
+class ControlTest : public testing::Test {
+ protected:
+  Environment session() const {
+    auto environment = bus_.environment();
+    environment["DBUS_SYSTEM_BUS_ADDRESS"] = environment["DBUS_SESSION_BUS_ADDRESS"];
+    return environment;
+  }
+
+  /// Runs it to its end with this status and returns all that it wrote.
+  std::string run(const Words& arguments, int status, const Environment& changes = {}) {
+    Nivlo program(arguments, merged(session(), changes));
+    EXPECT_THAT(program.waitForExit(), Eq(status)) << program.output();
+    return program.output();
+  }
+  nlohmann::json status() {
+    return nlohmann::json::parse(run({"ctl", "status", "--json"}, 0), nullptr, false);
+  }
+
+  PrivateBus bus_;
+  const Words offscreen_{"--surface", "offscreen",  "--source", "back=demo",
+                         "--source",  "front=demo", "--qr",     "off"};
+};
+
+TEST_F(ControlTest, EachCommandShowsInTheStatusAndAtTheCamera) {
+  Nivlo program(offscreen_, session());
+  ASSERT_TRUE(program.waitForLine("camera demo:back opened"));
+  run({"ctl", "pause"}, 0);
+  EXPECT_TRUE(program.waitForLine("camera demo:back closed"));
+  EXPECT_THAT(run({"ctl", "status"}, 0), HasSubstr("paused"));
+  run({"ctl", "preset", "2"}, 0);
+  run({"ctl", "scan", "off"}, 0);
+  EXPECT_TRUE(status()["camera"].is_null());
+  run({"ctl", "resume"}, 0);
+  EXPECT_TRUE(program.waitForLine("camera demo:front opened")) << "preset 2, chosen during the pause";
+  EXPECT_EQ(status()["preset"], 2);
+  EXPECT_EQ(status()["scanning"], false);
+  run({"ctl", "swap"}, 0);
+  EXPECT_EQ(status()["camera"]["position"], "back");
+  EXPECT_THAT(run({"ctl", "preset", "7"}, 1), HasSubstr("from 1 to 4"));
+  ChildProcess statusBar(
+      {"gdbus", "call", "--session", "--dest=org.nivlo.Wallpaper", "--object-path=/org/nivlo/Wallpaper",
+       "--method=org.gtk.Actions.Activate", "scanning", "[]", "{}"},
+      session());
+  EXPECT_THAT(statusBar.waitForExit(), Eq(0));
+  EXPECT_EQ(status()["scanning"], true);
+  run({"ctl", "quit"}, 0);
+  EXPECT_THAT(program.waitForExit(), Eq(0));
+  EXPECT_THAT(run({"ctl", "status"}, 3), HasSubstr("does not run"));
+}
+
+TEST_F(ControlTest, ASecondStartHandsItsWishesOverAndACrashLeavesNothingBehind) {
+  Nivlo first(offscreen_, session());
+  ASSERT_TRUE(first.waitForLine("opened"));
+  const auto said = run({"--preset", "3", "--camera", "front", "--source", "back=none"}, 0);
+  for (const auto& part :
+       {std::to_string(first.pid()), std::string("shows preset 3"), std::string("--source=back=none")}) {
+    EXPECT_THAT(said, HasSubstr(part));
+  }
+  EXPECT_EQ(status()["preset"], 3);
+  EXPECT_EQ(status()["camera"]["position"], "front");
+  first.kill();
+  Nivlo next(offscreen_, session());
+  EXPECT_TRUE(next.waitForLine("opened"));
+}
+
+TEST_F(ControlTest, ItOutlivesTheBusAndIsReachedAgainWhenTheBusIsBack) {
+  Nivlo program(offscreen_, session());
+  ASSERT_TRUE(program.waitForLine("opened"));
+  {
+    const ChildProcess daemon({"/usr/bin/python3", "-m", "dbusmock", "--template", "power_profiles_daemon",
+                               "--parameters", R"({"ActiveProfile": "power-saver"})"},
+                              session());
+    EXPECT_TRUE(program.waitForLine("looked for less often"));
+  }
+  EXPECT_TRUE(program.waitForLine("as often as before"));
+  bus_.stopDaemon();
+  EXPECT_TRUE(program.waitForLine("'nivlo ctl' cannot reach"));
+  bus_.startDaemon();
+  EXPECT_TRUE(waitFor([&] { return Nivlo({"ctl", "status"}, session()).waitForExit() == 0; }));
+  EXPECT_THAT(program.terminate(), Eq(0));
+}
+
+/// The command line that a file starts programs with, word for word.
+Words commandIn(const std::filesystem::path& path, const char* group, const char* key) {
+  const Owned<GKeyFile, g_key_file_unref> file(g_key_file_new());
+  g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr);
+  const auto read = path.extension() == ".service" ? g_key_file_get_value : g_key_file_get_string;
+  const Owned<gchar, g_free> line(read(file.get(), group, key, nullptr));
+  gchar** parsed = nullptr;
+  g_shell_parse_argv(line ? line.get() : "", nullptr, &parsed, nullptr);
+  const Owned<gchar*, g_strfreev> words(parsed);
+  Words result;
+  for (gchar** word = parsed; word && *word; ++word) {
+    result.push_back(std::regex_replace(*word, std::regex(R"(([%$])\1)"), "$1"));
+  }
+  return result;
+}
+
+TEST_F(ControlTest, TheDesktopStartsItOnceWithTheVeryArgumentsUntilItIsRemoved) {
+  const auto entry = bus_.configDirectory() / "autostart" / "nivlo.desktop";
+  const auto unit = bus_.configDirectory() / "systemd" / "user" / "nivlo.service";
+  const std::string source = R"(--source=back=file:/a b/50% "x" \t $HOME 'y' `z`.png)";
+  run({"install-service", "--preset", "3", "--qr=off", source}, 0);
+  const auto asGiven =
+      ElementsAre(Eq(std::filesystem::canonical(NIVLO_PROGRAM)), "run", "--preset=3", "--qr=off", source);
+  EXPECT_THAT(commandIn(entry, "Desktop Entry", "Exec"), asGiven);
+
+  const TemporaryDirectory tools;
+  const auto systemctl = tools.write("systemctl", "#!/bin/sh\necho $* >> ${0%/*}/calls\n");
+  std::filesystem::permissions(systemctl, std::filesystem::perms::owner_all);
+  const Environment systemd{{"PATH", tools.path().string() + ":" + std::getenv("PATH")}};
+  run({"install-service", "--preset", "3", "--qr=off", source}, 0, systemd);
+  EXPECT_THAT(commandIn(unit, "Service", "ExecStart"), asGiven);
+  EXPECT_FALSE(std::filesystem::exists(entry)) << "it would be started twice";
+  run({"install-service", "--remove"}, 0, systemd);
+  EXPECT_FALSE(std::filesystem::exists(unit));
+  EXPECT_THAT(tools.read("calls"), HasSubstr("--user enable nivlo.service\n"));
+  EXPECT_THAT(tools.read("calls"), HasSubstr("--user disable nivlo.service\n"));
+}
+
+}  // namespace
+
+}  // namespace nivlo::test
