@@ -20,6 +20,9 @@ bool start() {
         "session");
     return false;
   }
+  // libadwaita would say with each alert that it has no parent window; the wallpaper has none to give.
+  g_log_set_handler(
+      "Adwaita", G_LOG_LEVEL_MESSAGE, [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {}, nullptr);
   adw_init();
   return true;
 }

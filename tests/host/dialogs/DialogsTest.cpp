@@ -108,6 +108,8 @@ TEST_F(DialogsTest, EscapePressesTheCancelButtonAndTheEndOfTheProgramCancelsTheN
   for (const auto* line : {"fourth cancelled", "fourth gone", "first cancelled", "first gone"}) {
     EXPECT_TRUE(told(line)) << program_.output();
   }
+  program_.closeInput();
+  EXPECT_EQ(program_.waitForExit(), 0) << program_.output();
 }
 
 class PhoneDialogsTest : public DialogsTest {
