@@ -3,11 +3,9 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <set>
 #include <string>
 #include <thread>
@@ -75,15 +73,12 @@ class FakeCameras : public CameraDriver {
       while (!stop.stop_requested()) {
         onFrame(picture);
         ++cameras_.frames;
-        std::unique_lock lock(mutex_);
-        pause_.wait_for(lock, stop, std::chrono::milliseconds(2), [] { return false; });
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
       }
     }
 
     FakeCameras& cameras_;
     std::string name_;
-    std::mutex mutex_;
-    std::condition_variable_any pause_;
     std::jthread thread_;
   };
 };

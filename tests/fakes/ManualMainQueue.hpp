@@ -1,14 +1,13 @@
 // A main queue that runs when the test says so.
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
 #include <thread>
 
 #include "platform/drivers/MainQueueDriver.hpp"
+#include "tests/support/WaitFor.hpp"
 
 namespace nivlo {
 
@@ -18,7 +17,6 @@ class ManualMainQueue : public MainQueueDriver {
   void post(std::function<void()> work) override {
     const std::lock_guard lock(mutex_);
     work_.push_back(std::move(work));
-    came_.notify_one();
   }
   bool isMainThread() const override { return std::this_thread::get_id() == mainThread_; }
 
@@ -32,14 +30,15 @@ class ManualMainQueue : public MainQueueDriver {
     return count;
   }
 
-  /// Drains until the condition holds; returns false when it has not come to hold in 20 s.
+  /// Drains until the condition holds or the patience ends; returns whether it held.
   bool drainUntil(const std::function<bool()>& condition) {
-    return until(condition, [this] { drain(); });
+    return test::waitFor([&] {
+      drain();
+      return condition();
+    });
   }
   /// The same without running what is queued.
-  bool waitUntil(const std::function<bool()>& condition) {
-    return until(condition, [] {});
-  }
+  bool waitUntil(const std::function<bool()>& condition) { return test::waitFor(condition); }
 
   std::size_t pending() const {
     const std::lock_guard lock(mutex_);
@@ -57,21 +56,8 @@ class ManualMainQueue : public MainQueueDriver {
     return next;
   }
 
-  bool until(const std::function<bool()>& condition, const std::function<void()>& step) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    for (step(); !condition(); step()) {
-      if (std::chrono::steady_clock::now() > deadline) {
-        return false;
-      }
-      std::unique_lock lock(mutex_);
-      came_.wait_for(lock, std::chrono::milliseconds(2));
-    }
-    return true;
-  }
-
   const std::thread::id mainThread_ = std::this_thread::get_id();
   mutable std::mutex mutex_;
-  std::condition_variable came_;
   std::deque<std::function<void()>> work_;
 };
 
