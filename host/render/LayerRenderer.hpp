@@ -1,12 +1,14 @@
 // Draws a view into pixels.
 #pragma once
 
+#include <memory>
+
 #include "host/render/PictureConverter.hpp"
 #include "host/render/ViewLayout.hpp"
 
 namespace nivlo {
 
-/// Main thread only.
+/// Converts a frame once for all targets that it is drawn into one after the other. Main thread only.
 class LayerRenderer {
  public:
   /// Draws the view on black, laid out for the target's size. Each preview layer shows its newest frame,
@@ -14,10 +16,12 @@ class LayerRenderer {
   bool render(const LaidOutView& view, PixelsView target);
 
  private:
-  bool drawPicture(const CaptureFrame& frame, AVLayerVideoGravity gravity, CGRect rect, PixelsView target);
+  PixelsView upright(const CaptureFrame& frame);
 
   PictureConverter converter_;
   Pixels upright_;
+  std::weak_ptr<const VideoFrame> converted_;  ///< the frame that `upright_` holds
+  PictureGeometry convertedGeometry_;
 };
 
 }  // namespace nivlo

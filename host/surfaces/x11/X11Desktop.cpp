@@ -1,0 +1,141 @@
+#include "host/surfaces/x11/X11Desktop.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <xcb/shape.h>
+#include <xcb/xcb_icccm.h>
+
+namespace nivlo {
+
+namespace {
+
+constexpr std::uint32_t kEveryDesktop = 0xffffffff;
+
+/// Mirrored monitors show one window.
+bool isShown(const std::vector<X11Monitor>& monitors, const X11Rect& place) {
+  return std::any_of(monitors.begin(), monitors.end(),
+                     [&](const auto& monitor) { return monitor.place == place; });
+}
+
+}  // namespace
+
+std::unique_ptr<X11Desktop> X11Desktop::open(std::unique_ptr<X11Connection> connection,
+                                             const SurfaceOptions& options, SurfaceHandlers handlers,
+                                             std::string* error) {
+  std::unique_ptr<X11Desktop> desktop(new X11Desktop(std::move(connection), options, std::move(handlers)));
+  if (options.output.empty() || !desktop->monitors_.empty()) {
+    return desktop;
+  }
+  std::vector<std::string> names;
+  for (const auto& monitor : desktop->allMonitors_.list()) {
+    names.push_back(monitor.name);
+  }
+  *error =
+      fmt::format("the X11 display has no output {}; it has: {}", options.output, fmt::join(names, ", "));
+  return nullptr;
+}
+
+X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceOptions& options,
+                       SurfaceHandlers handlers)
+    : X11Surface(std::move(connection), options.pause, std::move(handlers)),
+      output_(options.output),
+      manager_(this->connection()),
+      clients_(this->connection()),
+      allMonitors_(this->connection()) {
+  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  xcb_change_window_attributes(this->connection().get(), this->connection().root(), XCB_CW_EVENT_MASK, &mask);
+  findMonitors();
+}
+
+/// With all monitors off the wallpaper waits for one, laid out for the whole screen.
+CGSize X11Desktop::size() const {
+  const auto& screen = connection().screen();
+  const auto place =
+      monitors_.empty() ? X11Rect{0, 0, screen.width_in_pixels, screen.height_in_pixels} : monitors_[0].place;
+  return {static_cast<double>(place.width), static_cast<double>(place.height)};
+}
+
+void X11Desktop::findMonitors() {
+  monitors_.clear();
+  for (auto& monitor : allMonitors_.list()) {
+    if ((output_.empty() || monitor.name == output_) && !isShown(monitors_, monitor.place)) {
+      monitors_.push_back(std::move(monitor));
+    }
+  }
+}
+
+void X11Desktop::open() { placeCanvases(); }
+
+void X11Desktop::handle(const xcb_generic_event_t& event) {
+  managerChanged_ = manager_.handle(event) || managerChanged_;
+  monitorsChanged_ = allMonitors_.isChange(event) || monitorsChanged_;
+  clients_.handle(event);
+}
+
+void X11Desktop::settle() {
+  if (std::exchange(managerChanged_, false)) {
+    canvases().clear();
+    clients_.forget();
+    monitorsChanged_ = true;
+  }
+  if (std::exchange(monitorsChanged_, false)) {
+    findMonitors();
+    placeCanvases();
+  }
+  if (manager_.isThere()) {
+    clients_.update();
+  }
+}
+
+void X11Desktop::placeCanvases() {
+  Canvases placed;
+  for (const auto& monitor : monitors_) {
+    auto& canvas = canvases()[monitor.name];
+    if (canvas) {
+      canvas->move(monitor.place);
+    } else {
+      canvas = makeCanvas(monitor.place);
+    }
+    placed[monitor.name] = std::move(canvas);
+  }
+  canvases() = std::move(placed);
+}
+
+std::unique_ptr<X11Canvas> X11Desktop::makeCanvas(const X11Rect& place) {
+  const auto kind = manager_.knowsDesktopWindows() ? X11Canvas::Kind::Managed : X11Canvas::Kind::Lowest;
+  auto canvas = std::make_unique<X11Canvas>(connection(), place, kind);
+  setHints(canvas->window(), place);
+  if (connection().extension(xcb_shape_id)) {
+    xcb_shape_rectangles(connection().get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                         canvas->window(), 0, 0, 0, nullptr);
+  }
+  canvas->map();
+  return canvas;
+}
+
+void X11Desktop::setHints(xcb_window_t window, const X11Rect& place) {
+  auto& server = connection();
+  server.setValues(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
+                   {server.atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
+  server.setValues(window, "_NET_WM_STATE", XCB_ATOM_ATOM,
+                   {server.atom("_NET_WM_STATE_STICKY"), server.atom("_NET_WM_STATE_BELOW"),
+                    server.atom("_NET_WM_STATE_SKIP_TASKBAR"), server.atom("_NET_WM_STATE_SKIP_PAGER")});
+  server.setValues(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {kEveryDesktop});
+  xcb_icccm_wm_hints_t hints{};
+  xcb_icccm_wm_hints_set_input(&hints, 0);
+  xcb_icccm_set_wm_hints(server.get(), window, &hints);
+  xcb_size_hints_t size{};
+  xcb_icccm_size_hints_set_position(&size, 1, place.x, place.y);
+  xcb_icccm_size_hints_set_size(&size, 1, place.width, place.height);
+  xcb_icccm_set_wm_normal_hints(server.get(), window, &size);
+}
+
+bool X11Desktop::isCovered(const X11Canvas& canvas) const {
+  const bool obscured = pause() == PausePolicy::Covered && canvas.isObscured();
+  return obscured || clients_.cover(canvas.place(), pause());
+}
+
+}  // namespace nivlo

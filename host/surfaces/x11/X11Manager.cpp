@@ -1,0 +1,46 @@
+#include "host/surfaces/x11/X11Manager.hpp"
+
+#include <algorithm>
+
+namespace nivlo {
+
+namespace {
+
+constexpr auto kCheck = "_NET_SUPPORTING_WM_CHECK";
+constexpr auto kSupported = "_NET_SUPPORTED";
+
+}  // namespace
+
+/// A manager that was killed leaves its properties on the root window, but not the window that they name.
+void X11Manager::look() {
+  const auto named = connection_.values(connection_.root(), kCheck);
+  const bool alive = !named.empty() && connection_.values(named[0], kCheck) == named;
+  check_ = alive ? named[0] : XCB_NONE;
+  knowsDesktopWindows_ = false;
+  if (!alive) {
+    return;
+  }
+  const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  xcb_change_window_attributes(connection_.get(), check_, XCB_CW_EVENT_MASK, &mask);
+  const auto supported = connection_.values(connection_.root(), kSupported);
+  knowsDesktopWindows_ = std::find(supported.begin(), supported.end(),
+                                   connection_.atom("_NET_WM_WINDOW_TYPE_DESKTOP")) != supported.end();
+}
+
+bool X11Manager::handle(const xcb_generic_event_t& event) {
+  const auto kind = event.response_type & 0x7f;
+  bool changed = false;
+  if (kind == XCB_PROPERTY_NOTIFY) {
+    const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    changed = property.window == connection_.root() &&
+              (property.atom == connection_.atom(kCheck) || property.atom == connection_.atom(kSupported));
+  } else if (kind == XCB_DESTROY_NOTIFY) {
+    changed = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == check_;
+  }
+  if (changed) {
+    look();
+  }
+  return changed;
+}
+
+}  // namespace nivlo
