@@ -42,12 +42,5 @@ TEST_F(LinuxDeviceIdentityTest, TheVersionKeepsItsQuotesOrIsNotFound) {
   EXPECT_EQ(systemVersion(), "Some \"rolling\" Linux") << "a broken line";
 }
 
-TEST_F(LinuxDeviceIdentityTest, AMachineThatWasChosenIsNotTaken) {
-  utsname kernel{};
-  ASSERT_EQ(uname(&kernel), 0);
-  EXPECT_EQ(makeLinuxDeviceIdentity("", root.path())->machine(), kernel.machine);
-  EXPECT_EQ(makeLinuxDeviceIdentity("iPhone4,1", root.path())->machine(), "iPhone4,1");
-}
-
 }  // namespace
 }  // namespace nivlo

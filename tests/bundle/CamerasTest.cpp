@@ -24,17 +24,6 @@ TEST_F(Cameras, FollowTheOptionsThatSetTheGateToo) {
   }
 }
 
-TEST_F(Cameras, AreOfferedInFourPresets) {
-  const auto preset = [](const char* thumbnail, bool scans, const char* camera) {
-    return NSDictionary{
-        {"kSBUIMagicWallpaperThumbnailNameKey", thumbnail}, {"qr", scans}, {"cameraPosition", camera}};
-  };
-  EXPECT_EQ(
-      NivloWallpaper::presetWallpaperOptions(),
-      (std::vector{preset("nivlowallpaper1", true, "back"), preset("nivlowallpaper2", true, "front"),
-                   preset("nivlowallpaper3", false, "back"), preset("nivlowallpaper4", false, "front")}));
-}
-
 TEST_F(Cameras, SwapWhileTheFirstOneStaysNamed) {
   view->setAnimating(true);
   view->setCameraPosition(AVCaptureDevicePosition::Back);
