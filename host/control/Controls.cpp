@@ -9,7 +9,7 @@ namespace nivlo {
 
 namespace {
 
-const char* inWords(AVCaptureDevicePosition position) {
+const char* sideInWords(AVCaptureDevicePosition position) {
   switch (position) {
     case AVCaptureDevicePosition::Back:
       return "back";
@@ -39,7 +39,7 @@ GVariant* describe(const CameraInfo& camera) {
   g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
   addText(entries, "id", camera.uniqueID);
   addText(entries, "name", camera.localizedName);
-  addText(entries, "position", inWords(camera.position));
+  addText(entries, "position", sideInWords(camera.position));
   return g_variant_builder_end(&entries);
 }
 

@@ -27,7 +27,7 @@ GVariant* changesFor(const ShowOptions& wishes) {
   return g_variant_new("(@a{sv})", g_variant_builder_end(&entries));
 }
 
-std::string inWords(const ShowOptions& wishes) {
+std::string wishesInWords(const ShowOptions& wishes) {
   std::vector<std::string> parts;
   if (wishes.preset) {
     parts.push_back(fmt::format("shows preset {}", *wishes.preset));
@@ -60,7 +60,7 @@ int handOver(const ShowOptions& wishes, const std::vector<std::string>& given) {
     return 1;
   }
   std::cout << fmt::format("nivlo is already running (process {}){}\n", status.number("process"),
-                           inWords(wishes));
+                           wishesInWords(wishes));
   if (const auto others = leftOut(given); !others.empty()) {
     std::cout << fmt::format("Only a new start takes {}: 'nivlo ctl quit' first\n", fmt::join(others, " "));
   }
