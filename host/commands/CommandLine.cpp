@@ -52,6 +52,9 @@ std::vector<std::string> given(const CLI::App& app) {
   return result;
 }
 
+const std::map<std::string, AlertKind> kAlerts{
+    {"auto", AlertKind::Auto}, {"desktop", AlertKind::Desktop}, {"terminal", AlertKind::Terminal}};
+
 /// What "run" and the program without a command share.
 class RunArguments {
  public:
@@ -85,8 +88,11 @@ class RunArguments {
            "windows), fullscreen, or never; each output counts for itself")
         ->check(CLI::IsMember({"covered", "fullscreen", "never"}))
         ->capture_default_str();
-    app.add_option("--alerts", alerts_, "How to ask: in the terminal, with numbered buttons")
-        ->check(CLI::IsMember({"auto", "terminal"}))
+    app.add_option(
+           "--alerts", alerts_,
+           "How to ask: with the desktop's dialogs, or in the terminal with numbered buttons; auto is the "
+           "desktop where the wallpaper is shown on one")
+        ->check(CLI::IsMember({"auto", "desktop", "terminal"}))
         ->capture_default_str();
     app.add_option("--bundle", options_.bundle, "The wallpaper bundle to load in place of the built-in one");
   }
@@ -125,6 +131,7 @@ class RunArguments {
     }
     result.surfaceKind = kSurfaces.at(surface_);
     result.surface.pause = kPauses.at(pause_);
+    result.alerts = kAlerts.at(alerts_);
     result.sources = parseSources(sources_);
     readSize(result);
     readAccelerometer(result);

@@ -17,6 +17,9 @@
 
 namespace nivlo {
 
+/// Auto is the desktop's dialogs where the wallpaper is shown on one.
+enum class AlertKind { Auto, Desktop, Terminal };
+
 struct RunOptions {
   std::filesystem::path bundle;
   ShowOptions show;
@@ -25,6 +28,7 @@ struct RunOptions {
   std::optional<std::filesystem::path> accelerometerScript;  ///< in place of the sensor
   SurfaceKind surfaceKind = SurfaceKind::Auto;
   SurfaceOptions surface;
+  AlertKind alerts = AlertKind::Auto;
   std::optional<std::filesystem::path> snapshot;
   std::optional<int> frames;                            ///< ends after so many drawn frames
   std::optional<std::chrono::duration<double>> runFor;  ///< ends after this time

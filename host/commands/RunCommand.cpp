@@ -11,6 +11,8 @@
 #include "bundle/MFLog/MFLog.hpp"
 #include "host/alerts/TerminalAlerts.hpp"
 #include "host/alerts/TerminalPasteboard.hpp"
+#include "host/alerts/gtk/GtkAlerts.hpp"
+#include "host/alerts/gtk/GtkPasteboard.hpp"
 #include "host/bundle/BundleLoader.hpp"
 #include "host/control/ControlService.hpp"
 #include "host/control/HandOver.hpp"
@@ -40,6 +42,11 @@ namespace nivlo {
 
 namespace {
 
+bool asksOnDesktop(const RunOptions& options) {
+  return options.alerts == AlertKind::Desktop ||
+         (options.alerts == AlertKind::Auto && options.surfaceKind != SurfaceKind::Offscreen && hasDisplay());
+}
+
 /// Returns an error message, empty on success.
 std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr<CameraActivity>& activity) {
   std::string error;
@@ -55,8 +62,13 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
   } else if (error.empty()) {
     set.accelerometer = makeScriptedAccelerometer(*options.accelerometerScript, &error);
   }
-  set.alerts = journaled(makeTerminalAlerts(std::cout, STDIN_FILENO));
+  set.alerts = makeTerminalAlerts(std::cout, STDIN_FILENO);
   set.pasteboard = makeTerminalPasteboard(std::cout);
+  if (asksOnDesktop(options)) {
+    set.alerts = makeGtkAlerts(std::move(set.alerts));
+    set.pasteboard = makeGtkPasteboard(std::move(set.pasteboard));
+  }
+  set.alerts = journaled(std::move(set.alerts));
   set.urls = makeDesktopURLOpener();
   set.sound = makeGStreamerSound();
   set.device = makeLinuxDeviceIdentity(options.machine);
@@ -113,7 +125,9 @@ class Run {
   }
 
   void drawn() {
+    show_->frameShown();
     if (++framesDrawn_ == 1) {
+      MFInfo("first picture");
       writeSnapshot();
     }
     if (options_.frames && framesDrawn_ >= *options_.frames) {

@@ -9,7 +9,9 @@ inline constexpr auto kControlInterface = "org.nivlo.Wallpaper1";
 
 /// Of Change, each key may be absent: "preset" (i, from 1), "scanning" (b), "camera" (s, "back" or "front").
 /// GetStatus: "process" (i), "preset" and "presets" (i), "scanning", "animating", "visible", "paused" and
-/// "foreground" (b), and while a camera is open "camera" (a{sv} of "id", "name" and "position").
+/// "foreground" (b), "frames" shown so far (i), "ageMedian" and "age95" (d, the milliseconds from a picture's
+/// capture to the screen, of the last few hundred), and while a camera is open "camera" (a{sv} of "id",
+/// "name" and "position").
 inline constexpr auto kControlDescription = R"(<node><interface name="org.nivlo.Wallpaper1">
 <method name="Pause"/>
 <method name="Resume"/>

@@ -25,6 +25,10 @@ void addNumber(GVariantBuilder& to, const char* key, int value) {
   g_variant_builder_add(&to, "{sv}", key, g_variant_new_int32(value));
 }
 
+void addDouble(GVariantBuilder& to, const char* key, double value) {
+  g_variant_builder_add(&to, "{sv}", key, g_variant_new_double(value));
+}
+
 void addFlag(GVariantBuilder& to, const char* key, bool value) {
   g_variant_builder_add(&to, "{sv}", key, g_variant_new_boolean(value));
 }
@@ -55,6 +59,9 @@ GVariant* describe(const WallpaperShow& show) {
   addFlag(entries, "visible", status.visible);
   addFlag(entries, "paused", status.paused);
   addFlag(entries, "foreground", status.inForeground);
+  addNumber(entries, "frames", static_cast<int>(status.frames.frames()));
+  addDouble(entries, "ageMedian", status.frames.age(0.5));
+  addDouble(entries, "age95", status.frames.age(0.95));
   if (status.camera) {
     g_variant_builder_add(&entries, "{sv}", "camera", describe(*status.camera));
   }

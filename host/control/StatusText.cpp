@@ -34,6 +34,9 @@ Json asJson(GVariant* value) {
   if (g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN)) {
     return g_variant_get_boolean(value) != FALSE;
   }
+  if (g_variant_is_of_type(value, G_VARIANT_TYPE_DOUBLE)) {
+    return g_variant_get_double(value);
+  }
   if (g_variant_is_of_type(value, G_VARIANT_TYPE_INT32)) {
     return g_variant_get_int32(value);
   }
@@ -70,11 +73,14 @@ std::string statusAsJson(GVariant* status) {
 
 std::string statusInWords(GVariant* status) {
   const auto values = objectFrom(status);
-  return fmt::format("preset     {} of {}\ncamera     {}\nscanning   {}\nwallpaper  {}\nprocess    {}",
-                     values.value("preset", 0), values.value("presets", 0), cameraInWords(values),
-                     values.value("scanning", false) ? "on" : "off",
-                     values.value("animating", false) ? "shown" : whyNotAnimated(values),
-                     values.value("process", 0));
+  return fmt::format(
+      "preset     {} of {}\ncamera     {}\nscanning   {}\nwallpaper  {}\npictures   {}, {:.1f} ms behind the "
+      "camera "
+      "(95 % within {:.1f})\nprocess    {}",
+      values.value("preset", 0), values.value("presets", 0), cameraInWords(values),
+      values.value("scanning", false) ? "on" : "off",
+      values.value("animating", false) ? "shown" : whyNotAnimated(values), values.value("frames", 0),
+      values.value("ageMedian", 0.0), values.value("age95", 0.0), values.value("process", 0));
 }
 
 }  // namespace nivlo

@@ -1,10 +1,14 @@
 #include "host/scan/ScanCommand.hpp"
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cmath>
+#include <future>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include <nlohmann/json.hpp>
 #include <unistd.h>
@@ -12,11 +16,14 @@
 #include "host/scan/PictureScan.hpp"
 #include "host/text/VisibleText.hpp"
 #include "linux/camera/ImageFile.hpp"
-#include "linux/codes/ZXingCodeReader.hpp"
+#include "linux/codes/process/ProcessCodeReader.hpp"
 
 namespace nivlo {
 
 namespace {
+
+// Nobody waits for a picture in a file as for the one on the screen; a look at a large photo takes its time.
+constexpr std::chrono::milliseconds kDeadline = 10 * kLiveDeadline;
 
 struct Scan {
   std::vector<DecodedCode> codes;
@@ -28,13 +35,42 @@ Scan scanFile(CodeReaderDriver& driver, const std::filesystem::path& file) {
   const auto start = std::chrono::steady_clock::now();
   Scan scan;
   const ImageLoad image = loadImageFile(file);
-  if (image.frame)
-    scan.codes = scanPicture(*driver.makeReader(), *image.frame);
+  const auto reader = image.frame ? driver.makeReader() : nullptr;
+  if (reader)
+    scan.codes = scanPicture(*reader, *image.frame);
   else
-    scan.error = image.error;
+    scan.error = image.frame ? "there is no reader for it" : image.error;
   scan.duration = std::chrono::steady_clock::now() - start;
   return scan;
 }
+
+/// Scans the files on all cores, from construction on.
+class ParallelScan {
+ public:
+  explicit ParallelScan(const std::vector<std::filesystem::path>& files)
+      : files_(files), scans_(files.size()) {
+    const auto cores = std::max<std::size_t>(1, std::thread::hardware_concurrency());
+    for (std::size_t i = 0; i < std::min(cores, files.size()); ++i) {
+      workers_.emplace_back([this](const std::stop_token& stop) { work(stop); });
+    }
+  }
+
+  /// Waits for the scan of a file, which can be taken once.
+  Scan take(std::size_t file) { return scans_[file].get_future().get(); }
+
+ private:
+  void work(const std::stop_token& stop) {
+    const auto driver = makeProcessCodeReaderDriver(kDeadline);
+    for (std::size_t i = next_++; i < files_.size() && !stop.stop_requested(); i = next_++) {
+      scans_[i].set_value(scanFile(*driver, files_[i]));
+    }
+  }
+
+  const std::vector<std::filesystem::path>& files_;
+  std::vector<std::promise<Scan>> scans_;
+  std::atomic<std::size_t> next_{0};
+  std::vector<std::jthread> workers_;
+};
 
 void writeText(std::ostream& out, std::ostream& err, const std::string& prefix, const Scan& scan) {
   for (const DecodedCode& code : scan.codes)
@@ -79,13 +115,14 @@ class Progress {
 }  // namespace
 
 int runScan(const ScanOptions& options, std::ostream& out, std::ostream& err) {
-  const std::unique_ptr<CodeReaderDriver> driver = makeZXingCodeReaderDriver();
+  if (!makeProcessCodeReaderDriver()->makeReader()) return 1;
+  ParallelScan scans(options.files);
   Progress progress(err, options.files.size());
   int status = 0;
   for (std::size_t i = 0; i < options.files.size(); ++i) {
     const std::filesystem::path& file = options.files[i];
     progress.show(i);
-    const Scan scan = scanFile(*driver, file);
+    const Scan scan = scans.take(i);
     progress.wipe();
     const std::string name = visibleText(file.string());
     if (options.json)

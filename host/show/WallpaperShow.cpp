@@ -50,6 +50,14 @@ WallpaperShow::~WallpaperShow() { wallpaper_->setAnimating(false); }
 
 LaidOutView WallpaperShow::view() const { return {wallpaper_->view(), size_}; }
 
+void WallpaperShow::frameShown() {
+  const auto previews = placedPreviews(view(), size_);
+  const auto newest = previews.empty() ? nullptr : previews.front().layer->newestFrame().picture;
+  if (newest) {
+    frames_.shown(newest->captureTime);
+  }
+}
+
 WallpaperStatus WallpaperShow::status() const {
   return {.preset = preset_,
           .scanning = boolValue(options_.objectForKey(kScans)),
@@ -57,7 +65,8 @@ WallpaperStatus WallpaperShow::status() const {
           .visible = presence_.isVisible(),
           .paused = presence_.isPaused(),
           .inForeground = presence_.isInForeground(),
-          .camera = cameras_->open};
+          .camera = cameras_->open,
+          .frames = frames_};
 }
 
 void WallpaperShow::change(const ShowOptions& changes) {

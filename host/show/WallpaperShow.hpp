@@ -8,6 +8,7 @@
 
 #include "host/render/ViewLayout.hpp"
 #include "host/show/CameraActivity.hpp"
+#include "host/show/FrameStatistics.hpp"
 #include "host/show/Presence.hpp"
 #include "platform/HostContract/WallpaperClass.hpp"
 
@@ -28,6 +29,7 @@ struct WallpaperStatus {
   bool paused = false;               ///< by the person
   bool inForeground = true;          ///< the session is neither locked nor asleep nor another user's
   std::optional<CameraInfo> camera;  ///< the open one
+  FrameStatistics frames;
 };
 
 /// Owns the wallpaper and follows Presence. Main thread only.
@@ -43,6 +45,8 @@ class WallpaperShow {
   LaidOutView view() const;
   Presence& presence() { return presence_; }
   WallpaperStatus status() const;
+  /// The surface has just shown the view's newest picture.
+  void frameShown();
 
   int presetCount() const { return static_cast<int>(presets_.size()); }
   /// What is absent stays as it is. The preset must exist.
@@ -62,6 +66,7 @@ class WallpaperShow {
   unsigned openingsBefore_ = 0;  // the options were set
   int preset_ = 1;
   NSDictionary options_;
+  FrameStatistics frames_;
   Presence presence_;
 };
 

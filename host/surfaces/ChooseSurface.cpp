@@ -44,6 +44,8 @@ std::unique_ptr<Surface> automatic(const SurfaceOptions& options, const SurfaceH
 
 }  // namespace
 
+bool hasDisplay() { return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"); }
+
 std::unique_ptr<Surface> chooseSurface(SurfaceKind kind, const SurfaceOptions& options,
                                        const SurfaceHandlers& handlers, std::string* error) {
   switch (kind) {

@@ -16,6 +16,9 @@ enum class SurfaceKind {
   Offscreen,  ///< memory
 };
 
+/// Whether there is a Wayland or X11 display to be tried.
+bool hasDisplay();
+
 /// Null, with the cause and the remedy in `*error`, where there is no such surface. With Auto there always is
 /// one; what is missing for a better one is said in the log.
 std::unique_ptr<Surface> chooseSurface(SurfaceKind kind, const SurfaceOptions& options,

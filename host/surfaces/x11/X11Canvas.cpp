@@ -6,6 +6,8 @@ namespace nivlo {
 
 namespace {
 
+constexpr std::chrono::milliseconds kMappingPatience{500};
+
 template <typename Event>
 const Event& as(const xcb_generic_event_t& event) {
   return reinterpret_cast<const Event&>(event);
@@ -52,6 +54,8 @@ void X11Canvas::map() {
     lower();
   }
   xcb_map_window(connection_.get(), window_);
+  connection_.flush();
+  mapping_ = EventSource::onTimeout(kMappingPatience, [this] { map(); });
 }
 
 void X11Canvas::move(const X11Rect& place) {
@@ -97,10 +101,13 @@ void X11Canvas::handle(const xcb_generic_event_t& event) {
       }
       break;
     case XCB_MAP_NOTIFY:
-      unmapped_ = unmapped_ && as<xcb_map_notify_event_t>(event).window != window_;
+      if (as<xcb_map_notify_event_t>(event).window == window_) {
+        mapped_ = true;
+        mapping_ = EventSource();
+      }
       break;
     case XCB_UNMAP_NOTIFY:
-      unmapped_ = unmapped_ || as<xcb_unmap_notify_event_t>(event).window == window_;
+      mapped_ = mapped_ && as<xcb_unmap_notify_event_t>(event).window != window_;
       break;
     case XCB_CONFIGURE_NOTIFY:
       configured(as<xcb_configure_notify_event_t>(event));

@@ -26,11 +26,11 @@ class X11Canvas {
   xcb_window_t window() const { return window_; }
   /// Where it was put; a window manager may have put it elsewhere.
   const X11Rect& place() const { return place_; }
+  /// Asks for it until it is done: a window manager that is just starting may overlook it.
   void map();
   void move(const X11Rect& place);
 
-  /// Whether somebody has taken it off the screen.
-  bool isUnmapped() const { return unmapped_; }
+  bool isMapped() const { return mapped_; }
   /// Whether other windows cover all of it. A server that keeps windows' content for a compositing manager
   /// never says so.
   bool isObscured() const { return obscured_; }
@@ -58,7 +58,8 @@ class X11Canvas {
   xcb_window_t window_;
   xcb_gcontext_t context_;
   std::unique_ptr<X11Picture> picture_;
-  bool unmapped_ = false;
+  EventSource mapping_;
+  bool mapped_ = false;
   bool obscured_ = false;
   bool stale_ = false;
 };

@@ -40,7 +40,7 @@ void X11Surface::show(LaidOutView view) {
 }
 
 bool X11Surface::isSeen(const X11Canvas& canvas) const {
-  return power_.isOn() && !canvas.isUnmapped() && !isCovered(canvas);
+  return power_.isOn() && canvas.isMapped() && !isCovered(canvas);
 }
 
 void X11Surface::reportVisibility() {

@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
-#include <nlohmann/json.hpp>
 
 #include "tests/support/desktop/VirtualInput.hpp"
 
@@ -34,36 +33,15 @@ class DialogsTest : public testing::Test {
 
   void show(const std::string& title, const std::string& text, const std::string& indices = "0 -1") {
     const auto file = directory_.path() / title;
-    auto earlier = focused();
+    const auto earlier = sway_.focusedWindow();
     std::ofstream(file, std::ios::binary) << text;
     ASSERT_TRUE(program_.write("show " + title + ' ' + indices + ' ' + file.string() + '\n'));
     ASSERT_TRUE(program_.waitForLine(title + " appeared")) << program_.output();
-    ASSERT_TRUE(waitFor([&] { return focused().contains("id") && focused()["id"] != earlier["id"]; }));
-  }
-
-  /// The focused window, null when there is none.
-  nlohmann::json focused() const { return find(nlohmann::json::parse(sway_.query("get_tree"))); }
-
-  static nlohmann::json find(const nlohmann::json& node) {
-    if (node["focused"] && node.contains("pid")) {
-      return node;
-    }
-    for (const auto* children : {"nodes", "floating_nodes"}) {
-      for (const auto& child : node[children]) {
-        if (auto found = find(child); !found.is_null()) {
-          return found;
-        }
-      }
-    }
-    return {};
+    ASSERT_TRUE(waitFor([&] { return sway_.focusedWindow() != earlier; }));
   }
 
   /// The buttons share the lowest line of a dialog.
-  void clickSecondButton() {
-    const auto place = focused()["rect"];
-    const auto at = [&](const char* key) { return place[key].get<int>(); };
-    input_.click(at("x") + at("width") * 3 / 4, at("y") + at("height") - 20);
-  }
+  void clickSecondButton() { input_.clickLowestLine(*sway_.focusedWindow(), 0.75); }
 
   bool told(const std::string& line) { return program_.waitForLine(line).has_value(); }
 
@@ -78,7 +56,7 @@ TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextAndTheOlderDialogWaits) {
   const auto text = hostileText();
   show("older", "Get an URL link: https://bank.example@evil.example/login?next=https://bank.example");
   sway_.screenshot("HEADLESS-1", "dialog-link");
-  EXPECT_EQ(focused()["app_id"], "nivlo") << "the name of the desktop entry";
+  EXPECT_EQ(sway_.focusedWindow()->application, "nivlo") << "the name of the desktop entry";
   show("newer", text);
   sway_.screenshot("HEADLESS-1", "dialog-hostile");
   clickSecondButton();
@@ -94,7 +72,7 @@ TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextAndTheOlderDialogWaits) {
 
 TEST_F(DialogsTest, EscapePressesTheCancelButtonAndTheEndOfTheProgramCancelsTheNewestFirst) {
   show("first", "one");
-  const auto first = focused()["id"].dump();
+  const auto first = std::to_string(sway_.focusedWindow()->id);
   show("second", "two", "1 -1");
   sway_.message("[con_id=" + first + "] focus");
   input_.key(KEY_ESC);
@@ -120,16 +98,16 @@ class PhoneDialogsTest : public DialogsTest {
 TEST_F(PhoneDialogsTest, KeepsTheButtonsOfALongTextInReach) {
   show("long", hostileText());
   sway_.screenshot("HEADLESS-1", "dialog-phone");
-  const auto window = focused()["rect"];
-  EXPECT_GE(window["y"], 0);
-  EXPECT_LE(window["width"], 360);
+  const auto window = *sway_.focusedWindow();
+  EXPECT_GE(window.y, 0);
+  EXPECT_LE(window.width, 360);
   clickSecondButton();
   EXPECT_TRUE(told("long tapped Copy")) << program_.output();
 }
 
 TEST_F(PhoneDialogsTest, PicksAPresetByTouchAndByKeyboardOnAPhone) {
   ChildProcess picker({NIVLO_TEST_DIALOGS, NIVLO_BUNDLE}, sway_.environment());
-  ASSERT_TRUE(waitFor([&] { return focused().contains("id"); })) << picker.output();
+  ASSERT_TRUE(waitFor([&] { return sway_.focusedWindow().has_value(); })) << picker.output();
   input_.click(180, 340);
   EXPECT_TRUE(picker.waitForLine("picked 2")) << picker.output();
   input_.key(KEY_END);

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 #include "linux/camera/ImageFile.hpp"
@@ -42,6 +43,22 @@ std::filesystem::path outputDirectory() {
   const std::filesystem::path directory = chosen ? chosen : NIVLO_TEST_OUTPUT_DIR;
   std::filesystem::create_directories(directory);
   return directory;
+}
+
+std::optional<WindowPlace> findFocused(const nlohmann::json& node) {
+  if (node["focused"] && node.contains("pid")) {
+    const auto& place = node["rect"];
+    return WindowPlace{node["id"], node.value("app_id", ""), place["x"],
+                       place["y"], place["width"],           place["height"]};
+  }
+  for (const auto* children : {"nodes", "floating_nodes"}) {
+    for (const auto& child : node[children]) {
+      if (auto found = findFocused(child)) {
+        return found;
+      }
+    }
+  }
+  return std::nullopt;
 }
 
 Picture readPicture(const std::filesystem::path& path) {
@@ -96,6 +113,10 @@ DesktopSize HeadlessSway::size() const {
 void HeadlessSway::message(const std::string& command) const { run({"swaymsg", "--", command}); }
 
 std::string HeadlessSway::query(const std::string& type) const { return run({"swaymsg", "-r", "-t", type}); }
+
+std::optional<WindowPlace> HeadlessSway::focusedWindow() const {
+  return findFocused(nlohmann::json::parse(query("get_tree")));
+}
 
 Picture HeadlessSway::screenshot(const std::string& output, const std::string& name) const {
   const auto path = outputDirectory() / (name + ".png");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,17 @@ namespace nivlo::test {
 struct DesktopSize {
   int width = 0;
   int height = 0;
+};
+
+/// A window on the desktop, in logical pixels of all of it.
+struct WindowPlace {
+  long id = 0;  ///< what sway's criteria call con_id
+  std::string application;
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+  bool operator==(const WindowPlace&) const = default;
 };
 
 /// Runs sway in a private bus's session, from construction on. Its outputs are HEADLESS-1, HEADLESS-2 ...
@@ -37,6 +49,9 @@ class HeadlessSway {
 
   /// The answer, in JSON, to a question of sway-ipc(7), for example "get_tree".
   std::string query(const std::string& type) const;
+
+  /// The window that takes the keyboard's input, if any does.
+  std::optional<WindowPlace> focusedWindow() const;
 
   /// What is on an output now. The picture also stays behind as NAME.png in the directory of
   /// NIVLO_TEST_OUTPUT, by default test-output/ in the build directory. Throws std::runtime_error when there

@@ -15,6 +15,11 @@ void VirtualInput::click(int x, int y) {
   send("click");
 }
 
+void VirtualInput::clickLowestLine(const WindowPlace& window, double part) {
+  constexpr int kHalfALine = 20;
+  click(window.x + static_cast<int>(window.width * part), window.y + window.height - kHalfALine);
+}
+
 void VirtualInput::key(int code) { send("key " + std::to_string(code)); }
 
 void VirtualInput::send(const std::string& command) {

@@ -15,6 +15,9 @@ class VirtualInput {
   /// Clicks with the left button at a place of the whole desktop, in logical pixels.
   void click(int x, int y);
 
+  /// Clicks on the lowest line of a window, where a dialog has its buttons, at this part of its width.
+  void clickLowestLine(const WindowPlace& window, double part);
+
   /// Presses a key of linux/input-event-codes.h, for example KEY_ESC, on a keyboard with the US layout.
   void key(int code);
 
