@@ -27,7 +27,8 @@
 #include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
-#include "linux/codes/ZXingCodeReader.hpp"
+#include "linux/codes/pace/ScenePace.hpp"
+#include "linux/codes/process/ProcessCodeReader.hpp"
 #include "linux/desktop/DesktopURLOpener.hpp"
 #include "linux/desktop/LinuxDeviceIdentity.hpp"
 #include "linux/desktop/clock/ClockMonitor.hpp"
@@ -56,7 +57,7 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
   if (auto cameras = journaled(makeSelectedCameras(options.sources, &error))) {
     set.cameras = observed(std::move(cameras), activity);
   }
-  set.codeReader = savingPower(makeZXingCodeReaderDriver());
+  set.codeReader = savingPower(atScenesPace(makeProcessCodeReaderDriver()));
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();
   } else if (error.empty()) {

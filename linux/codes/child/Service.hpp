@@ -1,0 +1,21 @@
+// The reader's side of the conversation.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "linux/codes/FrameReader.hpp"
+#include "linux/codes/process/Messages.hpp"
+
+namespace nivlo {
+
+/// The answer to a request about the picture at `pixels`; nothing when the bytes are no request. May throw.
+std::optional<std::string> answer(FrameReader& reader, std::string_view request, const std::uint8_t* pixels);
+
+/// Answers what comes over the socket until its other end is closed. Returns whether all were requests. May
+/// throw.
+bool serve(int socket, const std::uint8_t* pixels);
+
+}  // namespace nivlo

@@ -1,0 +1,67 @@
+#include "linux/codes/pace/ScenePace.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "linux/codes/pace/SceneChange.hpp"
+
+namespace nivlo {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// A little less than a fifth of two seconds, as timers are late.
+constexpr milliseconds kStillInterval{390};
+// Twice through the strategies: a weak 1-D code counts when it has been read twice.
+constexpr int kLooksAtNewScene = 20;
+
+class PacedReader : public CodeReader {
+ public:
+  explicit PacedReader(std::unique_ptr<CodeReader> reader) : reader_(std::move(reader)) {}
+
+  std::vector<DecodedCode> look(const VideoFrame& frame) override {
+    now_ = frame.captureTime;
+    if (change_.differs(frame)) looksLeft_ = kLooksAtNewScene;
+    if (looksLeft_ == 0 && now_ < nextLook_) return {};
+    change_.remember();
+    nextLook_ = now_ + kStillInterval;
+    auto codes = reader_->look(frame);
+    looksLeft_ = codes.empty() ? std::max(0, looksLeft_ - 1) : kLooksAtNewScene;
+    return codes;
+  }
+
+  milliseconds lookInterval() const override {
+    const auto interval = reader_->lookInterval();
+    return looksLeft_ > 0 ? interval : std::min(interval, std::chrono::ceil<milliseconds>(nextLook_ - now_));
+  }
+
+ private:
+  std::unique_ptr<CodeReader> reader_;
+  SceneChange change_;
+  int looksLeft_ = 0;
+  std::chrono::steady_clock::time_point now_;
+  std::chrono::steady_clock::time_point nextLook_;
+};
+
+class PacedReaders : public CodeReaderDriver {
+ public:
+  explicit PacedReaders(std::unique_ptr<CodeReaderDriver> readers) : readers_(std::move(readers)) {}
+
+  std::vector<std::string> availableTypes() const override { return readers_->availableTypes(); }
+  std::unique_ptr<CodeReader> makeReader() override {
+    auto reader = readers_->makeReader();
+    return reader ? std::make_unique<PacedReader>(std::move(reader)) : nullptr;
+  }
+
+ private:
+  std::unique_ptr<CodeReaderDriver> readers_;
+};
+
+}  // namespace
+
+std::unique_ptr<CodeReaderDriver> atScenesPace(std::unique_ptr<CodeReaderDriver> readers) {
+  return std::make_unique<PacedReaders>(std::move(readers));
+}
+
+}  // namespace nivlo
