@@ -12,9 +12,8 @@ constexpr auto kCurrentDesktop = "_NET_CURRENT_DESKTOP";
 constexpr auto kShowingDesktop = "_NET_SHOWING_DESKTOP";
 constexpr auto kDesktop = "_NET_WM_DESKTOP";
 constexpr auto kState = "_NET_WM_STATE";
-constexpr std::uint32_t kEveryDesktop = 0xffffffff;
 
-std::uint32_t firstOf(const std::vector<std::uint32_t>& values, std::uint32_t otherwise) {
+std::uint32_t firstValue(const std::vector<std::uint32_t>& values, std::uint32_t otherwise) {
   return values.empty() ? otherwise : values[0];
 }
 
@@ -84,8 +83,8 @@ void X11Clients::readList() {
 }
 
 void X11Clients::readDesktop() {
-  currentDesktop_ = firstOf(connection_.values(connection_.root(), kCurrentDesktop), 0);
-  showingDesktop_ = firstOf(connection_.values(connection_.root(), kShowingDesktop), 0) != 0;
+  currentDesktop_ = firstValue(connection_.values(connection_.root(), kCurrentDesktop), 0);
+  showingDesktop_ = firstValue(connection_.values(connection_.root(), kShowingDesktop), 0) != 0;
 }
 
 /// Where a window is only matters while it covers something.
@@ -97,7 +96,7 @@ void X11Clients::read(xcb_window_t window, Client& client) {
   client.fullscreen = has("_NET_WM_STATE_FULLSCREEN");
   client.maximised = has("_NET_WM_STATE_MAXIMIZED_VERT") && has("_NET_WM_STATE_MAXIMIZED_HORZ");
   client.minimised = has("_NET_WM_STATE_HIDDEN");
-  client.desktop = firstOf(connection_.values(window, kDesktop), kEveryDesktop);
+  client.desktop = firstValue(connection_.values(window, kDesktop), kEveryX11Desktop);
   if (!client.covers()) {
     return;
   }
@@ -111,7 +110,7 @@ void X11Clients::read(xcb_window_t window, Client& client) {
 }
 
 bool X11Clients::isHere(const Client& client) const {
-  return !showingDesktop_ && (client.desktop == kEveryDesktop || client.desktop == currentDesktop_);
+  return !showingDesktop_ && (client.desktop == kEveryX11Desktop || client.desktop == currentDesktop_);
 }
 
 bool X11Clients::cover(const X11Rect& area, PausePolicy policy) const {

@@ -1,6 +1,7 @@
 // Other programs' windows, as far as they hide the desktop.
 #pragma once
 
+#include <cstdint>
 #include <map>
 
 #include "host/surfaces/Surface.hpp"
@@ -8,6 +9,9 @@
 #include "host/surfaces/x11/X11Rect.hpp"
 
 namespace nivlo {
+
+/// In place of a virtual desktop's number: a window that is on all of them.
+inline constexpr std::uint32_t kEveryX11Desktop = 0xffffffff;
 
 /// Follows what the window manager says of the windows that it manages: how they are shown, on which desktop,
 /// and where. A window that goes while it is asked for counts as gone. Main thread only.

@@ -12,8 +12,6 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::uint32_t kEveryDesktop = 0xffffffff;
-
 /// Mirrored monitors show one window.
 bool isShown(const std::vector<X11Monitor>& monitors, const X11Rect& place) {
   return std::any_of(monitors.begin(), monitors.end(),
@@ -123,7 +121,7 @@ void X11Desktop::setHints(xcb_window_t window, const X11Rect& place) {
   server.setValues(window, "_NET_WM_STATE", XCB_ATOM_ATOM,
                    {server.atom("_NET_WM_STATE_STICKY"), server.atom("_NET_WM_STATE_BELOW"),
                     server.atom("_NET_WM_STATE_SKIP_TASKBAR"), server.atom("_NET_WM_STATE_SKIP_PAGER")});
-  server.setValues(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {kEveryDesktop});
+  server.setValues(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {kEveryX11Desktop});
   xcb_icccm_wm_hints_t hints{};
   xcb_icccm_wm_hints_set_input(&hints, 0);
   xcb_icccm_set_wm_hints(server.get(), window, &hints);
