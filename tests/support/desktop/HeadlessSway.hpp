@@ -58,6 +58,8 @@ class HeadlessSway {
   /// is no such output.
   Picture screenshot(const std::string& output, const std::string& name) const;
 
+  pid_t pid() const { return process_->pid(); }
+
   /// Ends it at once, as a crash would.
   void kill();
 
