@@ -1,10 +1,29 @@
 #include "linux/codes/child/Service.hpp"
 
 #include <array>
+#include <exception>
+#include <new>
 
 #include <sys/socket.h>
 
 namespace nivlo {
+
+namespace {
+
+/// ZXing throws over some pictures, mostly where it follows what is no code out of the picture. Only without
+/// memory does it make sense to begin anew.
+std::vector<DecodedCode> codesIn(FrameReader& reader, const LumaPicture& picture,
+                                 std::chrono::steady_clock::time_point captureTime) {
+  try {
+    return reader.read(picture, captureTime);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+}  // namespace
 
 std::optional<std::string> answer(FrameReader& reader, std::string_view request, const std::uint8_t* pixels) {
   const auto look = parseRequest(request);
@@ -12,7 +31,7 @@ std::optional<std::string> answer(FrameReader& reader, std::string_view request,
   const LumaPicture picture{pixels, look->width, look->height, look->width};
   using std::chrono::steady_clock;
   const steady_clock::time_point captureTime{steady_clock::duration(look->captureTime)};
-  return makeReply(*look, reader.read(picture, captureTime));
+  return makeReply(*look, codesIn(reader, picture, captureTime));
 }
 
 bool serve(int socket, const std::uint8_t* pixels) {

@@ -25,7 +25,7 @@ void warmUp() {
 }
 
 int run() {
-  const void* pixels = mmap(nullptr, kMostPixels, PROT_READ, MAP_SHARED, kReaderPicture, 0);
+  const void* pixels = mmap(nullptr, kLargestPicture, PROT_READ, MAP_SHARED, kReaderPicture, 0);
   if (pixels == MAP_FAILED) {
     std::fputs("nivlo-reader is started by nivlo and of no use by itself\n", stderr);
     return kUsage;

@@ -73,7 +73,7 @@ std::optional<CodeHeader> headerOf(const LookRequest& picture, const DecodedCode
 
 }  // namespace
 
-bool LookRequest::isSane() const { return width > 0 && height > 0 && width <= kMostPixels / height; }
+bool LookRequest::isSane() const { return width > 0 && height > 0 && width <= kLargestPicture / height; }
 
 std::optional<LookRequest> parseRequest(std::string_view bytes) {
   LookRequest request;

@@ -11,8 +11,8 @@
 
 namespace nivlo {
 
-/// The most pixels that a picture may have; the memory that both sides share has a byte for each.
-inline constexpr int kMostPixels = 8192 * 8192;
+/// Pixels that a picture may have; the memory that both sides share has a byte for each.
+inline constexpr int kLargestPicture = 8192 * 8192;
 /// No answer is longer, in bytes.
 inline constexpr std::size_t kLongestReply = 128 * 1024;
 

@@ -19,7 +19,7 @@ std::filesystem::path readerProgram();
 /// Each of its readers has a child process that does what ZXingCodeReader does. The process is started with
 /// the first look and ends with the reader, or with the thread that looks. A look that it does not survive,
 /// does not answer sensibly or has not answered after `deadline` yields no codes; the cause is logged, and a
-/// later look starts another process. Pictures of more than kMostPixels yield no codes either. Where the
+/// later look starts another process. Pictures of more than kLargestPicture yield no codes either. Where the
 /// program is missing there are no readers, which is logged once.
 std::unique_ptr<CodeReaderDriver> makeProcessCodeReaderDriver(
     std::chrono::milliseconds deadline = kLiveDeadline, std::filesystem::path program = readerProgram());

@@ -25,19 +25,19 @@ constexpr int kSealFutureWrite = 0x0010;
 SharedPicture::SharedPicture() {
   const Descriptor memory(memfd_create("nivlo picture", MFD_CLOEXEC | MFD_ALLOW_SEALING));
   memory_ = Descriptor(fcntl(memory.get(), F_DUPFD_CLOEXEC, kReaderPicture + 1));
-  if (memory_.get() < 0 || ftruncate(memory_.get(), kMostPixels) != 0) fail();
-  void* pixels = mmap(nullptr, kMostPixels, PROT_READ | PROT_WRITE, MAP_SHARED, memory_.get(), 0);
+  if (memory_.get() < 0 || ftruncate(memory_.get(), kLargestPicture) != 0) fail();
+  void* pixels = mmap(nullptr, kLargestPicture, PROT_READ | PROT_WRITE, MAP_SHARED, memory_.get(), 0);
   if (pixels == MAP_FAILED) fail();
   pixels_ = static_cast<std::uint8_t*>(pixels);
   // This mapping stays writable; no other can be.
   const int seals = F_SEAL_SHRINK | F_SEAL_GROW | kSealFutureWrite | F_SEAL_SEAL;
   if (fcntl(memory_.get(), F_ADD_SEALS, seals) != 0) {
-    munmap(pixels_, kMostPixels);
+    munmap(pixels_, kLargestPicture);
     fail();
   }
 }
 
-SharedPicture::~SharedPicture() { munmap(pixels_, kMostPixels); }
+SharedPicture::~SharedPicture() { munmap(pixels_, kLargestPicture); }
 
 void SharedPicture::write(const LumaPicture& picture) {
   std::uint8_t* out = pixels_;

@@ -8,8 +8,8 @@
 
 namespace nivlo {
 
-/// Has room for kMostPixels; takes as much memory as the largest picture so far. Nobody can change its size
-/// or get to write to it by its descriptor.
+/// Has room for kLargestPicture; takes as much memory as the largest picture so far. Nobody can change its
+/// size or get to write to it by its descriptor.
 class SharedPicture {
  public:
   /// Throws std::system_error.
@@ -18,7 +18,7 @@ class SharedPicture {
   SharedPicture(const SharedPicture&) = delete;
   SharedPicture& operator=(const SharedPicture&) = delete;
 
-  /// The picture must have kMostPixels at most.
+  /// The picture must have kLargestPicture at most.
   void write(const LumaPicture& picture);
 
   /// For a reader to map; never a standard one or one of those that the reader begins with.

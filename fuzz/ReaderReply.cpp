@@ -1,0 +1,27 @@
+// What comes back from the reader's process, which may have been taken over.
+#include "fuzz/Check.hpp"
+
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "linux/codes/process/Messages.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace nivlo;
+  LookRequest request{.width = 640, .height = 480};
+  // Answers to another request are not looked into.
+  if (size >= sizeof request.number) std::memcpy(&request.number, data, sizeof request.number);
+  const auto codes = parseReply(request, {reinterpret_cast<const char*>(data), size});
+  if (!codes) return 0;
+  for (const DecodedCode& code : *codes) {
+    fuzz::check(code.corners.size() == 4, "a code has four corners");
+    for (const CGPoint corner : code.corners) {
+      fuzz::check(corner.x >= 0 && corner.x <= request.width && corner.y >= 0 && corner.y <= request.height,
+                  "corners are in the picture");
+    }
+  }
+  const auto again = parseReply(request, makeReply(request, *codes));
+  fuzz::check(again && again->size() == codes->size(), "what was believed can be said");
+  return 0;
+}

@@ -1,0 +1,49 @@
+// What the reader's process is given: a request and a picture, through all that reads it.
+#include "fuzz/Check.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "linux/codes/child/Service.hpp"
+
+namespace nivlo::fuzz {
+namespace {
+
+constexpr int kLongestSide = 128;
+constexpr int kStrategies = 10;
+
+/// The picture repeats the bytes until it is full.
+std::vector<std::uint8_t> pictureOf(std::string_view bytes, const LookRequest& request) {
+  std::vector<std::uint8_t> pixels(static_cast<std::size_t>(request.width) * request.height);
+  for (std::size_t i = 0; i < pixels.size() && !bytes.empty(); ++i) {
+    pixels[i] = static_cast<std::uint8_t>(bytes[i % bytes.size()]);
+  }
+  return pixels;
+}
+
+void look(LookRequest request, std::string_view bytes) {
+  request.width = (request.width - 1) % kLongestSide + 1;
+  request.height = (request.height - 1) % kLongestSide + 1;
+  const auto pixels = pictureOf(bytes, request);
+  const std::string message(reinterpret_cast<const char*>(&request), sizeof request);
+  FrameReader reader;
+  // The number says which of the strategies is the last.
+  for (auto left = request.number % kStrategies + 1; left > 0; --left) {
+    const auto reply = answer(reader, message, pixels.data());
+    check(reply && parseReply(request, *reply), "every request is answered with sense");
+  }
+}
+
+}  // namespace
+}  // namespace nivlo::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const auto header = bytes.substr(0, sizeof(nivlo::LookRequest));
+  if (const auto request = nivlo::parseRequest(header)) {
+    nivlo::fuzz::look(*request, bytes.substr(header.size()));
+  }
+  return 0;
+}
