@@ -83,46 +83,47 @@ void addMessage(AdwMessageDialog* window, const std::string& message) {
   // somebody may be typing.
   gtk_widget_set_focusable(scroller, TRUE);
   adw_message_dialog_set_extra_child(window, scroller);
+  gtk_window_set_focus(GTK_WINDOW(window), scroller);
   fit(scroller, label);
 }
 
 }  // namespace
 
-AlertDialog::AlertDialog(const AlertContent& content, Answered answered)
-    : window_(ADW_MESSAGE_DIALOG(
-          g_object_ref_sink(adw_message_dialog_new(nullptr, visibleText(content.title).c_str(), nullptr)))),
-      answered_(std::move(answered)),
-      disabledButtonIndex_(content.disabledButtonIndex) {
-  addMessage(window_.get(), content.message);
-  const auto last = static_cast<long>(content.buttons.size()) - 1;
-  for (long i = 0; i <= last; ++i) {
+AlertDialog::AlertDialog(DialogWindows& windows, const AlertContent& content, Answered answered)
+    : windows_(windows),
+      buttons_(content.buttons.size()),
+      disabledButton_(content.disabledButtonIndex),
+      window_(windows.take(buttons_)),
+      answered_(std::move(answered)) {
+  auto* window = window_.get();
+  adw_message_dialog_set_heading(window, visibleText(content.title).c_str());
+  addMessage(window, content.message);
+  for (std::size_t i = 0; i < buttons_; ++i) {
     const auto response = std::to_string(i);
-    adw_message_dialog_add_response(window_.get(), response.c_str(), buttonLabel(content.buttons[i]).c_str());
-    adw_message_dialog_set_response_enabled(window_.get(), response.c_str(), i != disabledButtonIndex_);
+    adw_message_dialog_set_response_label(window, response.c_str(), buttonLabel(content.buttons[i]).c_str());
+    adw_message_dialog_set_response_enabled(window, response.c_str(),
+                                            static_cast<long>(i) != disabledButton_);
   }
-  const auto closing = content.cancelButtonIndex >= 0 ? content.cancelButtonIndex : last;
-  adw_message_dialog_set_close_response(window_.get(), std::to_string(closing).c_str());
-  g_signal_connect(window_.get(), "response", G_CALLBACK(respond), this);
-  gtk_window_set_title(GTK_WINDOW(window_.get()), g_get_application_name());
-  gtk_window_set_modal(GTK_WINDOW(window_.get()), TRUE);
-  gtk_window_present(GTK_WINDOW(window_.get()));
+  const auto closing =
+      content.cancelButtonIndex >= 0 ? content.cancelButtonIndex : static_cast<long>(buttons_) - 1;
+  adw_message_dialog_set_close_response(window, std::to_string(closing).c_str());
+  g_signal_connect(window, "response", G_CALLBACK(respond), this);
+  gtk_window_set_title(GTK_WINDOW(window), g_get_application_name());
+  gtk_window_set_modal(GTK_WINDOW(window), TRUE);
+  gtk_window_present(GTK_WINDOW(window));
 }
 
 AlertDialog::~AlertDialog() {
   g_signal_handlers_disconnect_by_data(window_.get(), this);
-  if (onScreen_) {
-    gtk_window_destroy(GTK_WINDOW(window_.get()));
-  }
+  windows_.giveBack(std::move(window_), buttons_);
 }
 
 void AlertDialog::respond(AdwMessageDialog*, const char* response, gpointer self) {
   auto& dialog = *static_cast<AlertDialog*>(self);
-  // The window closes itself behind its response.
-  dialog.onScreen_ = false;
-  const auto index = std::stol(response);
-  const bool pressed = index >= 0 && index != dialog.disabledButtonIndex_;
+  const auto button = std::stol(response);
+  const bool pressed = button >= 0 && button != dialog.disabledButton_;
   const auto answered = std::move(dialog.answered_);
-  answered(pressed ? std::optional(index) : std::nullopt);
+  answered(pressed ? std::optional(button) : std::nullopt);
 }
 
 }  // namespace nivlo

@@ -1,12 +1,13 @@
 // One alert as a window of the desktop.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 
 #include <adwaita.h>
 
-#include "linux/glib/Owned.hpp"
+#include "host/alerts/gtk/DialogWindows.hpp"
 #include "platform/drivers/AlertPresenter.hpp"
 
 namespace nivlo {
@@ -19,7 +20,8 @@ class AlertDialog {
   /// button; nothing is told where that one cannot be pressed. May destroy the dialog.
   using Answered = std::function<void(std::optional<long> buttonIndex)>;
 
-  AlertDialog(const AlertContent& content, Answered answered);
+  /// Takes a window out of `windows`, which must outlive the dialog, and gives it back.
+  AlertDialog(DialogWindows& windows, const AlertContent& content, Answered answered);
   ~AlertDialog();
   AlertDialog(const AlertDialog&) = delete;
   AlertDialog& operator=(const AlertDialog&) = delete;
@@ -27,10 +29,11 @@ class AlertDialog {
  private:
   static void respond(AdwMessageDialog* window, const char* response, gpointer self);
 
-  Owned<AdwMessageDialog, g_object_unref> window_;
+  DialogWindows& windows_;
+  std::size_t buttons_;
+  long disabledButton_;
+  DialogWindow window_;
   Answered answered_;
-  long disabledButtonIndex_;
-  bool onScreen_ = true;
 };
 
 }  // namespace nivlo

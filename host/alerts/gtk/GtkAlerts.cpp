@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/alerts/gtk/AlertDialog.hpp"
+#include "host/alerts/gtk/DialogWindows.hpp"
 #include "host/alerts/gtk/Toolkit.hpp"
 #include "platform/Foundation/Dispatch.hpp"
 
@@ -45,7 +46,7 @@ class GtkAlerts : public AlertPresenter {
  private:
   void show(Alert& alert) {
     alert.dialog = std::make_unique<AlertDialog>(
-        alert.content, [this, &alert](std::optional<long> button) { finish(alert, button); });
+        windows_, alert.content, [this, &alert](std::optional<long> button) { finish(alert, button); });
     alert.callbacks.appeared();
   }
 
@@ -64,6 +65,7 @@ class GtkAlerts : public AlertPresenter {
   }
 
   std::unique_ptr<AlertPresenter> fallback_;
+  DialogWindows windows_;
   std::vector<std::shared_ptr<Alert>> alerts_;  ///< the oldest first
 };
 
