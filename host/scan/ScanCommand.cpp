@@ -36,10 +36,11 @@ Scan scanFile(CodeReaderDriver& driver, const std::filesystem::path& file) {
   Scan scan;
   const ImageLoad image = loadImageFile(file);
   const auto reader = image.frame ? driver.makeReader() : nullptr;
-  if (reader)
+  if (reader) {
     scan.codes = scanPicture(*reader, *image.frame);
-  else
+  } else {
     scan.error = image.frame ? "there is no reader for it" : image.error;
+  }
   scan.duration = std::chrono::steady_clock::now() - start;
   return scan;
 }
@@ -125,10 +126,11 @@ int runScan(const ScanOptions& options, std::ostream& out, std::ostream& err) {
     const Scan scan = scans.take(i);
     progress.wipe();
     const std::string name = visibleText(file.string());
-    if (options.json)
+    if (options.json) {
       writeJSON(out, file, scan);
-    else
+    } else {
       writeText(out, err, options.files.size() > 1 ? name + ": " : "", scan);
+    }
     out << std::flush;
     if (scan.error.empty()) continue;
     err << "nivlo: " << name << ": " << visibleText(scan.error) << '\n';

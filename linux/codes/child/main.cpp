@@ -13,14 +13,13 @@ namespace nivlo {
 namespace {
 
 constexpr int kUsage = 64;
-constexpr int kUncaged = 70;
 
 /// Libraries ask the system about the processor when they are first used, which the cage would not survive.
 void warmUp() {
-  constexpr int kSide = 32;
+  constexpr std::size_t kSide = 32;
   const std::array<std::uint8_t, kSide * kSide> pixels{};
   for (const auto& strategy : makeReadingSchedule().strategies) {
-    strategy->read({pixels.data(), kSide, kSide, kSide});
+    strategy->read({pixels.data(), int{kSide}, int{kSide}, int{kSide}});
   }
 }
 
@@ -36,7 +35,7 @@ int run() {
     enterCage();
   } catch (const std::exception& error) {
     std::fprintf(stderr, "nivlo-reader: %s\n", error.what());
-    return kUncaged;
+    return kReaderUncaged;
   }
   return serve(kReaderSocket, static_cast<const std::uint8_t*>(pixels)) ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 // What the program and its reader, a child process, say to each other: a message each way a look.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -14,11 +15,14 @@ namespace nivlo {
 /// Pixels that a picture may have; the memory that both sides share has a byte for each.
 inline constexpr int kLargestPicture = 8192 * 8192;
 /// No answer is longer, in bytes.
-inline constexpr std::size_t kLongestReply = 128 * 1024;
+inline constexpr std::size_t kLongestReply = std::size_t{128} * 1024;
 
 /// The descriptors that the child begins with, besides the standard ones.
 inline constexpr int kReaderSocket = 3;
 inline constexpr int kReaderPicture = 4;
+
+/// The status with which the child ends where it cannot be locked in.
+inline constexpr int kReaderUncaged = 70;
 
 /// Asks for a look at the luma in the shared memory, whose rows follow one another without padding.
 struct LookRequest {

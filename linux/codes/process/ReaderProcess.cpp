@@ -132,6 +132,9 @@ std::vector<DecodedCode> ReaderProcess::look(LookRequest request, std::chrono::m
 
 void ReaderProcess::failAsItEnded() {
   const int status = end();
+  if (WIFEXITED(status) && WEXITSTATUS(status) == kReaderUncaged) {
+    throw std::runtime_error("runs only where system calls can be filtered (seccomp), which is not so here");
+  }
   if (WIFEXITED(status)) throw std::runtime_error(fmt::format("ended with status {}", WEXITSTATUS(status)));
   const int signal = WTERMSIG(status);
   const char* description = sigdescr_np(signal);
