@@ -69,7 +69,7 @@ TEST_F(ProcessReader, FaultsEndItAreToldOnceAndReachNothing) {
   for (const auto& [fault, cause] : faults) {
     const auto before = machine_.log.lines().size();
     fs::create_symlink(NIVLO_TEST_READER, directory_.path() / fault);
-    const auto deadline = fault == "hangs" ? 50ms : kLiveDeadline;
+    const std::chrono::milliseconds deadline = fault == "hangs" ? 50ms : kPatience;
     const auto reader = makeProcessCodeReaderDriver(deadline, directory_.path() / fault)->makeReader();
     for (int look = 0; look < 20; ++look) EXPECT_THAT(reader->look(code_), IsEmpty());
     ASSERT_EQ(machine_.log.lines().size(), before + 1) << fault;
