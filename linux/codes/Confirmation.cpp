@@ -9,8 +9,11 @@ namespace nivlo {
 
 namespace {
 
-// About two seconds of looks: twice through the rotation, as often only one of its strategies reads a code.
-constexpr long kLooksRemembered = 20;
+// Twice through the rotation, as often only one or two of its strategies read a code.
+constexpr long kLooksRemembered = 60;
+constexpr std::size_t kStrategiesNeeded = 2;
+constexpr std::size_t kFramesNeeded = 3;
+constexpr std::size_t kLeadNeeded = 1;
 
 bool isWeak(std::string_view type) {
   return type == symbology::kUPCE || type == symbology::kEAN8 || type == symbology::kEAN13 ||
@@ -21,25 +24,33 @@ bool isWeak(std::string_view type) {
 
 std::vector<Reading> Confirmation::confirmed(std::vector<Reading> readings, const Look& look) {
   ++looks_;
-  std::erase_if(readings, [&](const Reading& reading) { return !counts(reading, look); });
+  std::erase_if(readings, [&](const Reading& reading) {
+    if (!isWeak(reading.type)) return false;
+    return !counts(noted(reading, look));
+  });
   std::erase_if(sightings_,
                 [&](const Sighting& sighting) { return looks_ - sighting.lastLook > kLooksRemembered; });
   return readings;
 }
 
-bool Confirmation::counts(const Reading& reading, const Look& look) {
-  if (!isWeak(reading.type) || reading.scanLines >= kManyScanLines) return true;
-  if (reading.type == symbology::kUPCE) return false;
-  const auto known = std::find_if(sightings_.begin(), sightings_.end(), [&](const Sighting& sighting) {
-    return sighting.type == reading.type && sighting.text == reading.text;
+Confirmation::Sighting& Confirmation::noted(const Reading& reading, const Look& look) {
+  auto known = std::find_if(sightings_.begin(), sightings_.end(), [&](const Sighting& sighting) {
+    return sighting.reading.type == reading.type && sighting.reading.text == reading.text;
   });
-  if (known == sightings_.end()) {
-    sightings_.push_back({reading.type, reading.text, look, looks_, false});
-    return false;
-  }
+  if (known == sightings_.end()) known = sightings_.insert(known, {reading, {}, {}, 0});
+  known->reading.outline = reading.outline;
   known->lastLook = looks_;
-  if (known->first != look) known->seenAgain = true;
-  return known->seenAgain;
+  known->strategies.insert(look.strategy);
+  known->frames.insert(look.captureTime);
+  return *known;
+}
+
+bool Confirmation::counts(const Sighting& sighting) const {
+  if (sighting.strategies.size() < kStrategiesNeeded && sighting.frames.size() < kFramesNeeded) return false;
+  return std::none_of(sightings_.begin(), sightings_.end(), [&](const Sighting& other) {
+    return &other != &sighting && meet(other.reading, sighting.reading) &&
+           sighting.strategies.size() < other.strategies.size() + kLeadNeeded;
+  });
 }
 
 }  // namespace nivlo

@@ -1,24 +1,23 @@
 // Holds back readings that may be wrong until they are seen again.
 #pragma once
 
-#include <string>
+#include <chrono>
+#include <set>
 #include <vector>
 
 #include "linux/codes/Reading.hpp"
-#include "platform/drivers/VideoFrame.hpp"
 
 namespace nivlo {
 
-/// One look: which strategy read which frame. The same strategy on the same frame repeats its own mistakes
-/// and confirms nothing.
+/// Who read, and what: a strategy repeats its mistakes on the same frame, and often on the next one of a
+/// still scene.
 struct Look {
-  std::size_t strategy = 0;
+  const void* strategy = nullptr;
   std::chrono::steady_clock::time_point captureTime;
-  bool operator==(const Look&) const = default;
 };
 
-/// UPC-E, EAN-8, EAN-13 and Code 39 have a weak check digit or none. Read from fewer than kManyScanLines
-/// lines, they count from the second look on that sees them; UPC-E then does not count at all. Everything
+/// UPC-E, EAN-8, EAN-13 and Code 39 have a weak check digit or none. They count once two strategies have read
+/// the same, or one in three frames, and two more than have read anything else at the same place. Everything
 /// else counts at once.
 class Confirmation {
  public:
@@ -27,14 +26,14 @@ class Confirmation {
 
  private:
   struct Sighting {
-    std::string type;
-    std::string text;
-    Look first;
+    Reading reading;
+    std::set<const void*> strategies;
+    std::set<std::chrono::steady_clock::time_point> frames;
     long lastLook = 0;
-    bool seenAgain = false;
   };
 
-  bool counts(const Reading& reading, const Look& look);
+  Sighting& noted(const Reading& reading, const Look& look);
+  bool counts(const Sighting& sighting) const;
 
   std::vector<Sighting> sightings_;
   long looks_ = 0;

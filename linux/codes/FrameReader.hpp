@@ -21,9 +21,6 @@ class FrameReader {
                                 std::chrono::steady_clock::time_point captureTime);
 
  private:
-  void complete(std::vector<Reading>& found, const LumaPicture& picture,
-                std::chrono::steady_clock::time_point captureTime);
-
   ReadingSchedule schedule_ = makeReadingSchedule();
   std::size_t next_ = 0;
   Confirmation confirmation_;

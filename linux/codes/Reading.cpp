@@ -17,15 +17,15 @@ constexpr double kRoom = 1.1;
 // Distances from the centre that differ by less than this part of the picture's diagonal count as equal.
 constexpr double kNearnessStep = 0.05;
 
-bool meet(const Reading& first, const Reading& second) {
-  return overlap(scaledAboutCentre(first.outline, kRoom), second.outline);
-}
-
 bool sameCode(const Reading& first, const Reading& second) {
   return first.type == second.type && first.text == second.text && meet(first, second);
 }
 
 }  // namespace
+
+bool meet(const Reading& first, const Reading& second) {
+  return overlap(scaledAboutCentre(first.outline, kRoom), second.outline);
+}
 
 std::vector<Reading> withoutDuplicates(std::vector<Reading> readings) {
   std::vector<Reading> result;

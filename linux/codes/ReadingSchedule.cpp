@@ -1,43 +1,75 @@
 #include "linux/codes/ReadingSchedule.hpp"
 
-#include "linux/codes/InvertedStrategy.hpp"
-#include "linux/codes/TurnedStrategy.hpp"
+#include <utility>
+
+#include "linux/codes/AztecStrategy.hpp"
+#include "linux/codes/BarsStrategy.hpp"
 #include "linux/codes/WindowStrategy.hpp"
+#include "linux/codes/ZBarDecoder.hpp"
+#include "linux/codes/ZXingDecoder.hpp"
 
 namespace nivlo {
 
 namespace {
 
-std::unique_ptr<ReadingStrategy> window(Window window, Symbologies symbologies, Effort effort) {
-  return std::make_unique<WindowStrategy>(window, symbologies, effort);
+std::unique_ptr<ReadingStrategy> window(Window window, Decoder decoder) {
+  return std::make_unique<WindowStrategy>(window, std::move(decoder));
 }
 
-std::unique_ptr<ReadingStrategy> turned(double degrees) {
-  return std::make_unique<TurnedStrategy>(degrees, window({}, Symbologies::All, Effort::Thorough));
+std::unique_ptr<ReadingStrategy> bars(BarsView view, Decoder decoder) {
+  return std::make_unique<BarsStrategy>(view, std::move(decoder));
 }
 
-/// Only matrix codes are printed light on dark.
-std::unique_ptr<ReadingStrategy> inverted() {
-  return std::make_unique<InvertedStrategy>(window({}, Symbologies::Matrix, Effort::Thorough));
+std::unique_ptr<ReadingStrategy> aztec(int pixelsPerModule) {
+  return std::make_unique<AztecStrategy>(pixelsPerModule);
 }
 
 }  // namespace
 
 ReadingSchedule makeReadingSchedule() {
+  using enum Symbologies;
+  using enum Effort;
+  using enum Enhancement;
+  constexpr int kAllRows = 320;
+  constexpr int kScanLines = 256;
+  // Of 1280x720: for what shows in smaller pictures too, or costs more.
+  constexpr double kHalf = 900 * 510;
+  constexpr double kQuarter = 640 * 360;
+  const Decoder matrix = zxing(Matrix, Quick);
+  const Decoder lines = zxing(Linear, Upright);
   ReadingSchedule schedule;
-  auto& strategies = schedule.strategies;
-  strategies.push_back(window({}, Symbologies::All, Effort::Quick));
-  schedule.mostComplete = strategies.size();
-  strategies.push_back(window({}, Symbologies::All, Effort::Thorough));
-  strategies.push_back(window({.scale = 2, .sharpening = 1}, Symbologies::All, Effort::Thorough));
-  strategies.push_back(window({.scale = 0.5}, Symbologies::All, Effort::Thorough));
-  strategies.push_back(turned(45));
-  strategies.push_back(
-      window({.part = 0.5, .scale = 2, .sharpening = 1}, Symbologies::All, Effort::Thorough));
-  strategies.push_back(inverted());
-  strategies.push_back(turned(22.5));
-  strategies.push_back(window({.scale = 1.5, .sharpening = 2}, Symbologies::Linear, Effort::Thorough));
-  strategies.push_back(turned(67.5));
+  const auto add = [&](std::unique_ptr<ReadingStrategy> strategy) {
+    schedule.rotation.push_back(std::move(strategy));
+  };
+  add(window({}, zxing(All, Quick)));
+  schedule.mostComplete.push_back(schedule.rotation.back().get());
+  add(bars({.scale = 1.5}, lines));
+  add(bars({.scale = 2}, zbarBars()));
+  add(aztec(6));
+  add(window({}, zxing(Linear, Thorough)));
+  schedule.mostComplete.push_back(schedule.rotation.back().get());
+  add(window({.scale = 0.5}, zxing(All, Thorough)));
+  add(window({.scale = 2, .rows = kScanLines, .enhancement = Sharp}, lines));
+  add(bars({.scale = 1, .rows = kAllRows}, zxing(Bars, Upright)));
+  add(window({.scale = 2, .mostPixels = kHalf, .enhancement = Sharp}, matrix));
+  add(bars({.scale = 1, .enhancement = EvenContrast}, lines));
+  add(aztec(8));
+  add(window({.rows = kScanLines, .enhancement = EvenContrast}, lines));
+  add(bars({.scale = 1, .enhancement = Sharp}, zbarBars()));
+  add(window({.mostPixels = kQuarter}, zbarQRCodes()));
+  add(bars({.scale = 2, .enhancement = EvenContrast}, lines));
+  add(window({.mostPixels = kHalf, .enhancement = Inverted}, zxing(Matrix, Upright)));
+  add(window({.scale = 0.25}, matrix));
+  add(bars({.scale = 1, .enhancement = Sharp}, lines));
+  add(window({.scale = 2, .rows = kScanLines, .enhancement = EvenContrast}, lines));
+  add(window({.scale = 1.5, .rows = kScanLines, .enhancement = VerySharp}, lines));
+  add(bars({.scale = 3}, lines));
+  add(window({.scale = 2.0 / 3}, matrix));
+  add(bars({.scale = 0.5, .enhancement = Sharp}, lines));
+  add(window({.part = 0.5, .scale = 2, .enhancement = Sharp}, zxing(All, Quick)));
+  add(bars({.scale = 2, .enhancement = Sharp}, lines));
+  add(window({.scale = 3, .rows = kScanLines}, lines));
+  add(bars({.scale = 1}, zbarBars()));
   return schedule;
 }
 

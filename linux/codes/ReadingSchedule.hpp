@@ -10,9 +10,10 @@
 namespace nivlo {
 
 struct ReadingSchedule {
-  std::vector<std::unique_ptr<ReadingStrategy>> strategies;
-  /// The one that sees most of a picture's codes at once; finds of the others are completed with it.
-  std::size_t mostComplete = 0;
+  std::vector<std::unique_ptr<ReadingStrategy>> rotation;
+  /// Some of them, which together see most of a picture's codes; finds of the others are completed with
+  /// these.
+  std::vector<ReadingStrategy*> mostComplete;
 };
 
 /// Newly made strategies, in the order in which a reader uses them. A camera gives about ten frames a second

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "linux/codes/LumaPicture.hpp"
 #include "linux/codes/Reading.hpp"
+#include "linux/codes/Scene.hpp"
 
 namespace nivlo {
 
@@ -14,9 +14,13 @@ class ReadingStrategy {
  public:
   virtual ~ReadingStrategy() = default;
 
-  /// The codes found, with outlines in pixels of `picture`, in no order; one code can be there several times.
-  /// May throw.
-  virtual std::vector<Reading> read(const LumaPicture& picture) = 0;
+  /// The codes found, with outlines in pixels of the scene's picture, in no order; one code can be there
+  /// several times. May throw.
+  virtual std::vector<Reading> read(Scene& scene) = 0;
+
+  /// What reading there costs, about, where there is no code: in pixels of a picture in which matrix codes
+  /// are looked for once. What it takes to find things in the scene is not counted.
+  virtual double cost(Scene& scene) const = 0;
 };
 
 }  // namespace nivlo

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <libyuv/scale.h>
 
@@ -9,66 +10,56 @@ namespace nivlo {
 
 namespace {
 
-constexpr double kMostPixels = 1920 * 1080;
-constexpr double kMostEnlargedPixels = 1280 * 720;
-
-double boundedScale(double wanted, double pixels) {
-  const double enlarged = std::max(1.0, std::sqrt(kMostEnlargedPixels / pixels));
-  return std::min({wanted, enlarged, std::sqrt(kMostPixels / pixels)});
-}
-
-/// Adds the difference to the mean of each pixel's neighbourhood of 3 x 3. The outermost pixels stay as they
-/// are.
-void sharpen(const LumaPicture& picture, double amount, LumaBuffer& sharpened) {
-  sharpened.copyFrom(picture);
-  const int ninths = static_cast<int>(amount * 256 / 9);
-  for (int y = 1; y < picture.height - 1; ++y) {
-    const std::uint8_t* above = picture.row(y - 1);
-    const std::uint8_t* here = picture.row(y);
-    const std::uint8_t* below = picture.row(y + 1);
-    std::uint8_t* out = sharpened.row(y);
-    for (int x = 1; x < picture.width - 1; ++x) {
-      const int sum = above[x - 1] + above[x] + above[x + 1] + here[x - 1] + here[x] + here[x + 1] +
-                      below[x - 1] + below[x] + below[x + 1];
-      out[x] = static_cast<std::uint8_t>(std::clamp(here[x] + ((9 * here[x] - sum) * ninths >> 8), 0, 255));
-    }
-  }
-}
+constexpr double kMostEnlargedPixels = 800 * 600;
 
 int atLeastOne(double size) { return std::max(1, static_cast<int>(size)); }
 
 }  // namespace
 
-WindowStrategy::WindowStrategy(Window window, Symbologies symbologies, Effort effort)
-    : window_(window), symbologies_(symbologies), effort_(effort) {}
+WindowStrategy::WindowStrategy(Window window, Decoder decoder)
+    : window_(window), decoder_(std::move(decoder)) {}
 
-std::vector<Reading> WindowStrategy::read(const LumaPicture& picture) {
+std::vector<Reading> WindowStrategy::read(Scene& scene) {
+  const LumaPicture& picture = scene.picture();
   const int width = atLeastOne(picture.width * window_.part);
   const int height = atLeastOne(picture.height * window_.part);
   const int left = (picture.width - width) / 2;
   const int top = (picture.height - height) / 2;
-  const LumaPicture part{picture.row(top) + left, width, height, picture.stride};
-  const double scale = boundedScale(window_.scale, static_cast<double>(width) * height);
+  const LumaPicture view = prepared({picture.row(top) + left, width, height, picture.stride});
 
-  std::vector<Reading> readings = decodeCodes(prepared(part, scale), symbologies_, effort_);
-  const CGPoint offset{static_cast<double>(left), static_cast<double>(top)};
-  for (Reading& reading : readings) reading.outline = scaledAndMoved(reading.outline, 1 / scale, offset);
+  std::vector<Reading> readings = decoder_.read(view);
+  for (Reading& reading : readings) {
+    for (CGPoint& corner : reading.outline)
+      corner = {left + corner.x * width / view.width, top + corner.y * height / view.height};
+  }
   return readings;
 }
 
-LumaPicture WindowStrategy::prepared(const LumaPicture& part, double scale) {
+double WindowStrategy::cost(Scene& scene) const {
+  const LumaPicture& picture = scene.picture();
+  const Size size =
+      sizeFor(atLeastOne(picture.width * window_.part), atLeastOne(picture.height * window_.part));
+  const double prepared = window_.enhancement == Enhancement::None ? 0 : 0.5;
+  return (decoder_.costOfPixel + prepared) * size.width * size.height;
+}
+
+WindowStrategy::Size WindowStrategy::sizeFor(int width, int height) const {
+  const double pixels = static_cast<double>(width) * height;
+  const double enlarged = std::max(1.0, std::sqrt(kMostEnlargedPixels / pixels));
+  const double scale = std::min({window_.scale, enlarged, std::sqrt(window_.mostPixels / pixels)});
+  return {atLeastOne(width * scale), std::min(window_.rows, atLeastOne(height * scale))};
+}
+
+LumaPicture WindowStrategy::prepared(const LumaPicture& part) {
+  const Size size = sizeFor(part.width, part.height);
   LumaPicture picture = part;
-  if (scale != 1) {
-    scaled_.resize(atLeastOne(part.width * scale), atLeastOne(part.height * scale));
+  if (size.width != part.width || size.height != part.height) {
+    scaled_.resize(size.width, size.height);
     picture = scaled_.picture();
     libyuv::ScalePlane(part.pixels, part.stride, part.width, part.height, scaled_.row(0), picture.stride,
                        picture.width, picture.height, libyuv::kFilterBox);
   }
-  if (window_.sharpening > 0) {
-    sharpen(picture, window_.sharpening, sharpened_);
-    picture = sharpened_.picture();
-  }
-  return picture;
+  return enhanced(picture, window_.enhancement, enhanced_);
 }
 
 }  // namespace nivlo

@@ -1,33 +1,42 @@
-// Reads a window in the middle of the picture, larger or smaller than it is.
+// Reads the picture, or a window in the middle of it, larger or smaller than it is.
 #pragma once
 
+#include "linux/codes/Decoder.hpp"
+#include "linux/codes/Enhancement.hpp"
 #include "linux/codes/ReadingStrategy.hpp"
-#include "linux/codes/ZXingDecoder.hpp"
 
 namespace nivlo {
 
 struct Window {
   double part = 1;   ///< of the picture's width and height, 0..1
   double scale = 1;  ///< how much larger it is read; made less where the result would be too large
-  /// How much of what blurring would take away is added, after scaling: 0 leaves the picture as it is.
-  double sharpening = 0;
+  double mostPixels = 1920 * 1080;
+  /// At most as many, each the mean of those between. A decoder of 1-D codes does not look at more than 256,
+  /// but then only upright codes are seen.
+  int rows = 1080;
+  Enhancement enhancement = Enhancement::None;  ///< after scaling
 };
 
 class WindowStrategy : public ReadingStrategy {
  public:
-  /// Reads at most as many pixels as 1920x1080 has, and enlarges to at most as many as 1280x720 has.
-  WindowStrategy(Window window, Symbologies symbologies, Effort effort);
+  /// Never enlarges to more pixels than 800x600 has.
+  WindowStrategy(Window window, Decoder decoder);
 
-  std::vector<Reading> read(const LumaPicture& picture) override;
+  std::vector<Reading> read(Scene& scene) override;
+  double cost(Scene& scene) const override;
 
  private:
-  LumaPicture prepared(const LumaPicture& part, double scale);
+  struct Size {
+    int width;
+    int height;
+  };
+  Size sizeFor(int width, int height) const;
+  LumaPicture prepared(const LumaPicture& part);
 
   Window window_;
-  Symbologies symbologies_;
-  Effort effort_;
+  Decoder decoder_;
   LumaBuffer scaled_;
-  LumaBuffer sharpened_;
+  LumaBuffer enhanced_;
 };
 
 }  // namespace nivlo

@@ -95,7 +95,7 @@ ZXing::DecodeHints hintsFor(ZXing::BarcodeFormats formats, Effort effort) {
   ZXing::DecodeHints hints;
   hints.setFormats(formats);
   hints.setTryDownscale(false);
-  hints.setTryHarder(effort == Effort::Thorough);
+  hints.setTryHarder(effort != Effort::Quick);
   hints.setTryRotate(effort == Effort::Thorough);
   return hints;
 }
@@ -143,11 +143,12 @@ std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Re
   const ZXing::Position& at = result.position();
   const Quad outline =
       barOutline(picture, middle(at.topLeft(), at.bottomLeft()), middle(at.topRight(), at.bottomRight()));
-  const std::string text = textOf(result);
+  std::string text = textOf(result);
   const char* type = typeOf(result.format(), text);
   if (!type) return std::nullopt;
+  if (type == symbology::kCode39) text = fullASCII(text).value_or(text);
   const int scanLines = agreesOnManyLines(picture, result, outline) ? kManyScanLines : result.lineCount();
-  return Reading{type, text, outline, scanLines};
+  return Reading{type, std::move(text), outline, scanLines};
 }
 
 std::vector<Reading> readLinear(const LumaPicture& picture, Effort effort) {
@@ -169,9 +170,24 @@ std::vector<Reading> readLinear(const LumaPicture& picture, Effort effort) {
   return readings;
 }
 
-std::vector<Reading> readMatrix(const LumaPicture& picture, Effort effort) {
+ZXing::BarcodeFormats matrixFormats(Symbologies symbologies) {
+  switch (symbologies) {
+    case Symbologies::All:
+    case Symbologies::Matrix:
+      return kMatrixFormats;
+    case Symbologies::Bars:
+      return BarcodeFormat::PDF417;
+    case Symbologies::Aztec:
+      return BarcodeFormat::Aztec;
+    case Symbologies::Linear:
+      break;
+  }
+  return {};
+}
+
+std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormats formats, Effort effort) {
   std::vector<Reading> readings;
-  for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(kMatrixFormats, effort))) {
+  for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(formats, effort))) {
     const std::string text = textOf(result);
     const char* type = typeOf(result.format(), text);
     if (!type || !result.isValid()) continue;
@@ -185,15 +201,23 @@ std::vector<Reading> readMatrix(const LumaPicture& picture, Effort effort) {
   return readings;
 }
 
+std::vector<Reading> readAll(const LumaPicture& picture, Symbologies symbologies, Effort effort) {
+  std::vector<Reading> readings;
+  const ZXing::BarcodeFormats matrix = matrixFormats(symbologies);
+  if (!matrix.empty()) readings = readMatrix(picture, matrix, effort);
+  if (symbologies == Symbologies::Matrix || symbologies == Symbologies::Aztec) return readings;
+  for (Reading& reading : readLinear(picture, effort)) readings.push_back(std::move(reading));
+  return readings;
+}
+
 }  // namespace
 
-std::vector<Reading> decodeCodes(const LumaPicture& picture, Symbologies symbologies, Effort effort) {
-  std::vector<Reading> readings;
-  if (symbologies != Symbologies::Linear) readings = readMatrix(picture, effort);
-  if (symbologies != Symbologies::Matrix) {
-    for (Reading& reading : readLinear(picture, effort)) readings.push_back(std::move(reading));
-  }
-  return readings;
+Decoder zxing(Symbologies symbologies, Effort effort) {
+  const bool quick =
+      symbologies == Symbologies::Matrix || symbologies == Symbologies::Aztec || effort == Effort::Quick;
+  const double linear = quick ? 0 : effort == Effort::Upright ? 1.2 : 2.2;
+  const double matrix = symbologies == Symbologies::Linear ? 0 : 1;
+  return {[=](const LumaPicture& picture) { return readAll(picture, symbologies, effort); }, linear + matrix};
 }
 
 }  // namespace nivlo

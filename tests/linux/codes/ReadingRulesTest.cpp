@@ -35,32 +35,37 @@ TEST(Code39, OnlyARightCheckCharacterAfterDataMakesItMod43) {
     EXPECT_FALSE(endsInMod43Check(plain)) << plain;
 }
 
-TEST(Confirmation, AWeakReadingMustBeSeenByAnotherLook) {
-  for (const char* type : {"org.gs1.EAN-13", "org.gs1.EAN-8", "org.iso.Code39", "org.iso.Code39Mod43"}) {
-    Confirmation confirmation;
-    const std::vector<Reading> weak = {reading(type, "1", 50, 50, 40, 2)};
-    EXPECT_THAT(confirmation.confirmed(weak, {0, at(0)}), IsEmpty());
-    EXPECT_THAT(confirmation.confirmed(weak, {0, at(0)}), IsEmpty()) << "the same mistake twice";
-    EXPECT_THAT(confirmation.confirmed({reading(type, "2", 50, 50, 40, 2)}, {1, at(0)}), IsEmpty())
-        << "another text";
-    EXPECT_THAT(confirmation.confirmed(weak, {1, at(0)}), ElementsAre(Text("1"))) << type;
-    EXPECT_THAT(confirmation.confirmed(weak, {0, at(0)}), ElementsAre(Text("1")))
-        << "once confirmed, it counts";
-    for (int look = 0; look < 40; ++look) confirmation.confirmed({}, {0, at(1 + look)});
-    EXPECT_THAT(confirmation.confirmed(weak, {1, at(90)}), IsEmpty()) << "an old sighting confirms nothing";
-  }
+TEST(Code39, FullASCIIIsReadOnlyWhereEverySignStartsAPair) {
+  EXPECT_EQ(fullASCII("E+X+T+E+N+D+E+D /A%J/J/C"), "Extended !?*#");
+  EXPECT_EQ(fullASCII("+A99912345/$$3C001"), std::nullopt) << "a label of the health industry";
+  for (const char* plain : {"B3% $DAD$", "2/4-8/16-32", "PLAIN", "A/Q"})
+    EXPECT_EQ(fullASCII(plain), std::nullopt);
 }
 
-TEST(Confirmation, ManyLinesOrErrorCorrectionCountAtOnceAndFewLinesOfUPCENever) {
+TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRival) {
+  const int first = 0;
+  const int second = 0;
+  const int third = 0;
+  for (const char* type :
+       {"org.gs1.UPC-E", "org.gs1.EAN-13", "org.gs1.EAN-8", "org.iso.Code39", "org.iso.Code39Mod43"}) {
+    Confirmation confirmation;
+    const std::vector<Reading> right = {reading(type, "1", 50, 50)};
+    const std::vector<Reading> wrong = {reading(type, "2", 50, 50)};
+    EXPECT_THAT(confirmation.confirmed(right, {&first, at(0)}), IsEmpty());
+    EXPECT_THAT(confirmation.confirmed(right, {&first, at(1)}), IsEmpty()) << "the same mistake twice";
+    EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(1)}), IsEmpty());
+    EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(2)}), IsEmpty());
+    EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(3)}), IsEmpty()) << "disputed";
+    EXPECT_THAT(confirmation.confirmed(right, {&third, at(3)}), ElementsAre(Text("1"))) << type;
+    for (int look = 0; look < 100; ++look) confirmation.confirmed({}, {&first, at(4 + look)});
+    EXPECT_THAT(confirmation.confirmed(right, {&second, at(200)}), IsEmpty())
+        << "an old sighting confirms nothing";
+    EXPECT_THAT(confirmation.confirmed(right, {&second, at(201)}), IsEmpty());
+    EXPECT_THAT(confirmation.confirmed(right, {&second, at(202)}), ElementsAre(Text("1"))) << "three frames";
+  }
   Confirmation confirmation;
-  for (const Reading& strong :
-       {reading("org.iso.QRCode", "q", 50, 50), reading("org.iso.Code128", "c", 50, 50, 40, 2),
-        reading("com.intermec.Code93", "n", 50, 50, 40, 2),
-        reading("org.gs1.EAN-13", "e", 50, 50, 40, kManyScanLines)})
-    EXPECT_EQ(confirmation.confirmed({strong}, {0, at(0)}).size(), 1u) << strong.type;
-  for (int look = 0; look < 3; ++look)
-    EXPECT_THAT(confirmation.confirmed({reading("org.gs1.UPC-E", "u", 50, 50, 40, 5)}, {0, at(look)}),
-                IsEmpty());
+  for (const char* strong : {"org.iso.QRCode", "org.iso.Code128", "com.intermec.Code93"})
+    EXPECT_EQ(confirmation.confirmed({reading(strong, "q", 50, 50)}, {&first, at(0)}).size(), 1u) << strong;
 }
 
 TEST(Readings, OneCodeReadTwiceStaysOneAndEqualLabelsStayTwo) {

@@ -1,0 +1,21 @@
+// Finds the middle of Aztec codes.
+#pragma once
+
+#include <vector>
+
+#include "linux/codes/LumaPicture.hpp"
+#include "linux/codes/Quad.hpp"
+
+namespace nivlo {
+
+/// The nested squares in the middle of an Aztec code.
+struct Bullseye {
+  Quad outline;     ///< of one of the squares, as the picture shows it; which corner is first is arbitrary
+  int modules = 0;  ///< how many modules wide that square is
+  bool lightOnDark = false;
+};
+
+/// Whatever looks like one, from about two pixels a module, at most three. About 0.5 ms at 1280x720.
+std::vector<Bullseye> findBullseyes(const LumaPicture& picture);
+
+}  // namespace nivlo
