@@ -17,10 +17,6 @@ namespace {
 using testing::Eq;
 using testing::HasSubstr;
 
-constexpr Picture::Color kRed{255, 0, 0};
-constexpr Picture::Color kGreen{0, 255, 0};
-constexpr Picture::Color kBlue{0, 0, 255};
-constexpr Picture::Color kWhite{255, 255, 255};
 
 bool isWithin(Picture::Color color, Picture::Color expected, int tolerance) {
   for (std::size_t i = 0; i < 3; ++i) {

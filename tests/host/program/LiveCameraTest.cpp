@@ -15,7 +15,6 @@ namespace {
 using testing::Eq;
 using testing::HasSubstr;
 
-constexpr Picture::Color kWhite{255, 255, 255};
 constexpr Picture::Color kYellow{255, 240, 150};
 
 class LiveCameraTest : public testing::Test {

@@ -10,11 +10,6 @@ namespace nivlo::test {
 
 namespace {
 
-constexpr Picture::Color kRed{255, 0, 0};
-constexpr Picture::Color kGreen{0, 255, 0};
-constexpr Picture::Color kBlue{0, 0, 255};
-constexpr Picture::Color kWhite{255, 255, 255};
-constexpr Picture::Color kBlack{0, 0, 0};
 
 std::optional<PixelFormat> pixelFormat(Mode::Format format) {
   switch (format) {

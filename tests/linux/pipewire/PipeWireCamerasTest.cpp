@@ -15,7 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Picture::Color kRed{255, 0, 0};
 
 /// A driver, and an open stream of a camera.
 struct View {

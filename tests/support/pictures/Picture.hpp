@@ -18,6 +18,12 @@ struct Picture {
   const Color& at(int x, int y) const { return pixels[static_cast<std::size_t>(y) * width + x]; }
 };
 
+inline constexpr Picture::Color kRed{255, 0, 0};
+inline constexpr Picture::Color kGreen{0, 255, 0};
+inline constexpr Picture::Color kBlue{0, 0, 255};
+inline constexpr Picture::Color kWhite{255, 255, 255};
+inline constexpr Picture::Color kBlack{0, 0, 0};
+
 Picture solidPicture(Picture::Color color, int width, int height);
 
 /// Red, green, blue and white: top left, top right, bottom left, bottom right.
