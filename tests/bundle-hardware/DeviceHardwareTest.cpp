@@ -86,21 +86,5 @@ TEST_F(DeviceHardwareTest, AnUnlistedDeviceIsNotReportedOrRanksBelowAListedOne) 
   EXPECT_EQ(lines[5], "Your device hardware string is: AppleTV2,1");
 }
 
-TEST_F(DeviceHardwareTest, ALongIdentifierIsCutWithinACharacterOrNotAtAll) {
-  const std::string ninety(90, 'a');
-  become(ninety + "123456789");
-  EXPECT_EQ(hardwareString(device), ninety + "123456789");
-  become(ninety + "1234567890");
-  EXPECT_EQ(hardwareString(device), ninety + "123456789");
-  become(ninety + "1234567\u20ac");
-  EXPECT_EQ(hardwareString(device), ninety + "1234567");
-  become(ninety + "123456\u20ac0");
-  EXPECT_EQ(hardwareString(device), ninety + "123456\u20ac");
-  become(std::string("iPad1,1\0x", 9));
-  EXPECT_EQ(hardwareString(device), "iPad1,1");
-  drivers().device = nullptr;
-  EXPECT_EQ(hardwareString(device), "");
-}
-
 }  // namespace
 }  // namespace nivlo

@@ -96,23 +96,5 @@ TEST_F(Chime, TouchesAViewThatIsGone) {
   EXPECT_TRUE(isAllocated(first) && isAllocated(second));
 }
 
-TEST_F(Chime, FailsLoudlyWithoutAFileOrADriver) {
-  NSBundle::registerClass("NivloWallpaper", nullptr);
-  view->playSound3();
-  EXPECT_EQ(view->soundFileObject(), 0u);
-  view->setIsShaking(true);
-  view->stopPlaySound();
-  EXPECT_FALSE(view->isShaking());
-  SystemSoundID sound = 7;
-  EXPECT_NE(AudioServicesCreateSystemSoundID(NSURL::URLWithString("https://x.example/a"), &sound), 0);
-  EXPECT_NE(AudioServicesPlaySystemSound(sound), 0);
-  ASSERT_EQ(AudioServicesCreateSystemSoundID(NSURL::fileURLWithPath("/a b%/\xc3\xa9#?.m4a"), &sound), 0);
-  EXPECT_EQ(AudioServicesPlaySystemSound(sound), 0);
-  EXPECT_EQ(driver->sounds->at(1).file, std::filesystem::path("/a b%/\xc3\xa9#?.m4a"));
-  drivers().sound = nullptr;
-  EXPECT_NE(AudioServicesPlaySystemSound(sound), 0);
-  EXPECT_TRUE(isAllocated(sound));
-}
-
 }  // namespace
 }  // namespace nivlo

@@ -85,17 +85,6 @@ TEST_F(Lifecycle, EndsWithAllThatItStartedThoughItsObservationsStay) {
   EXPECT_EQ(machine.cameras.events.size(), 2u);
 }
 
-TEST_F(Lifecycle, TakesEveryCallAfterItsTearDown) {
-  view->setAnimating(true);
-  view->dealloc();
-  view->dealloc();
-  view->setAnimating(true);
-  view->setWallpaperOptions({{"qr", true}, {"cameraPosition", "front"}});
-  report({code("org.iso.QRCode", "text")});
-  EXPECT_EQ(machine.cameras.events, (Strings{"open back", "close back"}));
-  EXPECT_TRUE(machine.alerts.shown.empty());
-}
-
 TEST_F(Lifecycle, DiesOnTheMainThreadWhereverItsLastReferenceGoes) {
   view->setAnimating(true);
   std::jthread([last = std::move(view)] {}).join();

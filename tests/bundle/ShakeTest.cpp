@@ -36,16 +36,6 @@ TEST_F(Shake, IsAPullOfMoreThanOneAndAHalfGAlongAnyAxis) {
   }
 }
 
-TEST_F(Shake, LogsEachSampleWhileItsGateIsOpenOnly) {
-  machine.accelerometer.send(0.25, -1, 1.0 / 3);
-  machine.accelerometer.send(AccelerometerReading{});
-  settle();
-  view->setAnimating(false);
-  machine.accelerometer.send(2, 2, 2);
-  EXPECT_EQ(swaps(), 0);
-  EXPECT_EQ(machine.log.lines(), (Strings{"0.250000, -1.000000, 0.333333", "0.000000, 0.000000, 0.000000"}));
-}
-
 TEST_F(Shake, QueuesAReactionEachThatClosingTheGateDoesNotCancel) {
   for (int i = 0; i < 3; ++i) {
     machine.accelerometer.send(2, 0, 0);

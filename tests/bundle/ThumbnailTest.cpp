@@ -1,14 +1,9 @@
-#include <string_view>
-
 #include "platform/Foundation/NSBundle.hpp"
 #include "tests/bundle/WallpaperTest.hpp"
 #include "tests/fakes/FakeIdentity.hpp"
-#include "tests/support/TemporaryDirectory.hpp"
 
 namespace nivlo {
 namespace {
-
-using namespace std::string_view_literals;
 
 TEST(Thumbnail, IsMissingFromTheBundle) {
   FakeMachine machine;
@@ -33,25 +28,6 @@ TEST(Thumbnail, IsMissingFromTheBundle) {
     EXPECT_EQ(UIImage::imageWithContentsOfFile(*path)->size(), size) << identifier;
   }
   NSBundle::registerClass("NivloWallpaper", nullptr);
-}
-
-TEST(Thumbnail, IsTakenFromAFileThatIsNoPicture) {
-  const test::TemporaryDirectory directory;
-  const auto path = directory.path() / "picture.png";
-  const auto load = [&](std::string_view content) {
-    return UIImage::imageWithContentsOfFile(directory.write(path, content));
-  };
-  EXPECT_FALSE(UIImage::imageWithContentsOfFile(path));
-  EXPECT_FALSE(UIImage::imageWithContentsOfFile(directory.path()));
-  constexpr auto good = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\1\2\xff\0\0\1rest"sv;
-  EXPECT_FALSE(load(""));
-  EXPECT_FALSE(load(good.substr(0, 23)));
-  EXPECT_FALSE(load("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\0\0\0\0\1rest"sv));
-  EXPECT_FALSE(load("GIF89a, and then some more bytes that are no picture either"));
-  const auto image = load(good);
-  ASSERT_TRUE(image);
-  EXPECT_EQ(image->size(), (CGSize{258, 4278190081}));
-  EXPECT_EQ(image->data(), good);
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "platform/Foundation/NSBundle.hpp"
 #include "platform/Foundation/NSString+Format.hpp"
 #include "platform/Foundation/NSURL.hpp"
-#include "tests/support/TemporaryDirectory.hpp"
 
 namespace nivlo {
 namespace {
@@ -46,52 +44,6 @@ TEST(URL, TakesOnlyWhatIsOneByteForByte) {
         "http://x/%zz"s, "http://x/%"s, " http://x"s, "http://x\n"s, "http://x/\0"s, "ht_tp://x"s, "/a:b"s}) {
     EXPECT_FALSE(NSURL::URLWithString(bad)) << bad;
   }
-}
-
-TEST(Dictionary, ReadsABooleanFromWhateverItHolds) {
-  const NSDictionary options{{"true", true}, {"false", false}, {"one", 0.5},        {"zero", 0.0},
-                             {"yes", "yes"}, {"t", "true"},    {"+007", " \t-007"}, {"0", "000"},
-                             {"no", "NO"},   {"on", "on"},     {"empty", ""}};
-  for (const auto* key : {"true", "one", "yes", "t", "+007"}) {
-    EXPECT_TRUE(boolValue(options.objectForKey(key))) << key;
-  }
-  for (const auto* key : {"false", "zero", "0", "no", "on", "empty", "missing"}) {
-    EXPECT_FALSE(boolValue(options.objectForKey(key))) << key;
-  }
-  EXPECT_TRUE(isEqualToString(options.objectForKey("no"), "NO"));
-  EXPECT_FALSE(isEqualToString(options.objectForKey("true"), "true"));
-  EXPECT_FALSE(isEqualToString(nullptr, ""));
-}
-
-TEST(BundleFolder, WithoutAReadableDescriptionIsNoBundleAndSaysWhy) {
-  const test::TemporaryDirectory folder;
-  for (const auto* text : {"", "no xml", "<plist><dict><key>a</key>", "<plist><array/></plist>"}) {
-    if (*text) {
-      folder.write("Info.plist", text);
-    }
-    std::string error;
-    EXPECT_FALSE(NSBundle::bundleWithPath(folder.path(), &error)) << text;
-    EXPECT_NE(error.find((folder.path() / "Info.plist").string()), std::string::npos) << error;
-  }
-}
-
-TEST(BundleFolder, GivesItsDescriptionAndItsResources) {
-  const test::TemporaryDirectory folder;
-  folder.write("Info.plist",
-               "<plist><dict><key>Name</key><string>a &amp; ü</string><key>Size</key><integer>3</integer>"
-               "<key>List</key><array><string>x</string></array><key>Flag</key><true/></dict></plist>");
-  const auto bell = folder.write("bell.m4a", "x");
-  folder.write("folder.txt/file", "x");
-  std::string error;
-  const auto bundle = NSBundle::bundleWithPath(folder.path(), &error);
-  ASSERT_TRUE(bundle) << error;
-  EXPECT_EQ(bundle->infoDictionary(), (NSDictionary{{"Name", "a & ü"}, {"Size", 3.0}, {"Flag", true}}));
-  EXPECT_EQ(bundle->infoString("Name"), "a & ü");
-  EXPECT_EQ(bundle->infoString("Size"), "");
-  EXPECT_EQ(bundle->pathForResource("bell", "m4a"), bell);
-  EXPECT_FALSE(bundle->pathForResource("bell", "wav"));
-  EXPECT_FALSE(bundle->pathForResource("folder", "txt"));
-  EXPECT_FALSE(NSBundle::bundleForClass("Unregistered"));
 }
 
 }  // namespace
