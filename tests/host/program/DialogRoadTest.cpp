@@ -43,7 +43,8 @@ class DialogRoadTest : public testing::Test {
     }));
     const auto dialog = *sway_.focusedWindow();
     answered_ = dialog.id;
-    sway_.screenshot("HEADLESS-1", "road-" + std::to_string(dialog.id));
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    sway_.screenshot("HEADLESS-1", test->name() + std::to_string(dialog.id));
     input_.clickLowestLine(dialog, part);
   }
 
