@@ -1,5 +1,4 @@
 #include <ctime>
-#include <limits>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -72,27 +71,6 @@ TEST_F(LogFile, ShowsTheMonthOfTheLastNotificationAndTheDayOfNow) {
   now = localTime(12, 9, 8);
   NSNotificationCenter::defaultCenter().postNotificationName(UIApplicationDidBecomeActiveNotification);
   EXPECT_EQ(logger->currentTime(), "Dec 09 08:03:22");
-  now = std::numeric_limits<std::time_t>::max();
-  EXPECT_EQ(logger->currentMonthName(), "???");
-  logger->writeMessage("end of time", 0);
-  EXPECT_THAT(text(), EndsWith("<M> Dec ?? ??:??:?? [main] end of time\r\n"));
-}
-
-TEST_F(LogFile, LabelsLinesWithTheFirstCharactersOfTheThreadsName) {
-  const auto logger = MFLoggerImpl::init(logs);
-  const auto labelOf = [&](const std::optional<std::string>& name) {
-    std::thread([&] {
-      NSThread::currentThread().setName(name);
-      logger->writeMessage("", 7);
-    }).join();
-    const auto last = machine.log.lines().back();
-    return last.substr(last.find('['));
-  };
-  EXPECT_EQ(labelOf("worker-1"), "[work] ");
-  EXPECT_EQ(labelOf("abc"), "[abc] ");
-  EXPECT_EQ(labelOf(""), "[] ");
-  EXPECT_EQ(labelOf(std::nullopt), "[null] ");
-  EXPECT_EQ(labelOf("öäüßé"), "[öäüß] ");
 }
 
 TEST_F(LogFile, LosesAndTearsNoLineWhenEightThreadsLogThroughARoll) {

@@ -11,7 +11,6 @@
 #include "linux/camera/ImageFile.hpp"
 #include "linux/camera/files/FileCameras.hpp"
 #include "linux/glib/Owned.hpp"
-#include "tests/fakes/RecordingLog.hpp"
 #include "tests/linux/camera/Recorder.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 
@@ -150,22 +149,6 @@ TEST_F(FileCamera, WhatIsNeitherPictureNorFilmIsRefusedWithItsCause) {
               HasSubstr("sound.ogg"));
   std::filesystem::resize_file(writePicture(64, 64), 100);
   EXPECT_THAT(refusal(file("picture.png")), HasSubstr("cannot read the picture"));
-}
-
-TEST_F(FileCamera, AFilmThatIsGoneIsReportedOnceAndPlayedWhenItIsBack) {
-  const auto film = writeFilm("one.mkv", "videotestsrc num-buffers=1 ! jpegenc ! matroskamux");
-  const auto driver = makeFileCamera(film, back, nullptr);
-  ASSERT_NE(driver, nullptr);
-  std::filesystem::rename(film, file("away"));
-  const LoggingMachine machine;
-  Recorder recorder;
-  auto stream = driver->open(driver->cameras()[0].uniqueID, recorder.handler());
-  EXPECT_TRUE(test::waitFor([&] { return machine.log.count() > 0; }));
-  EXPECT_THAT(recorder.frames(), SizeIs(0));
-  std::filesystem::rename(file("away"), film);
-  EXPECT_TRUE(recorder.awaits(3)) << "a film of one picture ends at once, and begins again";
-  stream.reset();
-  EXPECT_EQ(machine.log.count(), 1);
 }
 
 }  // namespace

@@ -15,7 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-
 /// A driver, and an open stream of a camera.
 struct View {
   std::unique_ptr<CameraDriver> cameras = makePipeWireCameras();

@@ -18,7 +18,6 @@
 namespace nivlo {
 namespace {
 
-using testing::ElementsAre;
 using Names = std::vector<std::string>;
 
 constexpr auto background = "background";
@@ -206,42 +205,6 @@ TEST_F(SessionMonitorTest, FollowsScreenSaversAndForgetsOneThatDies) {
     expectPosted({foreground});
     monitor_.reset();
   }
-}
-
-TEST_F(SessionMonitorTest, ADeadBusOpensNoLockedScreenAndIsUsedAgain) {
-  auto login = std::make_unique<MockedLogin>(addressOf(systemBus_));
-  login->setLockedHint(true);
-  start();
-  expectPosted({background});
-  systemBus_.stopDaemon();
-  EXPECT_TRUE(test::loopUntil([&] { return machine_.log.count() > 0; }));
-  EXPECT_THAT(posted_, ElementsAre());
-  login.reset();
-  systemBus_.startDaemon();
-  login = std::make_unique<MockedLogin>(addressOf(systemBus_));
-  expectPosted({foreground});
-  login->lock();
-  expectPosted({background});
-  login.reset();
-  login = std::make_unique<MockedLogin>(addressOf(systemBus_));
-  expectPosted({foreground});
-  EXPECT_TRUE(test::loopUntil([&] { return login->holdsBackSleep(); }));
-  EXPECT_EQ(machine_.log.count(), 1);
-}
-
-TEST_F(SessionMonitorTest, WithoutAnyBusItStaysInTheForegroundAndSaysSoOnce) {
-  systemBus_.stopDaemon();
-  sessionBus_.stopDaemon();
-  start();
-  EXPECT_TRUE(test::loopUntil([&] { return machine_.log.count() > 0; }));
-  monitor_.reset();
-  start();
-  sessionBus_.startDaemon();
-  systemBus_.startDaemon();
-  MockedLogin login(addressOf(systemBus_));
-  EXPECT_TRUE(test::loopUntil([&] { return login.holdsBackSleep(); }));
-  EXPECT_THAT(posted_, ElementsAre());
-  EXPECT_EQ(machine_.log.count(), 2) << "one line for each of the monitors";
 }
 
 }  // namespace
