@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kMostRegions = 3;
 // Bars that a decoder can read are still seen at this size.
-constexpr int kLongestSide = 640;
+constexpr int kLongestSide = 960;
 constexpr int kBlocksAcross = 64;
 constexpr int kSmallestBlock = 4;
 // Mean of squared differences over two pixels: below it a block is paper, or noise.

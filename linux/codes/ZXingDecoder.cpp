@@ -13,6 +13,7 @@
 
 #include "linux/codes/BarOutline.hpp"
 #include "linux/codes/Code39.hpp"
+#include "linux/codes/CompactPDF417.hpp"
 #include "linux/codes/SymbologyTypes.hpp"
 
 namespace nivlo {
@@ -196,6 +197,9 @@ std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormat
       const ZXing::PointI corner = result.position()[i];
       outline[i] = {static_cast<double>(corner.x), static_cast<double>(corner.y)};
     }
+    const bool hasNoRightEdge = result.position()[1] == result.position()[2];
+    if (result.format() == BarcodeFormat::PDF417 && hasNoRightEdge)
+      outline = compactPDF417Outline(picture, outline[0], outline[3]);
     readings.push_back({type, text, outline, 0});
   }
   return readings;
