@@ -24,10 +24,6 @@ constexpr int kRowsAveraged = 4;
 // Of a pixel.
 constexpr double kCostOfDrawing = 1;
 
-double distanceBetween(CGPoint first, CGPoint second) {
-  return std::hypot(first.x - second.x, first.y - second.y);
-}
-
 Quad withMargins(const Quad& region) {
   const double length = distanceBetween(region[0], region[1]);
   const double margin = kMargin * length + kLeastMargin;

@@ -135,10 +135,6 @@ std::optional<CGPoint> intersection(const Line& first, const Line& second) {
   return CGPoint{first.point.x + along * first.direction.x, first.point.y + along * first.direction.y};
 }
 
-double distanceBetween(CGPoint first, CGPoint second) {
-  return std::hypot(first.x - second.x, first.y - second.y);
-}
-
 /// The four-sided shape whose outline the points follow, in their order; nothing where they do not follow
 /// one.
 std::optional<Quad> fittedQuad(const std::vector<CGPoint>& points, CGPoint centre) {

@@ -34,6 +34,10 @@ bool hasSeparatingEdge(const Quad& edges, const Quad& other) {
 
 }  // namespace
 
+double distanceBetween(CGPoint first, CGPoint second) {
+  return std::hypot(first.x - second.x, first.y - second.y);
+}
+
 CGPoint centreOf(const Quad& quad) {
   CGPoint sum;
   for (const CGPoint& corner : quad) sum = {sum.x + corner.x, sum.y + corner.y};

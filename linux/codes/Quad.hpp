@@ -10,6 +10,8 @@ namespace nivlo {
 /// Clockwise (y grows downwards), from the code's own top left.
 using Quad = std::array<CGPoint, 4>;
 
+double distanceBetween(CGPoint first, CGPoint second);
+
 /// The mean of the corners.
 CGPoint centreOf(const Quad& quad);
 

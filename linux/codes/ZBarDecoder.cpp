@@ -14,7 +14,7 @@ namespace nivlo {
 
 namespace {
 
-constexpr int kFewScanLines = 2;
+constexpr int kSomeScanLines = 2;
 
 const char* typeOf(zbar::zbar_symbol_type_t type) {
   switch (type) {
@@ -68,7 +68,7 @@ std::vector<Reading> readWith(zbar::ImageScanner& scanner, const LumaPicture& pi
     const double width = picture.width;
     const double height = picture.height;
     readings.push_back(
-        {type, std::move(text), {{{0, 0}, {width, 0}, {width, height}, {0, height}}}, kFewScanLines});
+        {type, std::move(text), {{{0, 0}, {width, 0}, {width, height}, {0, height}}}, kSomeScanLines});
   }
   image.set_data(nullptr, 0);
   return readings;
