@@ -18,7 +18,7 @@ namespace {
 constexpr auto kUnit = R"([Unit]
 Description=Nivlo, the live camera wallpaper
 PartOf=graphical-session.target
-After=graphical-session.target
+After=graphical-session.target pipewire.service wireplumber.service
 StartLimitIntervalSec=600
 StartLimitBurst=10
 

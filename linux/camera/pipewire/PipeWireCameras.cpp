@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <list>
 #include <optional>
-#include <set>
 #include <string_view>
 #include <utility>
 
 #include "linux/camera/pipewire/CameraCapture.hpp"
 #include "linux/camera/pipewire/CameraRegistry.hpp"
 #include "linux/camera/pipewire/EventLoop.hpp"
+#include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
 namespace {
@@ -76,19 +76,27 @@ class PipeWireCameras : public CameraDriver {
         result.push_back({std::string(kPrefix) + camera.name, camera.description, camera.position});
       }
     });
-    for (const CameraInfo& camera : result) known_.insert(camera.uniqueID);
     return result;
   }
 
   std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
-    cameras();
-    if (!known_.contains(uniqueID)) return nullptr;
-    return std::make_unique<Stream>(session_, uniqueID.substr(kPrefix.size()), std::move(onFrame));
+    if (!uniqueID.starts_with(kPrefix) || !session_->loop.isRunning()) return nullptr;
+    const auto name = uniqueID.substr(kPrefix.size());
+    if (!isThere(uniqueID)) {
+      NSLog("camera %@: not there; its picture comes when it does ('nivlo devices' lists those there are)",
+            name);
+    }
+    return std::make_unique<Stream>(session_, name, std::move(onFrame));
   }
 
  private:
+  bool isThere(const std::string& uniqueID) {
+    const auto known = cameras();
+    return std::any_of(known.begin(), known.end(),
+                       [&](const CameraInfo& camera) { return camera.uniqueID == uniqueID; });
+  }
+
   std::shared_ptr<Session> session_ = std::make_shared<Session>();
-  std::set<std::string> known_;
 };
 
 }  // namespace
