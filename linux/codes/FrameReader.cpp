@@ -17,7 +17,7 @@ constexpr double kLeastBudget = 960 * 540;
 
 /// The outline as it was read may be of a view that was squeezed along the bars.
 void followBars(Reading& reading, const LumaPicture& picture) {
-  if (reading.scanLines == 0) return;
+  if (!reading.isLinear) return;
   const auto& [topLeft, topRight, bottomRight, bottomLeft] = reading.outline;
   reading.outline = barOutline(picture, {(topLeft.x + bottomLeft.x) / 2, (topLeft.y + bottomLeft.y) / 2},
                                {(topRight.x + bottomRight.x) / 2, (topRight.y + bottomRight.y) / 2});

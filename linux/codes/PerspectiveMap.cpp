@@ -27,6 +27,8 @@ std::uint8_t interpolated(const LumaPicture& picture, std::int64_t x, std::int64
 
 std::int64_t fixedPoint(double position) {
   constexpr double kFarthest = 1 << 24;
+  // A view of the horizon has places that are nowhere.
+  if (std::isnan(position)) return 0;
   return static_cast<std::int64_t>((std::clamp(position, -kFarthest, kFarthest) - 0.5) * kOne);
 }
 

@@ -14,8 +14,6 @@ namespace nivlo {
 
 namespace {
 
-constexpr int kSomeScanLines = 2;
-
 const char* typeOf(zbar::zbar_symbol_type_t type) {
   switch (type) {
     case zbar::ZBAR_QRCODE:
@@ -60,15 +58,14 @@ std::vector<Reading> readWith(zbar::ImageScanner& scanner, const LumaPicture& pi
     if (!type || !isPlainASCII(text)) continue;
     if (type == symbology::kQRCode) {
       if (symbol->get_location_size() == 4)
-        readings.push_back({type, std::move(text), cornersOf(*symbol), 0});
+        readings.push_back({type, std::move(text), cornersOf(*symbol), false});
       continue;
     }
     if (type == symbology::kCode39 && endsInMod43Check(text)) type = symbology::kCode39Mod43;
     if (type == symbology::kCode39) text = fullASCII(text).value_or(text);
     const double width = picture.width;
     const double height = picture.height;
-    readings.push_back(
-        {type, std::move(text), {{{0, 0}, {width, 0}, {width, height}, {0, height}}}, kSomeScanLines});
+    readings.push_back({type, std::move(text), {{{0, 0}, {width, 0}, {width, height}, {0, height}}}, true});
   }
   image.set_data(nullptr, 0);
   return readings;

@@ -10,7 +10,7 @@ namespace nivlo {
 Decoder zbarQRCodes();
 
 /// For a picture that shows little else than upright bars: where on it they are is not known, so its corners
-/// are their outline. Of the readings, how many lines agreed is not known either (Reading::scanLines is 2).
+/// are their outline.
 Decoder zbarBars();
 
 }  // namespace nivlo

@@ -30,9 +30,8 @@ const ZXing::BarcodeFormats kLinearFormats = BarcodeFormat::UPCE | BarcodeFormat
                                              BarcodeFormat::Code93 | BarcodeFormat::Code128;
 // Labels in view at once are few; each costs a pass.
 constexpr int kMostLinearCodes = 8;
-constexpr int kFewScanLines = 2;
-// Neighbouring pixel rows of a tall code say the same; lines this many to its height say more.
-constexpr int kLinesAcrossBars = 64;
+// That must agree.
+constexpr int kScanLines = 2;
 constexpr std::uint8_t kPaper = 255;
 
 const char* typeOf(BarcodeFormat format, std::string_view text) {
@@ -106,10 +105,10 @@ ZXing::ImageView viewOf(const LumaPicture& picture) {
 }
 
 std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& view, ZXing::BarcodeFormats formats,
-                                           Effort effort, int scanLines) {
+                                           Effort effort) {
   ZXing::DecodeHints hints = hintsFor(formats, effort);
   hints.setMaxNumberOfSymbols(1);
-  hints.setMinLineCount(scanLines);
+  hints.setMinLineCount(kScanLines);
   ZXing::Results results = ZXing::ReadBarcodes(view, hints);
   if (results.empty() || !results.front().isValid()) return std::nullopt;
   return std::move(results.front());
@@ -117,27 +116,6 @@ std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& view, ZXing::
 
 CGPoint middle(ZXing::PointI first, ZXing::PointI second) {
   return {(first.x + second.x) / 2.0, (first.y + second.y) / 2.0};
-}
-
-/// Asked for one code, ZXing stops at the fewest lines that will do. So the found place is read once more,
-/// and must show the same text on many lines.
-bool agreesOnManyLines(const LumaPicture& picture, const ZXing::Result& found, const Quad& outline) {
-  const bool sideways = std::abs(outline[1].x - outline[0].x) < std::abs(outline[1].y - outline[0].y);
-  const auto [left, right] = std::minmax({outline[0].x, outline[1].x, outline[2].x, outline[3].x});
-  const auto [top, bottom] = std::minmax({outline[0].y, outline[1].y, outline[2].y, outline[3].y});
-  // Quiet zones are needed at the bars' ends; beside the bars nothing is.
-  const double quiet = 0.15 * (sideways ? bottom - top : right - left);
-  const int x0 = std::max(0, static_cast<int>(left - (sideways ? 0 : quiet)));
-  const int y0 = std::max(0, static_cast<int>(top - (sideways ? quiet : 0)));
-  const int x1 = std::min(picture.width, static_cast<int>(right + (sideways ? 0 : quiet)) + 1);
-  const int y1 = std::min(picture.height, static_cast<int>(bottom + (sideways ? quiet : 0)) + 1);
-  if (x0 >= x1 || y0 >= y1) return false;
-  const int step = std::max(1, (sideways ? x1 - x0 : y1 - y0) / kLinesAcrossBars);
-  const ZXing::ImageView lines(picture.row(y0) + x0, sideways ? (x1 - x0) / step : x1 - x0,
-                               sideways ? y1 - y0 : (y1 - y0) / step, ZXing::ImageFormat::Lum,
-                               sideways ? picture.stride : picture.stride * step, sideways ? step : 1);
-  const auto again = readOneLinear(lines, found.format(), Effort::Thorough, kManyScanLines);
-  return again && again->text() == found.text();
 }
 
 std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Result& result) {
@@ -148,8 +126,7 @@ std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Re
   const char* type = typeOf(result.format(), text);
   if (!type) return std::nullopt;
   if (type == symbology::kCode39) text = fullASCII(text).value_or(text);
-  const int scanLines = agreesOnManyLines(picture, result, outline) ? kManyScanLines : result.lineCount();
-  return Reading{type, std::move(text), outline, scanLines};
+  return Reading{type, std::move(text), outline, true};
 }
 
 std::vector<Reading> readLinear(const LumaPicture& picture, Effort effort) {
@@ -157,7 +134,7 @@ std::vector<Reading> readLinear(const LumaPicture& picture, Effort effort) {
   LumaBuffer rest;
   LumaPicture view = picture;
   while (readings.size() < kMostLinearCodes) {
-    const auto result = readOneLinear(viewOf(view), kLinearFormats, effort, kFewScanLines);
+    const auto result = readOneLinear(viewOf(view), kLinearFormats, effort);
     if (!result) break;
     std::optional<Reading> reading = linearReading(view, *result);
     if (!reading) break;
@@ -200,7 +177,7 @@ std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormat
     const bool hasNoRightEdge = result.position()[1] == result.position()[2];
     if (result.format() == BarcodeFormat::PDF417 && hasNoRightEdge)
       outline = compactPDF417Outline(picture, outline[0], outline[3]);
-    readings.push_back({type, text, outline, 0});
+    readings.push_back({type, text, outline, false});
   }
   return readings;
 }

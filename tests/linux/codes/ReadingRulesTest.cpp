@@ -13,12 +13,10 @@ using testing::ElementsAre;
 using testing::Field;
 using testing::IsEmpty;
 
-Reading reading(const char* type, const char* text, double x, double y, double size = 40, int scanLines = 0) {
+Reading reading(const char* type, const char* text, double x, double y, double size = 40) {
   const double half = size / 2;
-  return {type,
-          text,
-          {{{x - half, y - half}, {x + half, y - half}, {x + half, y + half}, {x - half, y + half}}},
-          scanLines};
+  return {
+      type, text, {{{x - half, y - half}, {x + half, y - half}, {x + half, y + half}, {x - half, y + half}}}};
 }
 
 auto Text(const char* text) { return Field(&Reading::text, text); }
@@ -75,9 +73,9 @@ TEST(Readings, OneCodeReadTwiceStaysOneAndEqualLabelsStayTwo) {
 }
 
 TEST(Readings, UPCEInsideAnEAN13IsAMisreadPartOfIt) {
-  EXPECT_THAT(withoutDuplicates({reading("org.gs1.UPC-E", "part", 60, 50, 20, 6),
-                                 reading("org.gs1.EAN-13", "whole", 50, 50, 40, 6),
-                                 reading("org.gs1.UPC-E", "elsewhere", 300, 50, 20, 6)}),
+  EXPECT_THAT(withoutDuplicates({reading("org.gs1.UPC-E", "part", 60, 50, 20),
+                                 reading("org.gs1.EAN-13", "whole", 50, 50, 40),
+                                 reading("org.gs1.UPC-E", "elsewhere", 300, 50, 20)}),
               ElementsAre(Text("whole"), Text("elsewhere")));
 }
 
