@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/utsname.h>
 
 #include "linux/desktop/LinuxDeviceIdentity.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
@@ -10,7 +9,6 @@ namespace {
 class LinuxDeviceIdentityTest : public testing::Test {
  protected:
   std::string model() { return makeLinuxDeviceIdentity("", root.path())->model(); }
-  std::string systemVersion() { return makeLinuxDeviceIdentity("", root.path())->systemVersion(); }
 
   test::TemporaryDirectory root;
 };
@@ -28,18 +26,6 @@ TEST_F(LinuxDeviceIdentityTest, TheModelIsEmptyOrAPlaceholderOfTheFirmware) {
   EXPECT_EQ(model(), "ACME Tablet");
   root.write("proc/device-tree/model", std::string("ACME Board 4\0", 13));
   EXPECT_EQ(model(), "ACME Board 4");
-}
-
-TEST_F(LinuxDeviceIdentityTest, TheVersionKeepsItsQuotesOrIsNotFound) {
-  utsname kernel{};
-  ASSERT_EQ(uname(&kernel), 0);
-  EXPECT_EQ(systemVersion(), kernel.release);
-  root.write("usr/lib/os-release", "NAME=Some\nPRETTY_NAME=\"Some \\\"rolling\\\" Linux\"\n");
-  EXPECT_EQ(systemVersion(), "Some \"rolling\" Linux");
-  root.write("etc/os-release", "PRETTY_NAME='Other Linux 12'\nVERSION_ID=\"12\"\n");
-  EXPECT_EQ(systemVersion(), "12");
-  root.write("etc/os-release", "VERSION_ID=\"12\n");
-  EXPECT_EQ(systemVersion(), "Some \"rolling\" Linux") << "a broken line";
 }
 
 }  // namespace

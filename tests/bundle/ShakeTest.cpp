@@ -12,7 +12,7 @@ class Shake : public WallpaperTest {
   void settle() {
     std::atomic<bool> done{false};
     view->queue()->addOperation([&] { done = true; });
-    ASSERT_TRUE(machine.mainQueue.waitUntil([&] { return done.load(); }));
+    ASSERT_TRUE(test::waitFor([&] { return done.load(); }));
   }
   int swaps() {
     settle();

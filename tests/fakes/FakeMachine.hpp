@@ -170,7 +170,7 @@ class FakeMachine {
 
   /// Waits until the open cameras have delivered this many frames more.
   bool watchFrames(int count) {
-    return mainQueue.waitUntil([this, wanted = cameras.frames + count] { return cameras.frames >= wanted; });
+    return test::waitFor([this, wanted = cameras.frames + count] { return cameras.frames >= wanted; });
   }
 };
 

@@ -37,8 +37,6 @@ class ManualMainQueue : public MainQueueDriver {
       return condition();
     });
   }
-  /// The same without running what is queued.
-  bool waitUntil(const std::function<bool()>& condition) { return test::waitFor(condition); }
 
   std::size_t pending() const {
     const std::lock_guard lock(mutex_);

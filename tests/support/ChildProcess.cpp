@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <stdexcept>
 #include <system_error>
 
 #include <fcntl.h>
@@ -63,7 +64,8 @@ std::vector<char*> pointersTo(std::vector<std::string>& strings) {
 
 }  // namespace
 
-ChildProcess::ChildProcess(std::vector<std::string> arguments, const Environment& changes) {
+ChildProcess::ChildProcess(std::vector<std::string> arguments, const Environment& changes)
+    : name_(arguments.front()) {
   std::vector<std::string> environment = environmentWith(changes);
   const std::vector<char*> argumentPointers = pointersTo(arguments);
   const std::vector<char*> environmentPointers = pointersTo(environment);
@@ -99,6 +101,25 @@ std::optional<std::string> ChildProcess::waitForLine(std::string_view text,
       },
       timeout);
   return line;
+}
+
+std::string ChildProcess::expectLine(std::string_view text) {
+  const std::optional<std::string> line = waitForLine(text);
+  require(line.has_value());
+  return *line;
+}
+
+void ChildProcess::expectReady(const std::function<bool()>& condition) {
+  bool holds = false;
+  waitFor([&] {
+    holds = condition();
+    return holds || !isRunning();
+  });
+  require(holds);
+}
+
+void ChildProcess::require(bool holds) const {
+  if (!holds) throw std::runtime_error(name_ + " does not do what is expected: " + output());
 }
 
 ChildProcess::Collected::Collected() : file(makeCollector()) {}
@@ -165,6 +186,12 @@ bool ChildProcess::isRunning() {
   if (waitpid(pid_, &status, WNOHANG) != pid_) return true;
   exitStatus_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   return false;
+}
+
+std::string outputOf(std::vector<std::string> arguments, const Environment& changes) {
+  ChildProcess process(std::move(arguments), changes);
+  process.expectReady([&] { return process.waitForExit() == 0; });
+  return process.standardOutput();
 }
 
 }  // namespace nivlo::test

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,13 @@ class ChildProcess {
   /// found. Nothing when the time is up, or as soon as the program has ended without such a line.
   std::optional<std::string> waitForLine(std::string_view text,
                                          std::chrono::milliseconds timeout = kPatience);
+
+  /// Waits for the first such line and returns it. Throws as expectReady does when it does not come.
+  std::string expectLine(std::string_view text);
+
+  /// Waits until the condition holds. Throws std::runtime_error, with all that the program has written, when
+  /// it ends before or the time is up.
+  void expectReady(const std::function<bool()>& condition);
 
   /// All that has been written so far, to standard output and then to standard error.
   std::string output() const;
@@ -71,10 +79,17 @@ class ChildProcess {
     std::optional<std::string> findLine(std::string_view text);
   };
 
+  void require(bool holds) const;
+
+  std::string name_;
   pid_t pid_ = -1;
   std::optional<int> exitStatus_;
   FileDescriptor input_;
   Collected output_, error_;
 };
+
+/// Runs a program to its end and returns what it has written to standard output. Throws std::runtime_error,
+/// with all that it has written, unless it ends with status 0.
+std::string outputOf(std::vector<std::string> arguments, const Environment& changes = {});
 
 }  // namespace nivlo::test

@@ -1,7 +1,5 @@
 #include "tests/support/PrivateBus.hpp"
 
-#include <stdexcept>
-
 namespace nivlo::test {
 
 PrivateBus::PrivateBus() {
@@ -34,9 +32,7 @@ void PrivateBus::startDaemon() {
       std::make_unique<ChildProcess>(std::vector<std::string>{"dbus-daemon", "--session", "--nofork",
                                                               "--print-address", "--address=" + address},
                                      environment());
-  if (!daemon_->waitForLine("unix:path=")) {
-    throw std::runtime_error("dbus-daemon does not start: " + daemon_->output());
-  }
+  daemon_->expectLine("unix:path=");
 }
 
 void PrivateBus::stopDaemon() { daemon_.reset(); }

@@ -1,7 +1,5 @@
 #include "tests/support/PrivatePipeWire.hpp"
 
-#include <stdexcept>
-
 namespace nivlo::test {
 namespace {
 
@@ -19,14 +17,9 @@ void PrivatePipeWire::startDaemon() {
   const std::filesystem::path socket = bus_.runtimeDirectory() / "pipewire-0";
   std::filesystem::remove(socket);
   pipewire_ = std::make_unique<ChildProcess>(std::vector<std::string>{"pipewire"}, environment());
-  if (!waitFor([&] { return std::filesystem::exists(socket) || !pipewire_->isRunning(); }) ||
-      !pipewire_->isRunning()) {
-    throw std::runtime_error("pipewire does not start: " + pipewire_->output());
-  }
+  pipewire_->expectReady([&] { return std::filesystem::exists(socket); });
   sessionManager_ = std::make_unique<ChildProcess>(std::vector<std::string>{"wireplumber"}, environment());
-  if (!waitFor([&] { return sessionManagerIsReady(environment()); })) {
-    throw std::runtime_error("wireplumber does not start: " + sessionManager_->output());
-  }
+  sessionManager_->expectReady([&] { return sessionManagerIsReady(environment()); });
 }
 
 void PrivatePipeWire::stopDaemon() {

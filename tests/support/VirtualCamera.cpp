@@ -1,7 +1,5 @@
 #include "tests/support/VirtualCamera.hpp"
 
-#include <stdexcept>
-
 #include <signal.h>
 
 namespace nivlo::test {
@@ -17,9 +15,7 @@ std::vector<std::string> commandLine(const VirtualCameraOptions& options) {
 
 VirtualCamera::VirtualCamera(const Environment& environment, const VirtualCameraOptions& options)
     : process_(commandLine(options), environment) {
-  if (!process_.waitForLine("paused")) {
-    throw std::runtime_error("no virtual camera " + options.name + ": " + process_.output());
-  }
+  process_.expectLine("paused");
 }
 
 bool VirtualCamera::waitForStreaming(std::chrono::milliseconds timeout) {
@@ -29,8 +25,6 @@ bool VirtualCamera::waitForStreaming(std::chrono::milliseconds timeout) {
 bool VirtualCamera::waitForPaused(std::chrono::milliseconds timeout) {
   return process_.waitForLine("paused", timeout).has_value();
 }
-
-void VirtualCamera::unplug() { process_.kill(); }
 
 void VirtualCamera::freeze() { process_.signal(SIGSTOP); }
 

@@ -18,8 +18,8 @@ struct VirtualCameraOptions {
   std::vector<std::string> arguments;
 };
 
-/// Publishes a camera, by a process of its own, from construction on until it is destroyed. Throws
-/// std::runtime_error, with what the process said, when the camera does not appear.
+/// Publishes a camera, by a process of its own, from construction on until it is destroyed, as pulling its
+/// plug would. Throws std::runtime_error, with what the process said, when the camera does not appear.
 class VirtualCamera {
  public:
   VirtualCamera(const Environment& environment, const VirtualCameraOptions& options);
@@ -29,9 +29,6 @@ class VirtualCamera {
 
   /// Waits for the next time that nobody takes its pictures any more. Each time is seen once.
   bool waitForPaused(std::chrono::milliseconds timeout = kPatience);
-
-  /// Takes the camera away at once, as pulling its plug would.
-  void unplug();
 
   /// Stops the process, or lets it go on: a camera that is there and says nothing.
   void freeze();

@@ -1,6 +1,4 @@
 // What a person does with dialogs, on a desktop of the test's own.
-#include <fstream>
-
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
@@ -11,7 +9,6 @@ namespace nivlo::test {
 namespace {
 
 using namespace std::string_literals;
-using testing::Eq;
 
 /// Markup, a line made to look like another message, a right-to-left override, an escape sequence, invisible
 /// characters, a tag, a byte that is not UTF-8, and NUL; after it so much text that no screen holds it.
@@ -32,9 +29,8 @@ class DialogsTest : public testing::Test {
   explicit DialogsTest(DesktopSize screen = {1280, 720}) : sway_(bus_, {screen}) {}
 
   void show(const std::string& title, const std::string& text, const std::string& indices = "0 -1") {
-    const auto file = directory_.path() / title;
+    const auto file = directory_.write(title, text);
     const auto earlier = sway_.focusedWindow();
-    std::ofstream(file, std::ios::binary) << text;
     ASSERT_TRUE(program_.write("show " + title + ' ' + indices + ' ' + file.string() + '\n'));
     ASSERT_TRUE(program_.waitForLine(title + " appeared")) << program_.output();
     ASSERT_TRUE(waitFor([&] { return sway_.focusedWindow() != earlier; }));
@@ -62,11 +58,7 @@ TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextAndTheOlderDialogWaits) {
   clickSecondButton();
   ASSERT_TRUE(told("newer tapped Copy")) << program_.output();
   ASSERT_TRUE(told("newer gone"));
-  ChildProcess paste({"sh", "-c", "wl-paste --no-newline > \"$0\"", directory_.path() / "pasted"},
-                     sway_.environment());
-  ASSERT_THAT(paste.waitForExit(), Eq(0)) << paste.output();
-  std::ifstream pasted(directory_.path() / "pasted", std::ios::binary);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(pasted), {}), text);
+  EXPECT_EQ(outputOf({"wl-paste", "--no-newline"}, sway_.environment()), text);
   EXPECT_THAT(program_.output(), testing::Not(testing::HasSubstr("older tapped")));
 }
 

@@ -1,11 +1,9 @@
 // The program as a person at a terminal meets it, without any camera.
-#include <fstream>
-
 #include <gmock/gmock.h>
 
-#include "linux/camera/ImageFile.hpp"
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/pictures/PictureFile.hpp"
 
 namespace nivlo::test {
 
@@ -35,8 +33,7 @@ TEST(ProgramTest, WrongUsageIsExplainedAndLeavesWithStatus2) {
 
 TEST(ProgramTest, FilesThatCannotBeUsedAreNamedWithTheCause) {
   const TemporaryDirectory directory;
-  const auto script = directory.path() / "script";
-  std::ofstream(script) << "# seconds, x, y, z\n0.5, 0, 0, 1\n0.4, 0, 0, 1\n";
+  const auto script = directory.write("script", "# seconds, x, y, z\n0.5, 0, 0, 1\n0.4, 0, 0, 1\n");
   Nivlo decreasing({"--source", "back=demo", "--accelerometer", "script:" + script.string()});
   EXPECT_THAT(decreasing.waitForExit(), Eq(1));
   EXPECT_THAT(decreasing.output(), HasSubstr("script:3:"));
@@ -56,9 +53,9 @@ TEST(ProgramTest, ABundleThatDoesNotFitIsRefusedWithTheReason) {
     std::filesystem::create_directories(bundle);
     std::filesystem::copy_file(NIVLO_WRONG_BUNDLES, bundle / "wrong.so",
                                std::filesystem::copy_options::overwrite_existing);
-    std::ofstream(bundle / "Info.plist")
-        << "<plist><dict><key>NSPrincipalClass</key><string>" << className
-        << "</string><key>CFBundleExecutable</key><string>" << executable << "</string></dict></plist>";
+    directory.write(bundle / "Info.plist", "<plist><dict><key>NSPrincipalClass</key><string>" + className +
+                                               "</string><key>CFBundleExecutable</key><string>" + executable +
+                                               "</string></dict></plist>");
     Nivlo program({"presets", "--bundle", bundle.string()});
     EXPECT_THAT(program.waitForExit(), Eq(1));
     return program.output();
@@ -86,7 +83,7 @@ TEST(ProgramTest, WithoutPipeWireTheDemoStandsInAndScanningGoesOnAfterEachAnswer
   ASSERT_TRUE(program.waitForLine("Cancelled"));
   ASSERT_TRUE(program.waitForLine("Get a", std::chrono::seconds(40))) << "the next code of the demo";
   EXPECT_THAT(program.terminate(), Eq(0)) << "with a dialog on the screen";
-  EXPECT_TRUE(colorIn(snapshot, 0.5, 0.5));
+  EXPECT_EQ(readPicture(snapshot).width, 640);
 }
 
 TEST(ProgramTest, HostileTextIsShownInTheTerminalButNeverSentToIt) {
@@ -122,8 +119,7 @@ TEST(ProgramTest, TheJournalTellsTheProgramsLifeButNotWhatWasScanned) {
   ASSERT_TRUE(program.answer("0) Cancel", 0));
   ASSERT_TRUE(program.waitForLine("Cancelled"));
   ASSERT_THAT(program.terminate(), Eq(0));
-  std::ifstream file(program.logDirectory() / "log.txt");
-  const std::string journal{std::istreambuf_iterator<char>(file), {}};
+  const auto journal = directory.read(program.logDirectory() / "log.txt");
   EXPECT_TRUE(journal.starts_with("# Application: Nivlo\r\n# Version: "));
   for (const auto* event :
        {"started: NivloWallpaper", "surface: offscreen", "opened", "dialog shown: Barcode",
@@ -135,23 +131,18 @@ TEST(ProgramTest, TheJournalTellsTheProgramsLifeButNotWhatWasScanned) {
 
 TEST(ProgramTest, WhereTheLogIsNoTerminalALongRunOfSamplesBecomesACount) {
   const TemporaryDirectory directory;
-  const auto script = directory.path() / "script";
-  std::ofstream lines(script);
+  std::string lines;
   for (int i = 0; i < 20; ++i) {
-    lines << 0.3 + i * 0.01 << ", 0, 0, 1\n";
+    lines += std::to_string(0.3 + i * 0.01) + ", 0, 0, 1\n";
   }
-  lines.close();
+  const auto script = directory.write("script", lines);
   Nivlo program({"--source", "back=none", "--source", "front=none", "--accelerometer",
                  "script:" + script.string(), "--seconds", "1"});
-  EXPECT_TRUE(program.waitForLine("more lines like this"));
   EXPECT_THAT(program.waitForExit(), Eq(0));
-  const auto output = program.output();
-  const std::string sample = "0.000000, 0.000000, 1.000000";
-  int count = 0;
-  for (auto at = output.find(sample); at != std::string::npos; at = output.find(sample, at + 1)) {
-    ++count;
-  }
-  EXPECT_EQ(count, 3);
+  int samples = 0;
+  while (program.waitForLine("0.000000, 0.000000, 1.000000")) ++samples;
+  EXPECT_EQ(samples, 3);
+  EXPECT_TRUE(program.waitForLine("more lines like this"));
 }
 
 TEST(ProgramTest, TheChimePlaysToItsEndWithoutASoundCard) {
@@ -159,47 +150,10 @@ TEST(ProgramTest, TheChimePlaysToItsEndWithoutASoundCard) {
   EXPECT_THAT(program.waitForExit(), Eq(0));
 }
 
-TEST(ProgramTest, TheMachineIsNamedByItsIdentifier) {
-  Nivlo program({"devices", "--machine", "iPad2,4", "--source", "back=none", "--source", "front=none"});
-  EXPECT_THAT(program.waitForExit(), Eq(0));
-  EXPECT_THAT(program.standardOutput(), HasSubstr("iPad2,4, rank 2.2, iPad 2 (WiFi Rev. A) (iPad 2)"));
-  EXPECT_THAT(program.standardOutput(), HasSubstr("no cameras"));
-}
-
-TEST(ProgramTest, AnswersFromAPipeAreKeptForTheirQuestionsAndItsEndCancels) {
-  const TemporaryDirectory directory;
-  const auto picture = directory.path() / "code.png";
-  writeCodePicture(picture, "QRCode", "plain");
-  Nivlo program({"--source", "back=file:" + picture.string()});
-  program.write("nonsense\n7\n1\n");
-  program.closeInput();
-  EXPECT_TRUE(program.waitForLine("number of one of the buttons"));
-  EXPECT_TRUE(program.waitForLine("== Copy Succ =="));
-  EXPECT_TRUE(program.waitForLine("the dialog is cancelled"));
-  EXPECT_TRUE(program.isRunning());
-  EXPECT_THAT(program.terminate(), Eq(0));
-}
-
 TEST(ProgramTest, WithoutACameraItSaysSoAndLivesOn) {
   Nivlo program({"--source", "back=none", "--source", "front=none", "--seconds", "0.3"});
   EXPECT_TRUE(program.waitForLine("No video camera on this device!"));
   EXPECT_THAT(program.waitForExit(), Eq(0));
-}
-
-TEST(ProgramTest, WithOneCameraAskingForTheOtherSideKeepsThePicture) {
-  const TemporaryDirectory directory;
-  const auto snapshot = directory.path() / "wall.png";
-  const auto picture = directory.path() / "white.png";
-  const std::vector<std::uint8_t> white(64 * 64 * 4, 255);
-  ASSERT_EQ(writePNG(picture, white.data(), 64, 64, 256), "");
-  const auto script = directory.path() / "script";
-  std::ofstream(script) << "0.2, 0, 0, 2\n";
-  Nivlo program({"--source", "back=file:" + picture.string(), "--source", "front=none", "--camera", "front",
-                 "--accelerometer", "script:" + script.string(), "--seconds", "1", "--snapshot",
-                 snapshot.string()});
-  EXPECT_TRUE(program.waitForLine("0.000000, 0.000000, 2.000000"));
-  EXPECT_THAT(program.waitForExit(), Eq(0));
-  EXPECT_TRUE(isNear(colorIn(snapshot, 0.5, 0.5), {255, 255, 255}));
 }
 
 }  // namespace

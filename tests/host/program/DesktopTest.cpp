@@ -1,6 +1,4 @@
 // The wallpaper as the background of a headless desktop, on a real PipeWire camera.
-#include <regex>
-
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
@@ -8,7 +6,7 @@
 #include "tests/support/VirtualCamera.hpp"
 #include "tests/support/desktop/ForeignWindow.hpp"
 #include "tests/support/desktop/HeadlessSway.hpp"
-#include "tests/support/desktop/HeadlessWeston.hpp"
+#include "tests/support/desktop/Toolkit.hpp"
 
 namespace nivlo::test {
 
@@ -16,16 +14,6 @@ namespace {
 
 using testing::Eq;
 using testing::HasSubstr;
-
-
-bool isWithin(Picture::Color color, Picture::Color expected, int tolerance) {
-  for (std::size_t i = 0; i < 3; ++i) {
-    if (std::abs(color[i] - expected[i]) > tolerance) {
-      return false;
-    }
-  }
-  return true;
-}
 
 /// Whether a picture's four quarters have these colours, right up to the middle.
 bool hasQuarters(const Picture& picture, const std::array<Picture::Color, 4>& colors) {
@@ -40,7 +28,7 @@ bool hasQuarters(const Picture& picture, const std::array<Picture::Color, 4>& co
                                     {middleX - kBlur, middleY + kBlur, colors[2]},
                                     {picture.width - 1, picture.height - 1, colors[3]},
                                     {middleX + kBlur, middleY + kBlur, colors[3]}}) {
-    if (!isWithin(picture.at(x, y), color, 3)) {
+    if (!isNear(picture.at(x, y), color)) {
       return false;
     }
   }
@@ -59,22 +47,9 @@ class DesktopTest : public testing::Test {
   /// Puts a fullscreen window on the output.
   void cover(const std::string& output) {
     sway_->message("focus output " + output);
-    const auto before = fullscreenNodes();
+    const auto before = sway_->focusedWindow();
     windows_.push_back(std::make_unique<ForeignWindow>(environment()));
-    EXPECT_TRUE(waitFor([&] {
-      try {
-        sway_->message("[title=foreign workspace=__focused__] fullscreen enable");
-      } catch (const std::runtime_error&) {
-        return false;  // sway has not shown it yet
-      }
-      return fullscreenNodes() > before;
-    }));
-  }
-
-  long fullscreenNodes() const {
-    const auto tree = sway_->query("get_tree");
-    const std::regex fullscreen("\"fullscreen_mode\": [12]");
-    return std::distance(std::sregex_iterator(tree.begin(), tree.end(), fullscreen), {});
+    EXPECT_TRUE(waitFor([&] { return sway_->focusedWindow() != before; }));
   }
 
   TemporaryDirectory directory_;
@@ -114,11 +89,12 @@ TEST_F(DesktopTest, FillsEveryOutputWithTheCamerasColoursAndFollowsTheOutputs) {
   }
   Nivlo program({"--preset", "4", "--output", "HEADLESS-2"}, environment());
   EXPECT_TRUE(shows("HEADLESS-2", {kGreen, kRed, kWhite, kBlue}, "front"));
-  EXPECT_FALSE(isWithin(sway_->screenshot("HEADLESS-1", "other").at(0, 0), kGreen, 60))
+  EXPECT_FALSE(isNear(sway_->screenshot("HEADLESS-1", "other").at(0, 0), kGreen, 60))
       << "the other output was not chosen";
 }
 
 TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
+  sway_->message("for_window [title=foreign] fullscreen enable");
   VirtualCamera back(environment(), camera("back", {}));
   Nivlo program({"--preset", "3"}, environment());
   ASSERT_TRUE(back.waitForStreaming());
@@ -137,13 +113,16 @@ TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
 
 TEST(WindowTest, WithoutTheLayerShellItSaysSoAndGoesOnAsAWindow) {
   PrivateBus bus;
-  const HeadlessWeston weston(bus);
-  Nivlo program({"--source", "back=demo", "--qr", "off", "--frames", "3"},
-                merged(bus.environment(), weston.environment()));
+  const auto environment = merged(bus.environment(), softwareToolkit("weston"));
+  ChildProcess weston(
+      {"weston", "--backend=headless-backend.so", "--use-pixman", "--no-config", "--socket=weston"},
+      environment);
+  weston.expectReady([&] { return std::filesystem::exists(bus.runtimeDirectory() / "weston"); });
+  Nivlo program({"--source", "back=demo", "--qr", "off", "--frames", "3"}, environment);
   EXPECT_THAT(program.waitForExit(), Eq(0));
   EXPECT_THAT(program.output(),
               testing::AllOf(HasSubstr("has no layer shell"), HasSubstr("a Wayland window")));
-  Nivlo refused({"--surface", "wayland"}, merged(bus.environment(), weston.environment()));
+  Nivlo refused({"--surface", "wayland"}, environment);
   EXPECT_THAT(refused.waitForExit(), Eq(1));
 }
 

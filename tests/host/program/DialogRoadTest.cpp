@@ -1,6 +1,4 @@
 // From a code before the camera to another program, through the dialogs of a desktop.
-#include <fstream>
-
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
@@ -17,11 +15,6 @@ using testing::HasSubstr;
 
 constexpr double kLeft = 0.25;
 constexpr double kRight = 0.75;
-
-std::string contentOf(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class DialogRoadTest : public testing::Test {
  protected:
@@ -51,15 +44,14 @@ class DialogRoadTest : public testing::Test {
   /// Registers a program for https links that writes what it is given into a file.
   std::filesystem::path registerHandler() {
     const auto applications = bus_.dataDirectory() / "applications";
-    const auto script = directory_.path() / "handler";
-    std::filesystem::create_directories(applications);
-    std::ofstream(script) << "#!/bin/sh\nprintf %s \"$1\" > \"$0.part\" && mv \"$0.part\" \"$0.opened\"\n";
+    const auto script = directory_.write(
+        "handler", "#!/bin/sh\nprintf %s \"$1\" > \"$0.part\" && mv \"$0.part\" \"$0.opened\"\n");
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-    std::ofstream(applications / "handler.desktop")
-        << "[Desktop Entry]\nType=Application\nName=Handler\nExec=" << script.string()
-        << " %u\nMimeType=x-scheme-handler/https;\n";
-    std::ofstream(applications / "mimeapps.list")
-        << "[Default Applications]\nx-scheme-handler/https=handler.desktop\n";
+    directory_.write(applications / "handler.desktop",
+                     "[Desktop Entry]\nType=Application\nName=Handler\nExec=" + script.string() +
+                         " %u\nMimeType=x-scheme-handler/https;\n");
+    directory_.write(applications / "mimeapps.list",
+                     "[Default Applications]\nx-scheme-handler/https=handler.desktop\n");
     return script.string() + ".opened";
   }
 
@@ -77,9 +69,7 @@ TEST_F(DialogRoadTest, AClickCopiesTheTextThatAnotherProgramThenReads) {
   Nivlo program({}, environment());
   press(kRight);
   ASSERT_TRUE(program.waitForLine("dialog shown: Copy Succ")) << program.output();
-  ChildProcess paste({"wl-paste", "--no-newline"}, sway_.environment());
-  ASSERT_THAT(paste.waitForExit(), Eq(0)) << paste.output();
-  EXPECT_EQ(paste.standardOutput(), text);
+  EXPECT_EQ(outputOf({"wl-paste", "--no-newline"}, sway_.environment()), text);
   press(0.5);  // "I Know"
   ASSERT_TRUE(program.waitForLine("dialog answered: I Know")) << program.output();
   sway_.kill();
@@ -98,7 +88,7 @@ TEST_F(DialogRoadTest, CancelGoesOnScanningAndOpenLinkHandsOverTheExactBytes) {
   camera = holdUp(link);
   press(kRight);
   ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(opened); })) << program.output();
-  EXPECT_EQ(contentOf(opened), link);
+  EXPECT_EQ(directory_.read(opened), link);
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
 // The whole road on a real PipeWire daemon with virtual cameras.
-#include <fstream>
-
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/PrivatePipeWire.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 #include "tests/support/VirtualCamera.hpp"
+#include "tests/support/pictures/PictureFile.hpp"
 
 namespace nivlo::test {
 
@@ -31,12 +30,6 @@ class LiveCameraTest : public testing::Test {
     return {"cam-front", {"--location", "front", "--picture", frontPicture_.string()}};
   }
 
-  std::filesystem::path script(const std::string& lines) const {
-    const auto path = directory_.path() / "script";
-    std::ofstream(path) << lines;
-    return path;
-  }
-
   TemporaryDirectory directory_;
   std::filesystem::path backPicture_ = directory_.path() / "back.png";
   std::filesystem::path frontPicture_ = directory_.path() / "front.png";
@@ -49,7 +42,8 @@ TEST_F(LiveCameraTest, ACodeIsOfferedAndAShakeShowsTheFrontCamera) {
   VirtualCamera backCamera(pipeWire_.environment(), back());
   VirtualCamera frontCamera(pipeWire_.environment(), front());
   Nivlo program({"--surface", "offscreen", "--alerts", "terminal", "--size", "640x360", "--snapshot",
-                 snapshot_.string(), "--accelerometer", "script:" + script("6, 0, 1.6, 0\n").string()},
+                 snapshot_.string(), "--accelerometer",
+                 "script:" + directory_.write("script", "6, 0, 1.6, 0\n").string()},
                 pipeWire_.environment());
   ASSERT_TRUE(backCamera.waitForStreaming());
   ASSERT_TRUE(program.answer("Get an URL link: https://example.org/back", 0));
@@ -60,23 +54,7 @@ TEST_F(LiveCameraTest, ACodeIsOfferedAndAShakeShowsTheFrontCamera) {
       << "a mirrored picture is read unmirrored";
   EXPECT_THAT(program.terminate(), Eq(0));
   EXPECT_TRUE(frontCamera.waitForPaused()) << "the camera is released at the end";
-  EXPECT_TRUE(isNear(colorIn(snapshot_, 0.02, 0.02), kYellow));
-}
-
-TEST_F(LiveCameraTest, AnUnpluggedCameraComesBackByItselfAndNeverAsTheOtherOne) {
-  auto backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
-  VirtualCamera frontCamera(pipeWire_.environment(), front());
-  Nivlo program({"--qr", "off", "--size", "640x360", "--snapshot", snapshot_.string()},
-                pipeWire_.environment());
-  ASSERT_TRUE(backCamera->waitForStreaming());
-  backCamera->unplug();
-  ASSERT_TRUE(program.waitForLine("cam-back: gone"));
-  backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
-  EXPECT_TRUE(backCamera->waitForStreaming());
-  EXPECT_TRUE(program.waitForLine("cam-back: back"));
-  EXPECT_FALSE(frontCamera.waitForStreaming(std::chrono::milliseconds(100)));
-  EXPECT_THAT(program.terminate(), Eq(0));
-  EXPECT_TRUE(isNear(colorIn(snapshot_, 0.02, 0.02), kWhite)) << "the white of the code's picture";
+  EXPECT_TRUE(isNear(readPicture(snapshot_).at(12, 7), kYellow, 6));
 }
 
 TEST_F(LiveCameraTest, ADaemonThatDiesAndReturnsEndsNothing) {

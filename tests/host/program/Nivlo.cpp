@@ -66,24 +66,4 @@ void writeCodePicture(const std::filesystem::path& path, const std::string& form
   writePNG(path, pixels.data(), kWidth, kHeight, kWidth * 4);
 }
 
-std::optional<Picture::Color> colorIn(const std::filesystem::path& picture, double x, double y) {
-  const auto image = loadImageFile(picture).frame;
-  if (!image) {
-    return std::nullopt;
-  }
-  const int bytes = image->format == PixelFormat::RGB ? 3 : 4;
-  const auto* pixel = image->planes[0].data + static_cast<int>(y * image->height) * image->planes[0].stride +
-                      static_cast<int>(x * image->width) * bytes;
-  return Picture::Color{pixel[0], pixel[1], pixel[2]};
-}
-
-bool isNear(const std::optional<Picture::Color>& color, Picture::Color expected) {
-  for (int i = 0; color && i < 3; ++i) {
-    if (std::abs((*color)[i] - expected[i]) > 6) {
-      return false;
-    }
-  }
-  return color.has_value();
-}
-
 }  // namespace nivlo::test

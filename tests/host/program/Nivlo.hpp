@@ -37,9 +37,4 @@ class Nivlo : public ChildProcess {
 void writeCodePicture(const std::filesystem::path& path, const std::string& format, const std::string& text,
                       Picture::Color background = {255, 255, 255});
 
-/// The color at a place given in parts of the width and height; nothing while the file cannot be read.
-std::optional<Picture::Color> colorIn(const std::filesystem::path& picture, double x, double y);
-
-bool isNear(const std::optional<Picture::Color>& color, Picture::Color expected);
-
 }  // namespace nivlo::test

@@ -1,6 +1,4 @@
 // The wallpaper on X servers of the test's own.
-#include <cstdlib>
-
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
@@ -28,10 +26,7 @@ class PrivateDisplay {
     std::vector<std::string> command{"Xvfb", "-displayfd", "1", "-noreset", "-screen", "0", "800x600x24"};
     command.insert(command.end(), arguments.begin(), arguments.end());
     server_.emplace(std::move(command));
-    waitFor([&] { return server_->standardOutput().ends_with('\n') || !server_->isRunning(); });
-    if (!server_->isRunning()) {
-      throw std::runtime_error("Xvfb did not start: " + server_->output());
-    }
+    server_->expectReady([&] { return server_->standardOutput().ends_with('\n'); });
     name_ = fmt::format(":{}", std::stoi(server_->standardOutput()));
     client_.reset(xcb_connect(name_.c_str(), nullptr));
   }
@@ -45,10 +40,7 @@ class PrivateDisplay {
     run({"xrandr", "--setmonitor", "left", "400/100x600/100+0+0", "screen"});
     run({"xrandr", "--setmonitor", "right", "400/100x600/100+400+0", "none"});
   }
-  void run(std::vector<std::string> command) {
-    ChildProcess process(std::move(command), environment());
-    EXPECT_THAT(process.waitForExit(), Eq(0)) << process.output();
-  }
+  void run(std::vector<std::string> command) { outputOf(std::move(command), environment()); }
 
   /// Waits until the screen has this color, within 3 of 255, at a place.
   bool shows(Picture::Color color, int x, int y) const {
@@ -58,8 +50,7 @@ class PrivateDisplay {
                         static_cast<std::int16_t>(y), 1, 1, ~0U);
       const Owned<xcb_get_image_reply_t, std::free> image(xcb_get_image_reply(client(), request, nullptr));
       const auto* pixel = image ? xcb_get_image_data(image.get()) : nullptr;
-      return pixel && std::abs(pixel[2] - color[0]) <= 3 && std::abs(pixel[1] - color[1]) <= 3 &&
-             std::abs(pixel[0] - color[2]) <= 3;
+      return pixel && isNear({pixel[2], pixel[1], pixel[0]}, color);
     });
   }
 
@@ -189,19 +180,6 @@ TEST(X11Test, AWindowFollowsItsSizeAndIsClosedOnAServerThatSharesNoMemory) {
   xcb_send_event(display.client(), 0, window, 0, reinterpret_cast<const char*>(&close));
   xcb_flush(display.client());
   EXPECT_THAT(program.waitForExit(), Eq(0)) << program.output();
-}
-
-TEST(X11Test, WhatIsNotThereIsNamedAndAutomaticallyItDrawsIntoMemory) {
-  PrivateDisplay display;
-  Nivlo elsewhere({"--surface", "x11", "--output", "DP-9", "--source", "back=demo"}, display.environment());
-  EXPECT_THAT(elsewhere.waitForExit(), Eq(1));
-  EXPECT_THAT(elsewhere.output(), HasSubstr("no output DP-9; it has: screen"));
-  Nivlo refused({"--surface", "window", "--source", "back=demo"}, {{"DISPLAY", ":4711"}});
-  EXPECT_THAT(refused.waitForExit(), Eq(1));
-  const TemporaryDirectory directory;
-  Nivlo automatic({"--source", "back=file:" + halves(directory).string(), "--qr", "off", "--frames", "2"},
-                  {{"DISPLAY", ":4711"}});
-  EXPECT_THAT(automatic.waitForExit(), Eq(0));
 }
 
 }  // namespace

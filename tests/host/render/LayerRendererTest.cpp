@@ -10,31 +10,15 @@ namespace nivlo::test {
 
 namespace {
 
-
-std::optional<PixelFormat> pixelFormat(Mode::Format format) {
-  switch (format) {
-    case Mode::Format::YUY2:
-      return PixelFormat::YUY2;
-    case Mode::Format::NV12:
-      return PixelFormat::NV12;
-    case Mode::Format::I420:
-      return PixelFormat::I420;
-    case Mode::Format::BGRx:
-      return PixelFormat::BGRx;
-    case Mode::Format::RGB:
-      return PixelFormat::RGB;
-    case Mode::Format::MJPEG:
-      break;
-  }
-  return std::nullopt;
-}
+constexpr std::array kPixelFormats{PixelFormat::YUY2, PixelFormat::NV12, PixelFormat::I420, PixelFormat::BGRx,
+                                   PixelFormat::RGB};
 
 VideoFramePtr frameOf(const Picture& picture, Mode::Format format, const Colorimetry& colorimetry = {},
                       int rotation = 0) {
   const auto encoded = std::make_shared<EncodedPicture>(
       encode(picture, {format, picture.width, picture.height}, colorimetry, 0));
   auto frame = std::make_shared<VideoFrame>();
-  frame->format = pixelFormat(format).value();
+  frame->format = kPixelFormats.at(static_cast<std::size_t>(format));
   frame->width = picture.width;
   frame->height = picture.height;
   frame->rotation = rotation;
@@ -59,16 +43,9 @@ Picture::Color at(const Pixels& pixels, int x, int y) {
   return {pixel[2], pixel[1], pixel[0]};
 }
 
-constexpr int kTolerance = 3;
-
 MATCHER_P(IsColor, expected, "") {
-  for (int i = 0; i < 3; ++i) {
-    if (std::abs(arg[i] - expected[i]) > kTolerance) {
-      *result_listener << "is " << int(arg[0]) << "," << int(arg[1]) << "," << int(arg[2]);
-      return false;
-    }
-  }
-  return true;
+  *result_listener << "is " << int(arg[0]) << "," << int(arg[1]) << "," << int(arg[2]);
+  return isNear(arg, expected);
 }
 
 /// Whether there was anything to show.

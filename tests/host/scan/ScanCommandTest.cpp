@@ -1,4 +1,3 @@
-#include <fstream>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -6,7 +5,6 @@
 #include <zint.h>
 
 #include "host/scan/ScanCommand.hpp"
-#include "host/text/VisibleText.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
@@ -25,11 +23,6 @@ class Scan : public testing::Test {
     const auto path = directory_.path() / name;
     EXPECT_EQ(writePNG(path, frame.planes[0].data, frame.width, frame.height, frame.planes[0].stride), "");
     return path;
-  }
-
-  std::filesystem::path file(const std::string& name, const std::string& content) {
-    std::ofstream(directory_.path() / name, std::ios::binary) << content;
-    return directory_.path() / name;
   }
 
   int run(std::vector<std::filesystem::path> files, bool json = false) {
@@ -63,10 +56,9 @@ TEST_F(Scan, WritesALineACodeThatCannotAttackATerminal) {
 
 TEST_F(Scan, AFileThatCannotBeReadDoesNotKeepTheOthersFromBeingRead) {
   const auto good = picture("good.png", drawCode(BARCODE_CODE128, "good"));
-  std::ostringstream bytes;
-  bytes << std::ifstream(good, std::ios::binary).rdbuf();
-  const auto truncated = file("truncated.png", bytes.str().substr(0, bytes.str().size() / 2));
-  const auto text = file("text.png", "this is no picture");
+  const auto bytes = directory_.read(good);
+  const auto truncated = directory_.write("truncated.png", bytes.substr(0, bytes.size() / 2));
+  const auto text = directory_.write("text.png", "this is no picture");
   const auto missing = directory_.path() / "missing\x1b.png";
   EXPECT_EQ(run({truncated, text, missing, good}), 1);
   EXPECT_EQ(out_.str(), good.string() + ": org.iso.Code128: good\n");
@@ -103,16 +95,6 @@ TEST_F(Scan, JSONHoldsEveryCodeOnceWithItsCorners) {
   }
   EXPECT_THAT(texts,
               testing::UnorderedElementsAre("4006381333931", "4006381333931", std::string("nul\0", 4)));
-}
-
-TEST(VisibleText, EscapesWhatCannotBeSeenAndLeavesAllElse) {
-  EXPECT_EQ(visibleText("plain \\ \"\u00e4\u4e2d\U0001f600"), "plain \\ \"\u00e4\u4e2d\U0001f600");
-  EXPECT_EQ(visibleText(std::string("\0\r\t\n\x7f", 5)), "\\x00\\r\\t\\n\\x7f");
-  EXPECT_EQ(visibleText("\u009b\u200b\u200f\u061c\u2028\u2066\u2069\u2060\ufeff"),
-            "\\u009b\\u200b\\u200f\\u061c\\u2028\\u2066\\u2069\\u2060\\ufeff");
-  EXPECT_EQ(visibleText("\xff"
-                        "a\xe2\x80\xed\xa0\x80\xc0\xaf"),
-            "\\xffa\\xe2\\x80\\xed\\xa0\\x80\\xc0\\xaf");
 }
 
 }  // namespace

@@ -18,49 +18,38 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class Picture {
- public:
-  Picture(const Scene& scene, double seconds)
-      : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, sceneWidth, sceneHeight)) {
-    scene.draw(drawOn(surface_).get(), seconds);
-    cairo_surface_flush(surface_.get());
-  }
-
-  const std::uint8_t* data() const { return cairo_image_surface_get_data(surface_.get()); }
-  int stride() const { return cairo_image_surface_get_stride(surface_.get()); }
-
-  /// "format text" of each code; formats in the order in which ZXing names them.
-  std::vector<std::string> codes() const {
-    using enum ZXing::BarcodeFormat;
-    const ZXing::ImageView view(data(), sceneWidth, sceneHeight, ZXing::ImageFormat::BGRX, stride());
-    std::vector<std::string> found;
-    const auto read = [&](ZXing::BarcodeFormats formats, int most) {
-      ZXing::DecodeHints hints;
-      hints.setFormats(formats).setTryDownscale(false).setMaxNumberOfSymbols(most);
-      for (const auto& result : ZXing::ReadBarcodes(view, hints)) {
-        found.push_back(ZXing::ToString(result.format()));
-        found.back().append(" ").append(result.text());
-      }
-    };
-    read(QRCode | Aztec | PDF417, 8);
-    read(EAN8 | EAN13 | UPCE | Code39 | Code93 | Code128,
-         1);  // with more than one, two equal codes abort the library
-    return found;
-  }
-
- private:
-  Layer surface_;
-};
+/// "format text" of each code that is shown; formats in the order in which ZXing names them.
+std::vector<std::string> codesIn(const Scene& scene, double seconds) {
+  const Layer surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, sceneWidth, sceneHeight));
+  scene.draw(drawOn(surface).get(), seconds);
+  cairo_surface_flush(surface.get());
+  const ZXing::ImageView view(cairo_image_surface_get_data(surface.get()), sceneWidth, sceneHeight,
+                              ZXing::ImageFormat::BGRX, cairo_image_surface_get_stride(surface.get()));
+  std::vector<std::string> found;
+  const auto read = [&](ZXing::BarcodeFormats formats, int most) {
+    ZXing::DecodeHints hints;
+    hints.setFormats(formats).setTryDownscale(false).setMaxNumberOfSymbols(most);
+    for (const auto& result : ZXing::ReadBarcodes(view, hints)) {
+      found.push_back(ZXing::ToString(result.format()));
+      found.back().append(" ").append(result.text());
+    }
+  };
+  using enum ZXing::BarcodeFormat;
+  read(QRCode | Aztec | PDF417, 8);
+  // With more than one, two equal codes abort the library.
+  read(EAN8 | EAN13 | UPCE | Code39 | Code93 | Code128, 1);
+  return found;
+}
 
 TEST(DemoCameras, EachKindOfCodeIsHeldUpLegiblyAndNoneInBetween) {
   const BackScene scene;
   std::vector<std::string> seen;
   for (int card = 0; card < 10; ++card) {
     const double begin = card * BackScene::cardPeriod;
-    EXPECT_THAT(Picture(scene, begin + 0.1).codes(), IsEmpty()) << begin;
+    EXPECT_THAT(codesIn(scene, begin + 0.1), IsEmpty()) << begin;
     std::set<std::string> codes;
     for (const double moment : {1.2, 2.5, 3.8}) {
-      const auto found = Picture(scene, begin + moment).codes();
+      const auto found = codesIn(scene, begin + moment);
       EXPECT_THAT(found, SizeIs(1)) << begin + moment;
       codes.insert(found.begin(), found.end());
     }

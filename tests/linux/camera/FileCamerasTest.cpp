@@ -1,6 +1,7 @@
 // Pictures and films that stand in for cameras.
 #include <fstream>
 #include <iterator>
+#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,8 +12,8 @@
 #include "linux/camera/ImageFile.hpp"
 #include "linux/camera/files/FileCameras.hpp"
 #include "linux/glib/Owned.hpp"
-#include "tests/linux/camera/Recorder.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/WaitFor.hpp"
 
 namespace nivlo {
 namespace {
@@ -21,6 +22,28 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Le;
 using testing::SizeIs;
+
+/// Keeps every frame, and so the memory of each.
+class Recorder {
+ public:
+  CameraFrameHandler handler() {
+    return [this](VideoFramePtr frame) {
+      const std::lock_guard lock(mutex_);
+      frames_.push_back(std::move(frame));
+    };
+  }
+  std::vector<VideoFramePtr> frames() const {
+    const std::lock_guard lock(mutex_);
+    return frames_;
+  }
+  bool awaits(std::size_t count) const {
+    return test::waitFor([&] { return frames().size() >= count; });
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<VideoFramePtr> frames_;
+};
 
 constexpr auto back = AVCaptureDevicePosition::Back;
 
@@ -141,8 +164,6 @@ TEST_F(FileCamera, WhatIsNeitherPictureNorFilmIsRefusedWithItsCause) {
     EXPECT_EQ(makeFileCamera(path, back, &error), nullptr) << path;
     return error;
   };
-  EXPECT_THAT(refusal(file("missing.mp4")), HasSubstr("no such file"));
-  EXPECT_THAT(refusal(file("")), HasSubstr("directory"));
   std::ofstream(file("text.mp4")) << "not a film at all\n";
   EXPECT_THAT(refusal(file("text.mp4")), AllOf(HasSubstr("text.mp4"), HasSubstr("plugins")));
   EXPECT_THAT(refusal(writeFilm("sound.ogg", "audiotestsrc num-buffers=20 ! vorbisenc ! oggmux")),

@@ -1,4 +1,5 @@
 // Significant changes of the time.
+#include <chrono>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -22,6 +23,8 @@
 namespace nivlo {
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr std::time_t kDay = 24 * 60 * 60;
 
 timespec now() {
@@ -30,15 +33,9 @@ timespec now() {
   return time;
 }
 
-std::time_t utc(int year, int month, int day, int hour, int minute, int second) {
-  std::tm time{};
-  time.tm_year = year - 1900;
-  time.tm_mon = month - 1;
-  time.tm_mday = day;
-  time.tm_hour = hour;
-  time.tm_min = minute;
-  time.tm_sec = second;
-  return timegm(&time);
+/// A moment of UTC.
+std::time_t at(std::chrono::sys_days day, std::chrono::seconds time) {
+  return std::chrono::system_clock::to_time_t(day + time);
 }
 
 /// A zone whose midnight comes as many seconds after the time.
@@ -117,12 +114,12 @@ TEST(LocalMidnight, IsFoundWhereTheClockGoesForwardOrBackOverIt) {
     const char* zone;
     std::time_t now, midnight;
   } cases[] = {
-      {"UTC0", utc(2024, 2, 28, 0, 0, 0), utc(2024, 2, 29, 0, 0, 0)},
-      {"UTC0", utc(2024, 12, 31, 23, 59, 59), utc(2025, 1, 1, 0, 0, 0)},
-      {"JST-9", utc(2024, 6, 1, 15, 0, 0), utc(2024, 6, 2, 15, 0, 0)},
+      {"UTC0", at(2024y / 2 / 28, 0h), at(2024y / 2 / 29, 0h)},
+      {"UTC0", at(2024y / 12 / 31, 23h + 59min + 59s), at(2025y / 1 / 1, 0h)},
+      {"JST-9", at(2024y / 6 / 1, 15h), at(2024y / 6 / 2, 15h)},
       // On 10 March 2024 this zone goes from 0:00 to 1:00, on 3 November from 1:00 back to 0:00.
-      {"HAV5HDT,M3.2.0/0,M11.1.0/1", utc(2024, 3, 10, 4, 30, 0), utc(2024, 3, 10, 5, 0, 0)},
-      {"HAV5HDT,M3.2.0/0,M11.1.0/1", utc(2024, 11, 3, 4, 0, 0), utc(2024, 11, 4, 5, 0, 0)},
+      {"HAV5HDT,M3.2.0/0,M11.1.0/1", at(2024y / 3 / 10, 4h + 30min), at(2024y / 3 / 10, 5h)},
+      {"HAV5HDT,M3.2.0/0,M11.1.0/1", at(2024y / 11 / 3, 4h), at(2024y / 11 / 4, 5h)},
   };
   for (const auto& [name, time, midnight] : cases) {
     SCOPED_TRACE(name);

@@ -11,12 +11,6 @@
 
 namespace nivlo::test {
 
-/// The colour of a pixel as a viewer would see it, by the frame's own format and colorimetry.
-Picture::Color colorAt(const VideoFrame& frame, int x, int y);
-
-/// Whether two colours look the same, give or take what subsampling and compression do.
-bool isAlike(const Picture::Color& first, const Picture::Color& second);
-
 /// Whether the frame shows the four coloured quarters.
 bool showsQuarters(const VideoFrame& frame);
 

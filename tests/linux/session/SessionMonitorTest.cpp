@@ -41,9 +41,8 @@ class MockedService {
             static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                               G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
             nullptr, nullptr, nullptr)) {
-    EXPECT_TRUE(test::waitFor([&] {
-      return call("/", "org.freedesktop.DBus.Introspectable", "Introspect", nullptr) != nullptr;
-    })) << process_.output();
+    process_.expectReady(
+        [&] { return call("/", "org.freedesktop.DBus.Introspectable", "Introspect", nullptr) != nullptr; });
   }
 
   Owned<GVariant, g_variant_unref> call(const char* path, const char* interface, const char* method,

@@ -1,7 +1,6 @@
 #include "tests/support/camera/Options.hpp"
 
 #include <map>
-#include <stdexcept>
 
 namespace nivlo::test {
 namespace {
@@ -9,55 +8,28 @@ namespace {
 const std::map<std::string, ColorMatrix> kMatrices{{"601", ColorMatrix::BT601}, {"709", ColorMatrix::BT709}};
 const std::map<std::string, ColorRange> kRanges{{"limited", ColorRange::Limited}, {"full", ColorRange::Full}};
 
-template <typename T>
-T valueOf(const std::map<std::string, T>& values, const std::string& text) {
-  const auto found = values.find(text);
-  if (found == values.end()) throw std::invalid_argument(text + ": an unknown value");
-  return found->second;
-}
-
-/// What stands behind each option, until it is taken.
-class Arguments {
- public:
-  explicit Arguments(const std::vector<std::string>& words) {
-    if (words.size() % 2 != 0) throw std::invalid_argument(words.back() + ": an option without a value");
-    for (std::size_t i = 0; i < words.size(); i += 2) values_[words[i]] = words[i + 1];
-  }
-  std::string take(const std::string& option, const std::string& otherwise = {}) {
-    const auto found = values_.extract(option);
-    return found ? found.mapped() : otherwise;
-  }
-  void expectAllTaken() const {
-    if (!values_.empty()) throw std::invalid_argument(values_.begin()->first + ": an unknown option");
-  }
-
- private:
-  std::map<std::string, std::string> values_;
-};
-
 }  // namespace
 
 CameraOptions parseOptions(const std::vector<std::string>& arguments) {
-  Arguments given(arguments);
-  CameraOptions options;
-  options.name = given.take("--name");
-  options.location = given.take("--location");
-  options.rotation = given.take("--rotation");
-  options.picture = given.take("--picture");
-  options.padding = std::stoi(given.take("--padding", "0"));
-  options.buffers = std::stoi(given.take("--buffers", "0"));
-  options.modes.push_back(parseMode(given.take("--format", "YUY2") + ":" + given.take("--size", "640x480") +
-                                    "@" + given.take("--fps", "30")));
-  if (const auto mode = given.take("--also"); !mode.empty()) options.modes.push_back(parseMode(mode));
-  if (const auto turn = given.take("--transform"); !turn.empty()) options.transform = std::stoi(turn);
-  if (const auto color = given.take("--color"); !color.empty()) options.color = parseColor(color);
-  if (const auto matrix = given.take("--matrix"); !matrix.empty()) {
-    options.colorimetry.matrix = valueOf(kMatrices, matrix);
+  std::map<std::string, std::string> given{
+      {"--name", ""},        {"--location", ""}, {"--rotation", ""}, {"--picture", ""},  {"--color", ""},
+      {"--format", "YUY2"},  {"--also", ""},     {"--fps", "30"},    {"--padding", "0"}, {"--buffers", "0"},
+      {"--size", "640x480"}, {"--matrix", ""},   {"--range", ""},    {"--transform", ""}};
+  for (std::size_t i = 0; i < arguments.size(); i += 2) given.at(arguments[i]) = arguments.at(i + 1);
+  CameraOptions options{.name = given["--name"],
+                        .location = given["--location"],
+                        .rotation = given["--rotation"],
+                        .padding = std::stoi(given["--padding"]),
+                        .buffers = std::stoi(given["--buffers"]),
+                        .picture = given["--picture"]};
+  options.modes.push_back(parseMode(given["--format"] + ":" + given["--size"] + "@" + given["--fps"]));
+  if (const auto& mode = given["--also"]; !mode.empty()) options.modes.push_back(parseMode(mode));
+  if (const auto& turn = given["--transform"]; !turn.empty()) options.transform = std::stoi(turn);
+  if (const auto& color = given["--color"]; !color.empty()) options.color = parseColor(color);
+  if (const auto& matrix = given["--matrix"]; !matrix.empty()) {
+    options.colorimetry.matrix = kMatrices.at(matrix);
   }
-  if (const auto range = given.take("--range"); !range.empty()) {
-    options.colorimetry.range = valueOf(kRanges, range);
-  }
-  given.expectAllTaken();
+  if (const auto& range = given["--range"]; !range.empty()) options.colorimetry.range = kRanges.at(range);
   return options;
 }
 

@@ -5,32 +5,26 @@
 #include <pipewire/pipewire.h>
 #include <signal.h>
 
-#include "linux/camera/ImageFile.hpp"
 #include "tests/support/camera/CameraNode.hpp"
 #include "tests/support/camera/Options.hpp"
+#include "tests/support/pictures/PictureFile.hpp"
 
 namespace {
 
 using namespace nivlo::test;
 
-/// The picture in a file, scaled to the mode's size. Throws std::runtime_error when it cannot be read.
-Picture pictureFromFile(const std::string& path, const Mode& mode) {
-  const nivlo::ImageLoad load = nivlo::loadImageFile(path);
-  if (!load.frame) throw std::runtime_error(load.error);
-  const nivlo::VideoFrame& frame = *load.frame;
-  const int step = frame.format == nivlo::PixelFormat::RGB ? 3 : 4;
+/// The picture, scaled to the mode's size.
+Picture scaled(const Picture& whole, const Mode& mode) {
   Picture picture = solidPicture({}, mode.width, mode.height);
   for (int i = 0; i < mode.width * mode.height; ++i) {
-    const std::ptrdiff_t x = i % mode.width * frame.width / mode.width;
-    const std::ptrdiff_t y = i / mode.width * frame.height / mode.height;
-    const std::uint8_t* pixel = frame.planes[0].data + y * frame.planes[0].stride + x * step;
-    picture.pixels[i] = {pixel[0], pixel[1], pixel[2]};
+    picture.pixels[i] =
+        whole.at(i % mode.width * whole.width / mode.width, i / mode.width * whole.height / mode.height);
   }
   return picture;
 }
 
 Picture pictureFor(const CameraOptions& options, const Mode& mode) {
-  if (!options.picture.empty()) return pictureFromFile(options.picture, mode);
+  if (!options.picture.empty()) return scaled(readPicture(options.picture), mode);
   return options.color ? solidPicture(*options.color, mode.width, mode.height)
                        : quadrantPicture(mode.width, mode.height);
 }

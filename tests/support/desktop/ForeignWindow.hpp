@@ -1,7 +1,6 @@
 // Somebody else's window on a headless desktop.
 #pragma once
 
-#include <stdexcept>
 #include <string>
 
 #include "tests/support/ChildProcess.hpp"
@@ -16,9 +15,7 @@ class ForeignWindow {
   /// `color` as "RRGGBB".
   explicit ForeignWindow(const Environment& environment, const std::string& color = "c02020")
       : process_({NIVLO_TEST_WINDOW, color}, environment) {
-    if (!process_.waitForLine("mapped")) {
-      throw std::runtime_error("no foreign window: " + process_.output());
-    }
+    process_.expectLine("mapped");
   }
 
  private:

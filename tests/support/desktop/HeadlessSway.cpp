@@ -4,13 +4,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
-#include "linux/camera/ImageFile.hpp"
 #include "tests/support/desktop/Toolkit.hpp"
+#include "tests/support/pictures/PictureFile.hpp"
 
 namespace nivlo::test {
 namespace {
@@ -61,22 +60,6 @@ std::optional<WindowPlace> findFocused(const nlohmann::json& node) {
   return std::nullopt;
 }
 
-Picture readPicture(const std::filesystem::path& path) {
-  const auto [frame, error] = loadImageFile(path);
-  if (!frame) {
-    throw std::runtime_error(error);
-  }
-  const auto bytes = frame->format == PixelFormat::RGB ? 3 : 4;
-  Picture picture{frame->width, frame->height, {}};
-  for (int y = 0; y < frame->height; ++y) {
-    const auto* row = frame->planes[0].data + static_cast<std::ptrdiff_t>(y) * frame->planes[0].stride;
-    for (int x = 0; x < frame->width; ++x, row += bytes) {
-      picture.pixels.push_back({row[0], row[1], row[2]});
-    }
-  }
-  return picture;
-}
-
 }  // namespace
 
 HeadlessSway::HeadlessSway(PrivateBus& bus, std::vector<DesktopSize> outputs)
@@ -88,11 +71,7 @@ HeadlessSway::HeadlessSway(PrivateBus& bus, std::vector<DesktopSize> outputs)
                              {"WLR_RENDERER", "pixman"},
                              {"WLR_LIBINPUT_NO_DEVICES", "1"}};
   process_ = std::make_unique<ChildProcess>(swayCommand(configuration), merged(environment(), headless));
-  const auto line = process_->waitForLine(kReady);
-  if (!line) {
-    throw std::runtime_error("sway does not start: " + process_->output());
-  }
-  display_ = line->substr(std::string_view(kReady).size());
+  display_ = process_->expectLine(kReady).substr(std::string_view(kReady).size());
 }
 
 HeadlessSway::~HeadlessSway() = default;
@@ -110,31 +89,20 @@ DesktopSize HeadlessSway::size() const {
   return all;
 }
 
-void HeadlessSway::message(const std::string& command) const { run({"swaymsg", "--", command}); }
-
-std::string HeadlessSway::query(const std::string& type) const { return run({"swaymsg", "-r", "-t", type}); }
+void HeadlessSway::message(const std::string& command) const {
+  outputOf({"swaymsg", "--", command}, environment());
+}
 
 std::optional<WindowPlace> HeadlessSway::focusedWindow() const {
-  return findFocused(nlohmann::json::parse(query("get_tree")));
+  return findFocused(nlohmann::json::parse(outputOf({"swaymsg", "-r", "-t", "get_tree"}, environment())));
 }
 
 Picture HeadlessSway::screenshot(const std::string& output, const std::string& name) const {
   const auto path = outputDirectory() / (name + ".png");
-  run({"grim", "-l", "1", "-o", output, path});
+  outputOf({"grim", "-l", "1", "-o", output, path}, environment());
   return readPicture(path);
 }
 
 void HeadlessSway::kill() { process_->kill(); }
-
-std::string HeadlessSway::run(std::vector<std::string> arguments) const {
-  const auto name = arguments.front();
-  ChildProcess process(std::move(arguments), environment());
-  // No program writes this; the search ends when both outputs have been read to their end.
-  process.waitForLine("\x1f");
-  if (process.waitForExit() != 0) {
-    throw std::runtime_error(name + ": " + process.output());
-  }
-  return process.standardOutput();
-}
 
 }  // namespace nivlo::test

@@ -47,9 +47,6 @@ class HeadlessSway {
   /// std::runtime_error with sway's words when it fails.
   void message(const std::string& command) const;
 
-  /// The answer, in JSON, to a question of sway-ipc(7), for example "get_tree".
-  std::string query(const std::string& type) const;
-
   /// The window that takes the keyboard's input, if any does.
   std::optional<WindowPlace> focusedWindow() const;
 
@@ -64,8 +61,6 @@ class HeadlessSway {
   void kill();
 
  private:
-  std::string run(std::vector<std::string> arguments) const;
-
   PrivateBus& bus_;
   std::vector<DesktopSize> outputs_;
   TemporaryDirectory directory_;

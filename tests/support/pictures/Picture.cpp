@@ -1,5 +1,8 @@
 #include "tests/support/pictures/Picture.hpp"
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace nivlo::test {
 
 Picture solidPicture(Picture::Color color, int width, int height) {
@@ -16,6 +19,10 @@ Picture quadrantPicture(int width, int height) {
     }
   }
   return picture;
+}
+
+bool isNear(const Picture::Color& color, const Picture::Color& expected, int tolerance) {
+  return std::ranges::equal(color, expected, [&](int a, int b) { return std::abs(a - b) <= tolerance; });
 }
 
 Picture::Color parseColor(const std::string& text) {

@@ -29,6 +29,9 @@ Picture solidPicture(Picture::Color color, int width, int height);
 /// Red, green, blue and white: top left, top right, bottom left, bottom right.
 Picture quadrantPicture(int width, int height);
 
+/// Whether each of the parts differs by the tolerance, of 255, at most.
+bool isNear(const Picture::Color& color, const Picture::Color& expected, int tolerance = 3);
+
 /// "RRGGBB" in hexadecimal digits. Throws std::invalid_argument where it begins with none.
 Picture::Color parseColor(const std::string& text);
 
