@@ -12,7 +12,9 @@ using std::chrono::steady_clock;
 
 namespace {
 
-// Pictures below this size, 960x540, are read as thoroughly as the time for one of this size allows.
+// With which the schedule's strategies take about a second of looks.
+constexpr double kBudgetOfPixel = 1.25;
+// Pictures much below this size, 960x540, are read as thoroughly as the time for one of this size allows.
 constexpr double kLeastBudget = 960 * 540;
 
 /// The outline as it was read may be of a view that was squeezed along the bars.
@@ -38,7 +40,7 @@ std::vector<DecodedCode> FrameReader::read(const LumaPicture& picture, steady_cl
                  std::make_move_iterator(readings.end()));
   };
 
-  const double budget = std::max<double>(kLeastBudget, static_cast<double>(picture.width) * picture.height);
+  const double budget = std::max(kLeastBudget, kBudgetOfPixel * picture.width * picture.height);
   double spent = 0;
   for (std::size_t step = 0; step < schedule_.rotation.size() && found.empty() && spent < budget; ++step) {
     ReadingStrategy& strategy = *schedule_.rotation[next_];
