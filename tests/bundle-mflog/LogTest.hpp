@@ -11,7 +11,6 @@
 #include "tests/fakes/FakeIdentity.hpp"
 #include "tests/fakes/FakeMachine.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
-#include "tests/support/WaitFor.hpp"
 
 namespace nivlo {
 

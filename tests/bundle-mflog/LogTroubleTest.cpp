@@ -4,22 +4,11 @@ namespace nivlo {
 namespace {
 
 using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 namespace fs = std::filesystem;
 
-class LogInTrouble : public LogTest {
- protected:
-  /// Logs until the line stands in log.txt.
-  bool comesToLog(MFLoggerImpl& logger, const std::string& message) {
-    return test::waitFor([&] {
-      logger.writeMessage(message, 4);
-      return text().ends_with(message + "\r\n");
-    });
-  }
-};
+class LogInTrouble : public LogTest {};
 
 TEST_F(LogInTrouble, ReportsEveryWriteToAFullDeviceAndWritesOnceThereIsSpace) {
   fs::create_directories(logs);
@@ -32,17 +21,6 @@ TEST_F(LogInTrouble, ReportsEveryWriteToAFullDeviceAndWritesOnceThereIsSpace) {
   fs::remove(logs / "log.txt");
   logger->writeMessage("kept", 4);
   EXPECT_THAT(text(), EndsWith("[main] kept\r\n"));
-}
-
-TEST_F(LogInTrouble, OpensTheFileOnceNothingStandsInTheDirectorysPlace) {
-  directory.write("state", "in the way");
-  const auto logger = MFLoggerImpl::init(logs);
-  logger->writeMessage("lost", 4);
-  EXPECT_TRUE(wasEchoed("lost"));
-  fs::remove(logs.parent_path());
-  EXPECT_TRUE(comesToLog(*logger, "kept"));
-  EXPECT_THAT(text(), StartsWith(kHeader + "<W>"));
-  EXPECT_THAT(text(), Not(HasSubstr("lost")));
 }
 
 TEST_F(LogInTrouble, LosesNoLineWhenTheFileIsDeletedMovedOrEmptied) {

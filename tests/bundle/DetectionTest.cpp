@@ -3,10 +3,7 @@
 namespace nivlo {
 namespace {
 
-class Detection : public WallpaperTest {
- protected:
-  const MetadataObjects face_{std::make_shared<AVMetadataObject>("face", CGRect{})};
-};
+class Detection : public WallpaperTest {};
 
 TEST_F(Detection, TakesOneReportUntilItsGateIsOpenedAgain) {
   report({});
@@ -29,17 +26,6 @@ TEST_F(Detection, LetsTheLastCodeOfAReportDecide) {
   EXPECT_FALSE(view->isDetactable());
   view->setWallpaperOptions({{"qr", true}});
   EXPECT_TRUE(view->isDetactable());
-}
-
-TEST_F(Detection, ShowsTheEarlierFindAgainForWhatIsNoCode) {
-  report(face_);
-  EXPECT_TRUE(machine.alerts.shown.empty());
-  EXPECT_FALSE(view->isDetactable());
-  view->setIsDetactable(true);
-  report({code("org.iso.QRCode", "qr")});
-  view->setIsDetactable(true);
-  report(face_);
-  EXPECT_EQ(messages(), Strings(2, "Get a Barcode with content: qr"));
 }
 
 TEST_F(Detection, OffersACodeInViewOnceAndDecodesNothingMeanwhile) {

@@ -1,5 +1,4 @@
 #include <future>
-#include <numeric>
 
 #include <gtest/gtest.h>
 
@@ -7,20 +6,6 @@
 
 namespace nivlo {
 namespace {
-
-TEST(SerialQueue, RunsAllItsWorkInOrderBeforeItsLastReferenceIsGone) {
-  std::vector<int> ran;
-  auto queue = dispatch_queue_create("test");
-  EXPECT_EQ(queue->label(), "test");
-  for (int i = 0; i < 1000; ++i) {
-    dispatch_async(queue, [&ran, i] { ran.push_back(i); });
-  }
-  queue.reset();
-  std::vector<int> expected(1000);
-  std::iota(expected.begin(), expected.end(), 0);
-  EXPECT_EQ(ran, expected);
-  dispatch_async(nullptr, [] { FAIL() << "a null queue runs nothing"; });
-}
 
 TEST(SerialQueue, SurvivesLosingItsLastReferenceOnItsOwnThread) {
   std::promise<void> dropped, ranAfterwards;

@@ -1,5 +1,5 @@
 // From a code before the camera to another program, through the dialogs of a desktop.
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/PrivatePipeWire.hpp"
@@ -9,9 +9,6 @@
 namespace nivlo::test {
 
 namespace {
-
-using testing::Eq;
-using testing::HasSubstr;
 
 constexpr double kLeft = 0.25;
 constexpr double kRight = 0.75;
@@ -62,20 +59,6 @@ class DialogRoadTest : public testing::Test {
   VirtualInput input_{sway_};
   long answered_ = 0;
 };
-
-TEST_F(DialogRoadTest, AClickCopiesTheTextThatAnotherProgramThenReads) {
-  const std::string text = "Kaffee <b>& Kuchen</b> 3,50 \u20ac\nzum Mitnehmen";
-  const auto camera = holdUp(text);
-  Nivlo program({}, environment());
-  press(kRight);
-  ASSERT_TRUE(program.waitForLine("dialog shown: Copy Succ")) << program.output();
-  EXPECT_EQ(outputOf({"wl-paste", "--no-newline"}, sway_.environment()), text);
-  press(0.5);  // "I Know"
-  ASSERT_TRUE(program.waitForLine("dialog answered: I Know")) << program.output();
-  sway_.kill();
-  EXPECT_THAT(program.waitForExit(), Eq(1));
-  EXPECT_THAT(program.output(), HasSubstr("the Wayland compositor is gone")) << "with the toolkit running";
-}
 
 TEST_F(DialogRoadTest, CancelGoesOnScanningAndOpenLinkHandsOverTheExactBytes) {
   const std::string link = "https://example.org/a%20b?q=1&r='x;y'#$(touch%20z)";
