@@ -11,26 +11,27 @@ namespace {
 constexpr int kTolerance = 12;
 
 /// The frame as a viewer would see it, but neither turned nor mirrored.
-Picture shown(const VideoFrame& frame) {
+Pixels shown(const VideoFrame& frame) {
   Pixels pixels;
   pixels.resize(frame.width, frame.height);
   PictureConverter().convert({std::make_shared<VideoFrame>(frame), {frame.width, frame.height}},
                              pixels.view());
-  Picture picture{frame.width, frame.height, {}};
-  for (std::size_t i = 0; i < pixels.data.size(); i += 4) {
-    picture.pixels.push_back({pixels.data[i + 2], pixels.data[i + 1], pixels.data[i]});
-  }
-  return picture;
+  return pixels;
+}
+
+Picture::Color colorAt(Pixels& pixels, int x, int y) {
+  const auto* pixel = pixels.view().at(x, y);
+  return {pixel[2], pixel[1], pixel[0]};
 }
 
 }  // namespace
 
 bool showsQuarters(const VideoFrame& frame) {
-  const Picture picture = shown(frame);
+  Pixels pixels = shown(frame);
   const Picture expected = quadrantPicture(frame.width, frame.height);
   for (const int x : {1, frame.width / 4, frame.width * 3 / 4, frame.width - 2}) {
     for (const int y : {1, frame.height / 4, frame.height * 3 / 4, frame.height - 2}) {
-      if (!isNear(picture.at(x, y), expected.at(x, y), kTolerance)) return false;
+      if (!isNear(colorAt(pixels, x, y), expected.at(x, y), kTolerance)) return false;
     }
   }
   return true;
@@ -39,7 +40,8 @@ bool showsQuarters(const VideoFrame& frame) {
 CameraFrameHandler FrameTaker::handler() {
   return [this](VideoFramePtr frame) {
     const std::lock_guard lock(mutex_);
-    colors_.push_back(shown(*frame).at(frame->width / 2, frame->height / 2));
+    Pixels pixels = shown(*frame);
+    colors_.push_back(colorAt(pixels, frame->width / 2, frame->height / 2));
     newest_ = std::move(frame);
     ++count_;
     arrived_.notify_all();
