@@ -1,0 +1,59 @@
+// When a camera may be open, whatever windows, locks and people do.
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "host/show/Presence.hpp"
+#include "tests/support/LoopUntil.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PresenceTest : public testing::Test {
+ protected:
+  std::vector<std::string> taken() { return std::exchange(happened_, {}); }
+  void hide() {
+    presence_.setVisible(false);
+    EXPECT_TRUE(loopUntil([this] { return !presence_.isVisible(); }));
+  }
+
+  std::vector<std::string> happened_;
+  Presence presence_{{[this](bool animating) { happened_.emplace_back(animating ? "on" : "off"); },
+                      [this] { happened_.emplace_back("background"); },
+                      [this] { happened_.emplace_back("foreground"); }}};
+};
+
+TEST_F(PresenceTest, AnUnlockedSessionIsAnnouncedOnlyWhenSomebodyCanSeeTheWallpaper) {
+  presence_.begin();
+  EXPECT_THAT(taken(), ElementsAre("on"));
+  presence_.setInForeground(false);
+  EXPECT_THAT(taken(), ElementsAre("background", "off"));
+  hide();
+  presence_.setInForeground(true);
+  EXPECT_THAT(taken(), IsEmpty()) << "a wallpaper starts its camera when it is told";
+  presence_.setVisible(true);
+  EXPECT_THAT(taken(), ElementsAre("foreground", "on"));
+}
+
+TEST_F(PresenceTest, WhatIsSeenWhileLockedOrPausedOpensNothingAndAShortCoverClosesNothing) {
+  presence_.begin();
+  presence_.setVisible(false);
+  presence_.setVisible(true);
+  presence_.setPaused(true);
+  EXPECT_THAT(taken(), ElementsAre("on", "off"));
+  presence_.setInForeground(false);
+  presence_.setPaused(false);
+  hide();
+  presence_.setVisible(true);
+  EXPECT_THAT(taken(), ElementsAre("background"))
+      << "a screen that is plugged in while the session is locked";
+}
+
+}  // namespace
+
+}  // namespace nivlo::test
