@@ -7,6 +7,7 @@
 
 #include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "host/log/ConsoleLog.hpp"
+#include "host/show/CameraActivity.hpp"
 #include "host/text/VisibleText.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
 #include "linux/desktop/LinuxDeviceIdentity.hpp"
@@ -15,18 +16,6 @@
 namespace nivlo {
 
 namespace {
-
-const char* inWords(AVCaptureDevicePosition position) {
-  switch (position) {
-    case AVCaptureDevicePosition::Back:
-      return "back";
-    case AVCaptureDevicePosition::Front:
-      return "front";
-    case AVCaptureDevicePosition::Unspecified:
-      break;
-  }
-  return "unspecified";
-}
 
 void printMachine() {
   const auto device = UIDevice::currentDevice();
@@ -56,7 +45,7 @@ int runDevices(const DevicesOptions& options) {
     std::cout << "no cameras\n";
   }
   for (const auto& camera : found) {
-    std::cout << fmt::format("{:11}  {}  ({})\n", inWords(camera.position), visibleText(camera.uniqueID),
+    std::cout << fmt::format("{:11}  {}  ({})\n", sideInWords(camera.position), visibleText(camera.uniqueID),
                              visibleText(camera.localizedName));
   }
   return 0;

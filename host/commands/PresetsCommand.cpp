@@ -9,17 +9,11 @@
 #include <nlohmann/json.hpp>
 
 #include "host/bundle/BundleLoader.hpp"
+#include "host/bundle/PresetWords.hpp"
 
 namespace nivlo {
 
 namespace {
-
-std::string inWords(const NSDictionary& preset) {
-  const std::string camera =
-      isEqualToString(preset.objectForKey("cameraPosition"), "front") ? "front" : "back";
-  const bool scans = boolValue(preset.objectForKey("qr"));
-  return "the " + camera + " camera" + (scans ? ", codes are offered" : ", codes are left alone");
-}
 
 nlohmann::ordered_json asJson(const std::vector<NSDictionary>& presets) {
   auto result = nlohmann::ordered_json::array();
@@ -29,7 +23,7 @@ nlohmann::ordered_json asJson(const std::vector<NSDictionary>& presets) {
     for (const auto& [key, value] : preset.entries()) {
       std::visit([&, &name = key](const auto& held) { entry[name] = held; }, value);
     }
-    entry["description"] = inWords(preset);
+    entry["description"] = presetInWords(preset);
     result.push_back(std::move(entry));
   }
   return result;
@@ -51,7 +45,7 @@ int runPresets(const PresetsOptions& options) {
   }
   int number = 1;
   for (const auto& preset : presets) {
-    std::cout << number++ << "  " << inWords(preset) << '\n';
+    std::cout << number++ << "  " << presetInWords(preset) << '\n';
   }
   return 0;
 }

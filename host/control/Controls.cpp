@@ -9,18 +9,6 @@ namespace nivlo {
 
 namespace {
 
-const char* sideInWords(AVCaptureDevicePosition position) {
-  switch (position) {
-    case AVCaptureDevicePosition::Back:
-      return "back";
-    case AVCaptureDevicePosition::Front:
-      return "front";
-    case AVCaptureDevicePosition::Unspecified:
-      break;
-  }
-  return "unspecified";
-}
-
 void addNumber(GVariantBuilder& to, const char* key, int value) {
   g_variant_builder_add(&to, "{sv}", key, g_variant_new_int32(value));
 }

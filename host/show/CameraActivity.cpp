@@ -53,6 +53,18 @@ class ObservedCameras : public CameraDriver {
 
 }  // namespace
 
+const char* sideInWords(AVCaptureDevicePosition position) {
+  switch (position) {
+    case AVCaptureDevicePosition::Back:
+      return "back";
+    case AVCaptureDevicePosition::Front:
+      return "front";
+    case AVCaptureDevicePosition::Unspecified:
+      break;
+  }
+  return "unspecified";
+}
+
 std::unique_ptr<CameraDriver> observed(std::unique_ptr<CameraDriver> cameras,
                                        std::shared_ptr<CameraActivity> activity) {
   return std::make_unique<ObservedCameras>(std::move(cameras), std::move(activity));

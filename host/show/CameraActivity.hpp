@@ -15,6 +15,9 @@ struct CameraActivity {
   AVCaptureDevicePosition lastPosition = AVCaptureDevicePosition::Unspecified;  ///< of the camera opened last
 };
 
+/// "back", "front" or "unspecified".
+const char* sideInWords(AVCaptureDevicePosition position);
+
 /// The same cameras; the activity follows which one is open. While a session changes cameras both are: the
 /// later one counts.
 std::unique_ptr<CameraDriver> observed(std::unique_ptr<CameraDriver> cameras,
