@@ -5,6 +5,8 @@
 #include <thread>
 #include <utility>
 
+#include "linux/glib/OwnedSource.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -12,36 +14,53 @@ namespace {
 /// The work is handed over under a lock of its own; GLib is only asked to wake up for it.
 class GLibMainQueue : public MainQueueDriver {
  public:
+  GLibMainQueue() {
+    static GSourceFuncs functions{nullptr,
+                                  nullptr,
+                                  [](GSource*, GSourceFunc callback, gpointer queue) -> gboolean { return callback(queue); },
+                                  nullptr,
+                                  nullptr,
+                                  nullptr};
+    source_.reset(g_source_new(&functions, sizeof(GSource)));
+    g_source_set_callback(source_.get(), runOne, this, nullptr);
+    // Work may wait for other work in a loop of its own, as toolkits do.
+    g_source_set_can_recurse(source_.get(), TRUE);
+    g_source_attach(source_.get(), nullptr);
+  }
+
   void post(std::function<void()> work) override {
-    {
-      const std::lock_guard lock(pending_->mutex);
-      pending_->work.push_back(std::move(work));
-    }
-    g_idle_add_full(G_PRIORITY_DEFAULT, runOne, new std::shared_ptr<Pending>(pending_),
-                    [](gpointer data) { delete static_cast<std::shared_ptr<Pending>*>(data); });
+    const std::lock_guard lock(mutex_);
+    work_.push_back(std::move(work));
+    g_source_set_ready_time(source_.get(), kNow);
   }
 
   bool isMainThread() const override { return std::this_thread::get_id() == thread_; }
 
  private:
-  struct Pending {
-    std::mutex mutex;
-    std::deque<std::function<void()>> work;
-  };
+  static constexpr gint64 kNow = 0;
+  static constexpr gint64 kNever = -1;
 
+  /// One at a time, so that a full queue keeps nothing else waiting.
   static gboolean runOne(gpointer data) {
-    auto& pending = **static_cast<std::shared_ptr<Pending>*>(data);
+    auto& queue = *static_cast<GLibMainQueue*>(data);
     std::function<void()> work;
     {
-      const std::lock_guard lock(pending.mutex);
-      work = std::move(pending.work.front());
-      pending.work.pop_front();
+      const std::lock_guard lock(queue.mutex_);
+      if (!queue.work_.empty()) {
+        work = std::move(queue.work_.front());
+        queue.work_.pop_front();
+      }
+      g_source_set_ready_time(queue.source_.get(), queue.work_.empty() ? kNever : kNow);
     }
-    work();
-    return G_SOURCE_REMOVE;
+    if (work) {
+      work();
+    }
+    return G_SOURCE_CONTINUE;
   }
 
-  std::shared_ptr<Pending> pending_ = std::make_shared<Pending>();
+  std::mutex mutex_;
+  std::deque<std::function<void()>> work_;
+  OwnedSource source_;
   std::thread::id thread_ = std::this_thread::get_id();
 };
 

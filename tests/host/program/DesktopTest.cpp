@@ -106,7 +106,7 @@ TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
   EXPECT_TRUE(back.waitForStreaming());
   windows_.clear();
   sway_->kill();
-  EXPECT_THAT(program.waitForExit(), Eq(1));
+  EXPECT_THAT(program.waitForExit(), Eq(1)) << program.output();
   EXPECT_THAT(program.output(), HasSubstr("the Wayland compositor is gone"));
   EXPECT_TRUE(back.waitForPaused());
 }
