@@ -50,9 +50,4 @@ void LoopTimer::set(std::chrono::nanoseconds fromNow) {
   pw_loop_update_timer(loop_, source_, &value, nullptr, false);
 }
 
-void LoopTimer::cancel() {
-  timespec off{};
-  pw_loop_update_timer(loop_, source_, &off, nullptr, false);
-}
-
 }  // namespace nivlo::pipewire

@@ -47,7 +47,6 @@ class LoopTimer {
 
   /// Replaces an earlier time that has not come yet.
   void set(std::chrono::nanoseconds fromNow);
-  void cancel();
 
  private:
   pw_loop* loop_;
