@@ -26,6 +26,11 @@ constexpr double kLeastOfMean = 0.6;
 constexpr int kReach = 2;
 constexpr double kFewestBlocksAcross = 5;
 constexpr double kLeastFilled = 0.25;
+constexpr std::size_t kMostJoined = 4;
+// Between parts of one code that wide or blurred bars keep apart, of the length of the larger; and what of
+// their height they have in common.
+constexpr double kMostGap = 0.25;
+constexpr double kLeastShared = 0.6;
 
 /// The structure tensor's direction and strength in one block.
 struct Block {
@@ -124,31 +129,85 @@ Cluster clusterFrom(Grid& grid, int column, int row) {
   return cluster;
 }
 
+struct Interval {
+  double low = HUGE_VAL;
+  double high = -HUGE_VAL;
+
+  double length() const { return high - low; }
+  void include(double position) {
+    low = std::min(low, position);
+    high = std::max(high, position);
+  }
+};
+
+/// A frame of reference for places in the picture, turned by an angle.
+struct Axes {
+  CGPoint across;
+
+  double u(CGPoint point) const { return across.x * point.x + across.y * point.y; }
+  double v(CGPoint point) const { return across.x * point.y - across.y * point.x; }
+  CGPoint point(double u, double v) const {
+    return {across.x * u - across.y * v, across.y * u + across.x * v};
+  }
+  Quad rectangle(const Interval& u, const Interval& v) const {
+    return {point(u.low, v.low), point(u.high, v.low), point(u.high, v.high), point(u.low, v.high)};
+  }
+};
+
 /// The cluster's rectangle in pixels of the picture that the grid was made of; of no size where it is too
 /// short or too sparse to be a code.
 Quad rectangleOf(const Cluster& cluster, int blockSide) {
   double angle = cluster.angle();
   if (angle > std::numbers::pi / 2) angle -= std::numbers::pi;
-  const CGPoint across{std::cos(angle), std::sin(angle)};
-  double left = HUGE_VAL, right = -HUGE_VAL, top = HUGE_VAL, bottom = -HUGE_VAL;
+  const Axes axes{{std::cos(angle), std::sin(angle)}};
+  const double half = blockSide / 2.0;
+  Interval u, v;
   for (const auto& [column, row] : cluster.places) {
-    const double x = 1 + (column + 0.5) * blockSide;
-    const double y = 1 + (row + 0.5) * blockSide;
-    const double u = across.x * x + across.y * y;
-    const double v = across.x * y - across.y * x;
-    left = std::min(left, u - blockSide / 2.0);
-    right = std::max(right, u + blockSide / 2.0);
-    top = std::min(top, v - blockSide / 2.0);
-    bottom = std::max(bottom, v + blockSide / 2.0);
+    const CGPoint centre{1 + column * blockSide + half, 1 + row * blockSide + half};
+    for (const double by : {-half, half}) {
+      u.include(axes.u(centre) + by);
+      v.include(axes.v(centre) + by);
+    }
   }
   const double filled = static_cast<double>(cluster.places.size()) * blockSide * blockSide;
-  if (right - left < kFewestBlocksAcross * blockSide ||
-      filled < kLeastFilled * (right - left) * (bottom - top))
+  if (u.length() < kFewestBlocksAcross * blockSide || filled < kLeastFilled * u.length() * v.length())
     return {};
-  const auto corner = [&](double u, double v) {
-    return CGPoint{across.x * u - across.y * v, across.y * u + across.x * v};
-  };
-  return {corner(left, top), corner(right, top), corner(right, bottom), corner(left, bottom)};
+  return axes.rectangle(u, v);
+}
+
+/// The rectangle around two parts of one code, lying as the first, the larger; of no size where they cannot
+/// be that.
+Quad joined(const Quad& first, const Quad& second) {
+  const double length = distanceBetween(first[0], first[1]);
+  const Axes axes{{(first[1].x - first[0].x) / length, (first[1].y - first[0].y) / length}};
+  const double turn =
+      std::atan2(axes.v(second[1]) - axes.v(second[0]), axes.u(second[1]) - axes.u(second[0]));
+  if (turnBetween(std::abs(turn), 0) > kMostTurn) return {};
+  Interval u, v, otherU, otherV;
+  for (int i = 0; i < 4; ++i) {
+    u.include(axes.u(first[i]));
+    v.include(axes.v(first[i]));
+    otherU.include(axes.u(second[i]));
+    otherV.include(axes.v(second[i]));
+  }
+  const double gap = std::max(u.low, otherU.low) - std::min(u.high, otherU.high);
+  const double shared = std::min(v.high, otherV.high) - std::max(v.low, otherV.low);
+  if (gap > kMostGap * length || shared < kLeastShared * std::max(v.length(), otherV.length())) return {};
+  return axes.rectangle({std::min(u.low, otherU.low), std::max(u.high, otherU.high)},
+                        {std::min(v.low, otherV.low), std::max(v.high, otherV.high)});
+}
+
+bool isLarger(const Quad& first, const Quad& second) { return areaOf(first) > areaOf(second); }
+
+/// Also what two of the largest would be together: whether they are one code shows only when it is read.
+void addJoined(std::vector<Quad>& regions) {
+  const std::size_t count = std::min(kMostJoined, regions.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t k = i + 1; k < count; ++k) {
+      const Quad whole = joined(regions[i], regions[k]);
+      if (areaOf(whole) > 0) regions.push_back(whole);
+    }
+  }
 }
 
 }  // namespace
@@ -175,8 +234,9 @@ std::vector<Quad> findBars(const LumaPicture& picture) {
       if (areaOf(rectangle) > 0) regions.push_back(scaledAndMoved(rectangle, 1 / scale, {}));
     }
   }
-  std::sort(regions.begin(), regions.end(),
-            [](const Quad& first, const Quad& second) { return areaOf(first) > areaOf(second); });
+  std::sort(regions.begin(), regions.end(), isLarger);
+  addJoined(regions);
+  std::sort(regions.begin(), regions.end(), isLarger);
   if (regions.size() > kMostRegions) regions.resize(kMostRegions);
   return regions;
 }
