@@ -26,6 +26,8 @@ constexpr double kLeastOfMean = 0.6;
 constexpr int kReach = 2;
 constexpr double kFewestBlocksAcross = 5;
 constexpr double kLeastFilled = 0.25;
+// Of all blocks within reach.
+constexpr int kFewestNeighbours = 12;
 constexpr std::size_t kMostJoined = 4;
 // Between parts of one code that wide or blurred bars keep apart, of the length of the larger; and what of
 // their height they have in common.
@@ -36,7 +38,7 @@ constexpr double kLeastShared = 0.6;
 struct Block {
   double angle = 0;  ///< across the edges, in radians, 0..pi
   float weight = 0;  ///< 0 where there are no edges of one direction
-  bool taken = false;
+  int cluster = 0;   ///< that it belongs to, counted from 1
 };
 
 struct Grid {
@@ -93,6 +95,7 @@ double turnBetween(double first, double second) {
 
 /// Blocks that hang together and agree on a direction.
 struct Cluster {
+  int number = 0;
   std::vector<std::pair<int, int>> places;
   double cosines = 0;  ///< sums over twice the angle, for which 0 and 180 degrees are one
   double sines = 0;
@@ -103,15 +106,15 @@ struct Cluster {
   }
   double meanWeight() const { return std::hypot(cosines, sines) / static_cast<double>(places.size()); }
   void add(int column, int row, Block& block) {
-    block.taken = true;
+    block.cluster = number;
     places.emplace_back(column, row);
     cosines += block.weight * std::cos(2 * block.angle);
     sines += block.weight * std::sin(2 * block.angle);
   }
 };
 
-Cluster clusterFrom(Grid& grid, int column, int row) {
-  Cluster cluster;
+Cluster clusterFrom(Grid& grid, int column, int row, int number) {
+  Cluster cluster{number};
   cluster.add(column, row, grid.at(column, row));
   for (std::size_t i = 0; i < cluster.places.size(); ++i) {
     const auto [fromColumn, fromRow] = cluster.places[i];
@@ -121,12 +124,26 @@ Cluster clusterFrom(Grid& grid, int column, int row) {
       for (int x = std::max(0, fromColumn - kReach); x <= std::min(grid.columns - 1, fromColumn + kReach);
            ++x) {
         Block& block = grid.at(x, y);
-        if (block.taken || block.weight < least || turnBetween(block.angle, angle) > kMostTurn) continue;
+        if (block.cluster || block.weight < least || turnBetween(block.angle, angle) > kMostTurn) continue;
         cluster.add(x, y, block);
       }
     }
   }
   return cluster;
+}
+
+/// Without what hangs on to bars only by a line, such as the edge of a label.
+Cluster dense(Grid& grid, const Cluster& cluster) {
+  Cluster result{cluster.number};
+  for (const auto& [column, row] : cluster.places) {
+    int neighbours = 0;
+    for (int y = std::max(0, row - kReach); y <= std::min(grid.rows - 1, row + kReach); ++y) {
+      for (int x = std::max(0, column - kReach); x <= std::min(grid.columns - 1, column + kReach); ++x)
+        neighbours += grid.at(x, y).cluster == cluster.number;
+    }
+    if (neighbours >= kFewestNeighbours) result.add(column, row, grid.at(column, row));
+  }
+  return result;
 }
 
 struct Interval {
@@ -226,11 +243,14 @@ std::vector<Quad> findBars(const LumaPicture& picture) {
   }
   Grid grid = gridOf(small);
   std::vector<Quad> regions;
+  int clusters = 0;
   for (int row = 0; row < grid.rows; ++row) {
     for (int column = 0; column < grid.columns; ++column) {
       const Block& block = grid.at(column, row);
-      if (block.taken || block.weight == 0) continue;
-      const Quad rectangle = rectangleOf(clusterFrom(grid, column, row), grid.blockSide);
+      if (block.cluster || block.weight == 0) continue;
+      const Cluster cluster = clusterFrom(grid, column, row, ++clusters);
+      Quad rectangle = rectangleOf(cluster, grid.blockSide);
+      if (areaOf(rectangle) == 0) rectangle = rectangleOf(dense(grid, cluster), grid.blockSide);
       if (areaOf(rectangle) > 0) regions.push_back(scaledAndMoved(rectangle, 1 / scale, {}));
     }
   }
