@@ -13,7 +13,6 @@ namespace {
 constexpr long kLooksRemembered = 60;
 constexpr std::size_t kStrategiesNeeded = 2;
 constexpr std::size_t kFramesNeeded = 3;
-constexpr std::size_t kLeadNeeded = 1;
 
 bool isWeak(std::string_view type) {
   return type == symbology::kUPCE || type == symbology::kEAN8 || type == symbology::kEAN13 ||
@@ -37,19 +36,21 @@ Confirmation::Sighting& Confirmation::noted(const Reading& reading, const Look& 
   auto known = std::find_if(sightings_.begin(), sightings_.end(), [&](const Sighting& sighting) {
     return sighting.reading.type == reading.type && sighting.reading.text == reading.text;
   });
-  if (known == sightings_.end()) known = sightings_.insert(known, {reading, {}, {}, 0});
+  if (known == sightings_.end()) known = sightings_.insert(known, {reading, {}, {}});
   known->reading.outline = reading.outline;
   known->lastLook = looks_;
+  known->isCertain = known->isCertain || reading.isCertain;
   known->strategies.insert(look.strategy);
   known->frames.insert(look.captureTime);
   return *known;
 }
 
 bool Confirmation::counts(const Sighting& sighting) const {
+  if (sighting.isCertain) return true;
   if (sighting.strategies.size() < kStrategiesNeeded && sighting.frames.size() < kFramesNeeded) return false;
   return std::none_of(sightings_.begin(), sightings_.end(), [&](const Sighting& other) {
     return &other != &sighting && meet(other.reading, sighting.reading) &&
-           sighting.strategies.size() < other.strategies.size() + kLeadNeeded;
+           (other.isCertain || sighting.strategies.size() <= other.strategies.size());
   });
 }
 

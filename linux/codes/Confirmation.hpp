@@ -17,8 +17,8 @@ struct Look {
 };
 
 /// UPC-E, EAN-8, EAN-13 and Code 39 have a weak check digit or none. They count once two strategies have read
-/// the same, or one in three frames, and two more than have read anything else at the same place. Everything
-/// else counts at once.
+/// the same, or one in three frames, and more than have read anything else at the same place. One that is
+/// certain counts at once, as everything else does, and no other at its place.
 class Confirmation {
  public:
   /// The readings of a look that count.
@@ -30,6 +30,7 @@ class Confirmation {
     std::set<const void*> strategies;
     std::set<std::chrono::steady_clock::time_point> frames;
     long lastLook = 0;
+    bool isCertain = false;
   };
 
   Sighting& noted(const Reading& reading, const Look& look);

@@ -14,6 +14,9 @@ struct Reading {
   Quad outline;      ///< in pixels of the picture that was read
   /// 1-D codes carry no error correction, and where on their bars they were read says little of their height.
   bool isLinear = false;
+  /// Whether the picture says so much more clearly than any other text of this type that nothing needs to
+  /// confirm it.
+  bool isCertain = false;
 };
 
 /// Whether both were read at about the same place.

@@ -4,6 +4,7 @@
 
 #include "linux/codes/AztecStrategy.hpp"
 #include "linux/codes/BarsStrategy.hpp"
+#include "linux/codes/RetailBarsDecoder.hpp"
 #include "linux/codes/WindowStrategy.hpp"
 #include "linux/codes/ZBarDecoder.hpp"
 #include "linux/codes/ZXingDecoder.hpp"
@@ -32,6 +33,8 @@ ReadingSchedule makeReadingSchedule() {
   using enum Enhancement;
   constexpr int kAllRows = 320;
   constexpr int kScanLines = 256;
+  // Means of bars that lean against each other are blurred, and single rows are noisy.
+  constexpr int kBands = 12;
   // Of 1280x720: for what shows in smaller pictures too, or costs more.
   constexpr double kHalf = 900 * 510;
   constexpr double kQuarter = 640 * 360;
@@ -44,7 +47,7 @@ ReadingSchedule makeReadingSchedule() {
   add(window({}, zxing(All, Quick)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
   add(bars({.scale = 1.5}, lines));
-  add(bars({.scale = 2}, zbarBars()));
+  add(bars({.scale = 2, .rows = kBands}, retailBars()));
   add(aztec(6));
   add(window({}, zxing(Linear, Thorough)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
@@ -57,19 +60,14 @@ ReadingSchedule makeReadingSchedule() {
   add(window({.rows = kScanLines, .enhancement = EvenContrast}, lines));
   add(bars({.scale = 1, .enhancement = Sharp}, zbarBars()));
   add(window({.mostPixels = kQuarter}, zbarQRCodes()));
+  add(bars({.scale = 1, .rows = kBands}, retailBars()));
   add(bars({.scale = 2, .enhancement = EvenContrast}, lines));
   add(window({.mostPixels = kHalf, .enhancement = Inverted}, zxing(Matrix, Upright)));
   add(window({.scale = 0.25}, matrix));
-  add(bars({.scale = 1, .enhancement = Sharp}, lines));
   add(window({.scale = 2, .rows = kScanLines, .enhancement = EvenContrast}, lines));
-  add(window({.scale = 1.5, .rows = kScanLines, .enhancement = VerySharp}, lines));
-  add(bars({.scale = 3}, lines));
   add(window({.scale = 2.0 / 3}, matrix));
   add(bars({.scale = 0.5, .enhancement = Sharp}, lines));
-  add(window({.part = 0.5, .scale = 2, .enhancement = Sharp}, zxing(All, Quick)));
-  add(bars({.scale = 2, .enhancement = Sharp}, lines));
   add(window({.scale = 3, .rows = kScanLines}, lines));
-  add(bars({.scale = 1}, zbarBars()));
   return schedule;
 }
 

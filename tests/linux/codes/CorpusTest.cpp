@@ -26,7 +26,8 @@ constexpr std::size_t kPhotosOfAType = 12;
 const std::map<std::string, Tally> kExpected = {
     {"-", {0, 0}},
     {"com.intermec.Code93", {9, 0}},
-    {"org.gs1.EAN-13", {9, 0}},
+    // One photo shows another book's code than its expected text is of.
+    {"org.gs1.EAN-13", {11, 1}},
     {"org.gs1.EAN-8", {12, 0}},
     {"org.gs1.UPC-E", {11, 0}},
     {"org.iso.Aztec", {9, 0}},

@@ -40,7 +40,7 @@ TEST(Code39, FullASCIIIsReadOnlyWhereEverySignStartsAPair) {
     EXPECT_EQ(fullASCII(plain), std::nullopt);
 }
 
-TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRival) {
+TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRivalUnlessItIsCertain) {
   const int first = 0;
   const int second = 0;
   const int third = 0;
@@ -62,6 +62,12 @@ TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRival) {
     EXPECT_THAT(confirmation.confirmed(right, {&second, at(202)}), ElementsAre(Text("1"))) << "three frames";
   }
   Confirmation confirmation;
+  Reading certain = reading("org.gs1.UPC-E", "1", 50, 50);
+  certain.isCertain = true;
+  EXPECT_THAT(confirmation.confirmed({certain}, {&first, at(0)}), ElementsAre(Text("1")));
+  for (const int* strategy : {&second, &third})
+    EXPECT_THAT(confirmation.confirmed({reading("org.gs1.UPC-E", "2", 50, 50)}, {strategy, at(1)}),
+                IsEmpty());
   for (const char* strong : {"org.iso.QRCode", "org.iso.Code128", "com.intermec.Code93"})
     EXPECT_EQ(confirmation.confirmed({reading(strong, "q", 50, 50)}, {&first, at(0)}).size(), 1u) << strong;
 }
