@@ -8,11 +8,11 @@
 
 #define ZX_USE_UTF8
 #include <ZXing/ReadBarcode.h>
-#include <libyuv/scale.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "bench/reader/CameraPicture.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/codes/FrameReader.hpp"
 
@@ -26,20 +26,6 @@ double cpuMilliseconds() {
   timespec now{};
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
   return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
-/// The middle of the photo, as large as the frame.
-LumaBuffer filling(const LumaPicture& photo, int width, int height) {
-  const double scale =
-      std::max(width / static_cast<double>(photo.width), height / static_cast<double>(photo.height));
-  const int usedWidth = std::clamp(static_cast<int>(width / scale), 1, photo.width);
-  const int usedHeight = std::clamp(static_cast<int>(height / scale), 1, photo.height);
-  const std::uint8_t* from = photo.row((photo.height - usedHeight) / 2) + (photo.width - usedWidth) / 2;
-  LumaBuffer frame;
-  frame.resize(width, height);
-  libyuv::ScalePlane(from, photo.stride, usedWidth, usedHeight, frame.row(0), width, width, height,
-                     libyuv::kFilterBilinear);
-  return frame;
 }
 
 void measure(const LumaPicture& picture, int output) {
@@ -86,7 +72,7 @@ LookCost measureLookCost(const std::vector<test::Photo>& photos, int width, int 
     LumaBuffer buffer;
     const auto luma = image.frame ? lumaOf(*image.frame, buffer) : std::nullopt;
     if (!luma) continue;
-    const LumaBuffer frame = filling(*luma, width, height);
+    const LumaBuffer frame = cameraPicture(*luma, width, height);
     const std::vector<double> times = measuredApart(frame.picture());
     const auto looks = static_cast<std::ptrdiff_t>(std::min<std::size_t>(times.size(), kLooks));
     cost.looks.insert(cost.looks.end(), times.begin(), times.begin() + looks);

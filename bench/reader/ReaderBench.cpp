@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "bench/reader/IdleCost.hpp"
 #include "bench/reader/LookCost.hpp"
 #include "bench/reader/Recall.hpp"
 #include "tests/linux/codes/Corpus.hpp"
@@ -65,6 +66,22 @@ void printCost(const char* what, const std::vector<test::Photo>& photos) {
   }
 }
 
+void printIdleCost(const std::vector<test::Photo>& scenes) {
+  fmt::print("\n{:<36} {:>8} {:>8} {:>8}\n", "still scenes, % of one core", "feeding", "reading", "in all");
+  const auto costs = measureIdleCost(scenes);
+  IdleCost sum;
+  for (std::size_t i = 0; i < costs.size(); ++i) {
+    const auto& [feeding, reading] = costs[i];
+    fmt::print("{:<36} {:>8.2f} {:>8.2f} {:>8.2f}\n", scenes[i].path.filename().string(), 100 * feeding,
+               100 * reading, 100 * (feeding + reading));
+    sum.feeding += feeding;
+    sum.reading += reading;
+  }
+  const double percent = 100.0 / static_cast<double>(costs.size());
+  fmt::print("{:<36} {:>8.2f} {:>8.2f} {:>8.2f}\n", "mean", percent * sum.feeding, percent * sum.reading,
+             percent * (sum.feeding + sum.reading));
+}
+
 /// Every `step`th photo, with a code or without.
 std::vector<test::Photo> chosen(const std::vector<test::Photo>& photos, bool withCode, std::size_t step) {
   std::vector<test::Photo> result;
@@ -75,22 +92,35 @@ std::vector<test::Photo> chosen(const std::vector<test::Photo>& photos, bool wit
   return result;
 }
 
+void printCosts(const std::vector<test::Photo>& photos) {
+  fmt::print("\n{:<10} {:<10} {:<14} {:>6} {:>8} {:>8} {:>8}\n", "pictures", "size", "CPU ms of a", "count",
+             "mean", "median", "p95");
+  printCost("no code", chosen(photos, false, 2));
+  printCost("with code", chosen(photos, true, 8));
+}
+
+int run(const std::vector<std::string>& arguments) {
+  const auto photos = arguments.empty() ? std::vector<test::Photo>() : test::photosIn(arguments.front());
+  if (photos.empty()) {
+    std::fputs(
+        "usage: nivlo-reader-bench CORPUS [recall|cost|idle ...]\n"
+        "CORPUS is a folder with manifest.tsv and the photos it lists. All three tables are printed by "
+        "default.\n",
+        stderr);
+    return 2;
+  }
+  const auto wanted = [&](const char* table) {
+    return arguments.size() == 1 ||
+           std::find(arguments.begin() + 1, arguments.end(), table) != arguments.end();
+  };
+  if (wanted("recall")) printRecall(photos);
+  if (wanted("cost")) printCosts(photos);
+  if (wanted("idle")) printIdleCost(chosen(photos, false, 13));
+  return 0;
+}
+
 }  // namespace
 
 }  // namespace nivlo::bench
 
-int main(int count, char** arguments) {
-  const auto photos = count == 2 ? nivlo::test::photosIn(arguments[1]) : std::vector<nivlo::test::Photo>();
-  if (photos.empty()) {
-    std::fputs(
-        "usage: nivlo-reader-bench CORPUS\nCORPUS is a folder with manifest.tsv and the photos it lists.\n",
-        stderr);
-    return 2;
-  }
-  nivlo::bench::printRecall(photos);
-  fmt::print("\n{:<10} {:<10} {:<14} {:>6} {:>8} {:>8} {:>8}\n", "pictures", "size", "CPU ms of a", "count",
-             "mean", "median", "p95");
-  nivlo::bench::printCost("no code", nivlo::bench::chosen(photos, false, 2));
-  nivlo::bench::printCost("with code", nivlo::bench::chosen(photos, true, 8));
-  return 0;
-}
+int main(int count, char** arguments) { return nivlo::bench::run({arguments + 1, arguments + count}); }

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
-#include <numeric>
+
+#include <libyuv/scale.h>
 
 namespace nivlo {
 
@@ -22,12 +23,6 @@ VideoFrame someRowsOf(VideoFrame frame) {
   return frame;
 }
 
-int meanOf(const LumaPicture& cell) {
-  unsigned sum = 0;
-  for (int y = 0; y < cell.height; ++y) sum = std::accumulate(cell.row(y), cell.row(y) + cell.width, sum);
-  return static_cast<int>(sum / (cell.width * cell.height));
-}
-
 }  // namespace
 
 bool SceneChange::differs(const VideoFrame& frame) {
@@ -41,15 +36,9 @@ bool SceneChange::differs(const VideoFrame& frame) {
 }
 
 SceneChange::Thumbnail SceneChange::thumbnailOf(const LumaPicture& picture) {
-  const int width = picture.width / kColumns;
-  const int height = picture.height / kRows;
   Thumbnail thumbnail{};
-  for (int row = 0; row < kRows; ++row) {
-    for (int column = 0; column < kColumns; ++column) {
-      const auto* corner = picture.row(row * height) + static_cast<std::ptrdiff_t>(column) * width;
-      thumbnail[row * kColumns + column] = meanOf({corner, width, height, picture.stride});
-    }
-  }
+  libyuv::ScalePlane(picture.pixels, picture.stride, picture.width, picture.height, thumbnail.data(),
+                     kColumns, kColumns, kRows, libyuv::kFilterBox);
   return thumbnail;
 }
 

@@ -24,7 +24,7 @@ class SceneChange {
  private:
   static constexpr int kColumns = 32;
   static constexpr int kRows = 18;
-  using Thumbnail = std::array<int, static_cast<std::size_t>(kColumns) * kRows>;
+  using Thumbnail = std::array<std::uint8_t, static_cast<std::size_t>(kColumns) * kRows>;
 
   static Thumbnail thumbnailOf(const LumaPicture& picture);
 
