@@ -10,16 +10,8 @@ namespace nivlo {
 
 namespace {
 
-/// From the middle of the code; more than a camera resolves seldom shows.
-constexpr int kModulesAround = 32;
-
-/// The square of that many modules around the bullseye's middle.
-Quad surroundings(const Bullseye& bullseye) {
-  const PerspectiveMap map(bullseye.modules, bullseye.modules, bullseye.outline);
-  const double near = bullseye.modules / 2.0 - kModulesAround;
-  const double far = bullseye.modules / 2.0 + kModulesAround;
-  return map(Quad{{{near, near}, {far, near}, {far, far}, {near, far}}});
-}
+// More than a camera resolves seldom shows.
+constexpr int kModulesAcross = 64;
 
 }  // namespace
 
@@ -27,9 +19,9 @@ AztecStrategy::AztecStrategy(int pixelsPerModule) : pixelsPerModule_(pixelsPerMo
 
 std::vector<Reading> AztecStrategy::read(Scene& scene) {
   std::vector<Reading> readings;
-  const int side = 2 * kModulesAround * pixelsPerModule_;
+  const int side = kModulesAcross * pixelsPerModule_;
   for (const Bullseye& bullseye : scene.bullseyes()) {
-    const Quad region = surroundings(bullseye);
+    const Quad region = squareAround(bullseye, kModulesAcross);
     rectify(scene.picture(), region, side, side, straight_);
     const auto enhancement = bullseye.lightOnDark ? Enhancement::Inverted : Enhancement::None;
     const LumaPicture view = enhanced(straight_.picture(), enhancement, negative_);
@@ -43,7 +35,7 @@ std::vector<Reading> AztecStrategy::read(Scene& scene) {
 }
 
 double AztecStrategy::cost(Scene& scene) const {
-  const double side = 2.0 * kModulesAround * pixelsPerModule_;
+  const double side = 1.0 * kModulesAcross * pixelsPerModule_;
   return static_cast<double>(scene.bullseyes().size()) * side * side;
 }
 

@@ -15,6 +15,9 @@ struct Bullseye {
   bool lightOnDark = false;
 };
 
+/// The square of `modules` by `modules` around it, as a flat sheet would have it.
+Quad squareAround(const Bullseye& bullseye, double modules);
+
 /// Whatever looks like one, from about two pixels a module, at most three. About 0.5 ms at 1280x720.
 std::vector<Bullseye> findBullseyes(const LumaPicture& picture);
 

@@ -57,6 +57,14 @@ CGPoint PerspectiveMap::operator()(CGPoint point) const {
   return {(xx_ * point.x + xy_ * point.y + x0_) / depth, (yx_ * point.x + yy_ * point.y + y0_) / depth};
 }
 
+CGPoint PerspectiveMap::inverse(CGPoint point) const {
+  // Two lines that go through the place: those on which the map's first, and its second, coordinate is right.
+  const double a = xx_ - wx_ * point.x, b = xy_ - wy_ * point.x, e = point.x - x0_;
+  const double c = yx_ - wx_ * point.y, d = yy_ - wy_ * point.y, f = point.y - y0_;
+  const double determinant = a * d - b * c;
+  return {(e * d - b * f) / determinant, (a * f - e * c) / determinant};
+}
+
 Quad PerspectiveMap::operator()(const Quad& quad) const {
   return {(*this)(quad[0]), (*this)(quad[1]), (*this)(quad[2]), (*this)(quad[3])};
 }

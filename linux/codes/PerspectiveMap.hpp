@@ -16,6 +16,9 @@ class PerspectiveMap {
   CGPoint operator()(CGPoint point) const;
   Quad operator()(const Quad& quad) const;
 
+  /// The place of the rectangle that lies there; undefined where the quad has no area.
+  CGPoint inverse(CGPoint point) const;
+
  private:
   double xx_, xy_, x0_;
   double yx_, yy_, y0_;

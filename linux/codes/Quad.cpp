@@ -69,4 +69,16 @@ bool overlap(const Quad& first, const Quad& second) {
   return !hasSeparatingEdge(first, second) && !hasSeparatingEdge(second, first);
 }
 
+std::optional<CGPoint> intersectionOf(const Line& first, const Line& second) {
+  const double cross = first.direction.x * second.direction.y - first.direction.y * second.direction.x;
+  constexpr double kLeastSine = 0.3;
+  const double lengths =
+      std::hypot(first.direction.x, first.direction.y) * std::hypot(second.direction.x, second.direction.y);
+  if (std::abs(cross) <= kLeastSine * lengths) return std::nullopt;
+  const double dx = second.point.x - first.point.x;
+  const double dy = second.point.y - first.point.y;
+  const double along = (dx * second.direction.y - dy * second.direction.x) / cross;
+  return CGPoint{first.point.x + along * first.direction.x, first.point.y + along * first.direction.y};
+}
+
 }  // namespace nivlo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
 
@@ -26,5 +27,13 @@ Quad scaledAndMoved(const Quad& quad, double scale, CGPoint offset);
 
 /// Whether two convex quads share any point.
 bool overlap(const Quad& first, const Quad& second);
+
+struct Line {
+  CGPoint point;      ///< any on it
+  CGPoint direction;  ///< of any length
+};
+
+/// Where they cross; nothing where that is far off, as the angle between them is less than 17 degrees.
+std::optional<CGPoint> intersectionOf(const Line& first, const Line& second);
 
 }  // namespace nivlo
