@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -61,6 +62,8 @@ bool isIn(const LookRequest& picture, CGPoint point) {
 std::optional<CodeHeader> headerOf(const LookRequest& picture, const DecodedCode& code) {
   const auto type = std::find(symbology::kAll.begin(), symbology::kAll.end(), code.type);
   if (type == symbology::kAll.end() || code.corners.size() != kCorners) return std::nullopt;
+  const auto isSomewhere = [](CGPoint corner) { return std::isfinite(corner.x) && std::isfinite(corner.y); };
+  if (!std::all_of(code.corners.begin(), code.corners.end(), isSomewhere)) return std::nullopt;
   CodeHeader header{{},
                     static_cast<std::uint32_t>(type - symbology::kAll.begin()),
                     static_cast<std::uint32_t>(std::min(code.text.size(), kLongestReply))};

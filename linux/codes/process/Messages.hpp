@@ -38,7 +38,8 @@ struct LookRequest {
 /// Nothing when the bytes are no sane request.
 std::optional<LookRequest> parseRequest(std::string_view bytes);
 
-/// The answer to a request. Corners are moved into the picture; codes beyond the answer's room are left out.
+/// The answer to a request. Corners are moved into the picture; codes that have none anywhere and
+/// those beyond the answer's room are left out.
 std::string makeReply(const LookRequest& request, const std::vector<DecodedCode>& codes);
 
 /// The codes of an answer, of which nothing is believed. Nothing when it is not what makeReply could have
