@@ -2,8 +2,10 @@
 
 #include <utility>
 
+#include "linux/codes/AztecGridStrategy.hpp"
 #include "linux/codes/AztecStrategy.hpp"
 #include "linux/codes/BarsStrategy.hpp"
+#include "linux/codes/QRGridStrategy.hpp"
 #include "linux/codes/RetailBarsDecoder.hpp"
 #include "linux/codes/WindowStrategy.hpp"
 #include "linux/codes/ZBarDecoder.hpp"
@@ -49,6 +51,7 @@ ReadingSchedule makeReadingSchedule() {
   add(bars({.scale = 1.5}, lines));
   add(bars({.scale = 2, .rows = kBands}, retailBars()));
   add(aztec(6));
+  add(std::make_unique<QRGridStrategy>(zxing(Matrix, Quick)));
   add(window({}, zxing(Linear, Thorough)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
   add(window({.scale = 0.5}, zxing(All, Thorough)));
@@ -57,6 +60,7 @@ ReadingSchedule makeReadingSchedule() {
   add(window({.scale = 2, .mostPixels = kHalf, .enhancement = Sharp}, matrix));
   add(bars({.scale = 1, .enhancement = EvenContrast}, lines));
   add(aztec(8));
+  add(std::make_unique<AztecGridStrategy>(zxing(Symbologies::Aztec, Quick)));
   add(window({.rows = kScanLines, .enhancement = EvenContrast}, lines));
   add(bars({.scale = 1, .enhancement = Sharp}, zbarBars()));
   add(window({.mostPixels = kQuarter}, zbarQRCodes()));

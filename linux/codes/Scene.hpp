@@ -7,6 +7,7 @@
 #include "linux/codes/BarFinder.hpp"
 #include "linux/codes/BullseyeFinder.hpp"
 #include "linux/codes/LumaPicture.hpp"
+#include "linux/codes/QRFinder.hpp"
 
 namespace nivlo {
 
@@ -25,11 +26,16 @@ class Scene {
     if (!bullseyes_) bullseyes_ = findBullseyes(picture_);
     return *bullseyes_;
   }
+  const std::vector<QRPlace>& qrPlaces() {
+    if (!qrPlaces_) qrPlaces_ = findQRPlaces(picture_);
+    return *qrPlaces_;
+  }
 
  private:
   LumaPicture picture_;
   std::optional<std::vector<Quad>> bars_;
   std::optional<std::vector<Bullseye>> bullseyes_;
+  std::optional<std::vector<QRPlace>> qrPlaces_;
 };
 
 }  // namespace nivlo

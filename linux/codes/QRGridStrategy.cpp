@@ -1,0 +1,76 @@
+#include "linux/codes/QRGridStrategy.hpp"
+
+#include <array>
+#include <utility>
+
+#include "linux/codes/ModuleGrid.hpp"
+#include "linux/codes/QRFinder.hpp"
+
+namespace nivlo {
+
+namespace {
+
+// From the size that was judged, as it may be a step off.
+constexpr std::array<int, 3> kSizesTried{0, 4, -4};
+constexpr int kLeastModules = 21;
+// Larger codes show too small in a picture, and take too long.
+constexpr int kMostModules = 73;
+constexpr double kFinder = 7;
+
+/// Where the finders' corners are.
+std::vector<ModuleGrid::Sighting> sightings(const QRPlace& place, int modules) {
+  const double far = modules - kFinder;
+  const std::array<CGPoint, 3> origins{{{0, 0}, {far, 0}, {0, far}}};
+  std::vector<ModuleGrid::Sighting> known;
+  for (std::size_t i = 0; i < origins.size(); ++i) {
+    const auto& [x, y] = origins[i];
+    const Quad corners{{{x, y}, {x + kFinder, y}, {x + kFinder, y + kFinder}, {x, y + kFinder}}};
+    for (std::size_t corner = 0; corner < corners.size(); ++corner)
+      known.push_back({corners[corner], place.squares[i][corner]});
+  }
+  return known;
+}
+
+/// The outline with its fourth corner moved so that the pattern comes to lie about where it is seen.
+Quad through(const ModuleGrid::Sighting& alignment, const ModuleGrid& grid, Quad outline, int modules) {
+  const CGPoint expected = grid.inPicture(alignment.place);
+  const double part = alignment.place.x * alignment.place.y / (1.0 * modules * modules);
+  outline[2].x += (alignment.inPicture.x - expected.x) / part;
+  outline[2].y += (alignment.inPicture.y - expected.y) / part;
+  return outline;
+}
+
+}  // namespace
+
+std::vector<Reading> QRGridStrategy::read(Scene& scene) {
+  std::vector<Reading> readings;
+  for (const QRPlace& place : scene.qrPlaces()) {
+    for (const int change : kSizesTried) {
+      const int modules = place.modules + change;
+      if (modules < kLeastModules || modules > kMostModules) continue;
+      ModuleGrid grid(scene.picture(), place.outline, modules);
+      std::vector<ModuleGrid::Sighting> known = sightings(place, modules);
+      if (const auto alignment = grid.findAlignment(place.lightOnDark)) {
+        known.push_back(*alignment);
+        grid = ModuleGrid(scene.picture(), through(*alignment, grid, place.outline, modules), modules);
+      }
+      grid.follow(known);
+      draw(grid.modules(place.lightOnDark), drawing_);
+      std::vector<Reading> found = decoder_.read(drawing_.picture());
+      for (Reading& reading : found) {
+        for (CGPoint& corner : reading.outline) corner = grid.inPicture(placeShown(corner));
+        readings.push_back(std::move(reading));
+      }
+      if (!found.empty()) break;
+    }
+  }
+  return readings;
+}
+
+double QRGridStrategy::cost(Scene& scene) const {
+  double cost = 0;
+  for (const QRPlace& place : scene.qrPlaces()) cost += kSizesTried.size() * ModuleGrid::cost(place.modules);
+  return cost;
+}
+
+}  // namespace nivlo

@@ -1,0 +1,24 @@
+// Reads QR codes on what is not flat.
+#pragma once
+
+#include "linux/codes/Decoder.hpp"
+#include "linux/codes/LumaPicture.hpp"
+#include "linux/codes/ReadingStrategy.hpp"
+
+namespace nivlo {
+
+/// Follows the modules from the squares in a code's corners and reads a drawing of what they are. Decoders
+/// lay a flat grid over a code, which cloth and curled paper do not keep to.
+class QRGridStrategy : public ReadingStrategy {
+ public:
+  explicit QRGridStrategy(Decoder decoder) : decoder_(std::move(decoder)) {}
+
+  std::vector<Reading> read(Scene& scene) override;
+  double cost(Scene& scene) const override;
+
+ private:
+  Decoder decoder_;
+  LumaBuffer drawing_;
+};
+
+}  // namespace nivlo

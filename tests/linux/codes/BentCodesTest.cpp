@@ -1,0 +1,137 @@
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <zint.h>
+
+#include "linux/codes/AztecGridStrategy.hpp"
+#include "linux/codes/QRGridStrategy.hpp"
+#include "linux/codes/Scene.hpp"
+#include "linux/codes/ZXingDecoder.hpp"
+#include "tests/linux/codes/CodePictures.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::Field;
+using testing::IsEmpty;
+
+constexpr int kScale = 2;
+constexpr int kQuietZone = 10 * 3 * kScale;
+
+LumaPicture viewOf(const GreyPicture& picture) {
+  return {picture.pixels.data(), picture.width, picture.height, picture.width};
+}
+
+/// Cloth with folds across it: where the sheet has a place that is seen at `at`, in a picture that wide.
+CGPoint unfolded(CGPoint at, double width) {
+  const double phase = 2 * std::numbers::pi / width;
+  return {at.x + 0.012 * width * std::sin(1.1 * phase * at.y),
+          at.y + 0.012 * width * std::sin(1.3 * phase * at.x)};
+}
+
+/// Enlarged and folded.
+GreyPicture folded(const GreyPicture& flat) {
+  GreyPicture result = greyPicture(flat.width * kScale, flat.height * kScale);
+  for (int y = 0; y < result.height; ++y) {
+    for (int x = 0; x < result.width; ++x) {
+      const CGPoint from = unfolded({x + 0.5, y + 0.5}, result.width);
+      const int column = std::clamp(static_cast<int>(from.x / kScale), 0, flat.width - 1);
+      const int row = std::clamp(static_cast<int>(from.y / kScale), 0, flat.height - 1);
+      result.pixels[y * result.width + x] = flat.pixels[row * flat.width + column];
+    }
+  }
+  return result;
+}
+
+/// Dark modules grow by a pixel to each side, or shrink.
+GreyPicture withInk(const GreyPicture& picture, bool more) {
+  GreyPicture result = picture;
+  for (int y = 1; y + 1 < picture.height; ++y) {
+    for (int x = 1; x + 1 < picture.width; ++x) {
+      std::uint8_t& pixel = result.pixels[y * picture.width + x];
+      for (const int by : {-picture.width, -1, 1, picture.width}) {
+        const std::uint8_t neighbour = picture.pixels[y * picture.width + x + by];
+        pixel = more ? std::min(pixel, neighbour) : std::max(pixel, neighbour);
+      }
+    }
+  }
+  return result;
+}
+
+auto Text(const std::string& text) { return Field(&Reading::text, text); }
+
+/// The corners, as the sheet has them, clockwise from the code's own top left.
+void expectCorners(const Reading& reading, const GreyPicture& picture, int turns) {
+  const double near = kQuietZone;
+  const double far = picture.width - kQuietZone;
+  const Quad sheet{{{near, near}, {far, near}, {far, far}, {near, far}}};
+  for (int i = 0; i < 4; ++i) {
+    const CGPoint seen = unfolded(reading.outline[i], picture.width);
+    EXPECT_LT(distanceBetween(seen, sheet[(i + turns) % 4]), 1.5 * 3 * kScale)
+        << reading.text << ", corner " << i;
+  }
+}
+
+TEST(BentCodes, AreReadWhereAFlatGridDoesNotFit) {
+  const std::string text = "https://example.org/cloth?folded=in+many+ways";
+  const Decoder decoder = zxing(Symbologies::Matrix, Effort::Thorough);
+  QRGridStrategy qr(decoder);
+  AztecGridStrategy aztec(decoder);
+  const auto expectRead = [&](ReadingStrategy& strategy, const GreyPicture& picture, int turns) {
+    EXPECT_THAT(decoder.read(viewOf(picture)), IsEmpty()) << "flat enough to be read as it is";
+    Scene scene(viewOf(picture));
+    const std::vector<Reading> readings = strategy.read(scene);
+    ASSERT_THAT(readings, ElementsAre(Text(text)));
+    expectCorners(readings[0], picture, turns);
+  };
+  GreyPicture qrCode = drawCode(BARCODE_QRCODE, text);
+  GreyPicture aztecCode = drawCode(BARCODE_AZTEC, text);
+  for (int turns = 0; turns < 4; ++turns) {
+    expectRead(qr, folded(qrCode), turns);
+    expectRead(aztec, folded(aztecCode), turns);
+    qrCode = turned(qrCode);
+    aztecCode = turned(aztecCode);
+  }
+  expectRead(qr, inverted(folded(qrCode)), 0);
+}
+
+TEST(BentCodes, InkThatRanOrFadedChangesNoModule) {
+  const GreyPicture code = folded(drawCode(BARCODE_AZTEC, "ink"));
+  AztecGridStrategy aztec(zxing(Symbologies::Aztec, Effort::Quick));
+  for (const bool more : {true, false}) {
+    const GreyPicture printed = withInk(code, more);
+    Scene scene(viewOf(printed));
+    EXPECT_THAT(aztec.read(scene), ElementsAre(Text("ink"))) << (more ? "more" : "less");
+  }
+}
+
+TEST(AztecRunes, AreReadHoweverTheyLieAndNothingElseIsOne) {
+  AztecGridStrategy aztec({[](const LumaPicture&) { return std::vector<Reading>(); }});
+  for (const char* number : {"0", "25", "170", "255"}) {
+    GreyPicture rune = drawCode(BARCODE_AZRUNE, number);
+    for (int turns = 0; turns < 4; ++turns, rune = turned(rune)) {
+      const GreyPicture picture = folded(rune);
+      Scene scene(viewOf(picture));
+      const std::vector<Reading> readings = aztec.read(scene);
+      const std::string digits = std::string(3 - std::string(number).size(), '0') + number;
+      ASSERT_THAT(readings, ElementsAre(Text(digits)));
+      expectCorners(readings[0], picture, turns);
+    }
+  }
+  for (int layers = 1; layers <= 4; ++layers) {
+    const GreyPicture compact = drawCode(BARCODE_AZTEC, "2", layers);
+    Scene scene(viewOf(compact));
+    ASSERT_EQ(scene.bullseyes().size(), 1u);
+    EXPECT_THAT(aztec.read(scene), IsEmpty()) << layers << " layers";
+  }
+}
+
+}  // namespace
+
+}  // namespace nivlo::test
