@@ -57,7 +57,7 @@ double BarsStrategy::cost(Scene& scene) const {
   double pixels = 0;
   for (const Quad& bars : scene.bars()) {
     const Size size = sizeOf(withMargins(bars));
-    pixels += size.width * (size.rowsAveraged * kCostOfDrawing + size.rows * decoder_.costOfPixel);
+    pixels += kCostOfDrawing * size.width * size.rowsAveraged + decoder_.cost(size.width, size.rows);
   }
   return pixels;
 }

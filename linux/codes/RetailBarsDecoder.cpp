@@ -159,6 +159,6 @@ std::vector<Reading> readRetailBars(const LumaPicture& picture) {
 
 }  // namespace
 
-Decoder retailBars() { return {readRetailBars, 30}; }
+Decoder retailBars() { return {readRetailBars, costOfPixels(30)}; }
 
 }  // namespace nivlo

@@ -40,7 +40,7 @@ double WindowStrategy::cost(Scene& scene) const {
   const Size size =
       sizeFor(atLeastOne(picture.width * window_.part), atLeastOne(picture.height * window_.part));
   const double prepared = window_.enhancement == Enhancement::None ? 0 : 0.5;
-  return (decoder_.costOfPixel + prepared) * size.width * size.height;
+  return decoder_.cost(size.width, size.height) + prepared * size.width * size.height;
 }
 
 WindowStrategy::Size WindowStrategy::sizeFor(int width, int height) const {

@@ -77,7 +77,7 @@ Decoder zbarQRCodes() {
   const auto scanner = std::make_shared<zbar::ImageScanner>();
   scanner->set_config(zbar::ZBAR_NONE, zbar::ZBAR_CFG_ENABLE, 0);
   scanner->set_config(zbar::ZBAR_QRCODE, zbar::ZBAR_CFG_ENABLE, 1);
-  return {[scanner](const LumaPicture& picture) { return readWith(*scanner, picture); }, 4};
+  return {[scanner](const LumaPicture& picture) { return readWith(*scanner, picture); }, costOfPixels(4)};
 }
 
 Decoder zbarBars() {
@@ -88,7 +88,7 @@ Decoder zbarBars() {
     scanner->set_config(type, ZBAR_CFG_ENABLE, 1);
   // Columns of upright bars hold nothing.
   scanner->set_config(ZBAR_NONE, ZBAR_CFG_X_DENSITY, 0);
-  return {[scanner](const LumaPicture& picture) { return readWith(*scanner, picture); }, 4};
+  return {[scanner](const LumaPicture& picture) { return readWith(*scanner, picture); }, costOfPixels(4)};
 }
 
 }  // namespace nivlo

@@ -32,6 +32,7 @@ const ZXing::BarcodeFormats kLinearFormats = BarcodeFormat::UPCE | BarcodeFormat
 constexpr int kMostLinearCodes = 8;
 // That must agree.
 constexpr int kScanLines = 2;
+constexpr double kCostOfLinePixel = 1.2;
 constexpr std::uint8_t kPaper = 255;
 
 const char* typeOf(BarcodeFormat format, std::string_view text) {
@@ -191,14 +192,23 @@ std::vector<Reading> readAll(const LumaPicture& picture, Symbologies symbologies
   return readings;
 }
 
+/// Of so many rows or columns, those in which ZXing looks for 1-D codes.
+int linesLookedAt(int lines) { return lines / std::max(1, lines >> 8); }
+
 }  // namespace
 
 Decoder zxing(Symbologies symbologies, Effort effort) {
-  const bool quick =
-      symbologies == Symbologies::Matrix || symbologies == Symbologies::Aztec || effort == Effort::Quick;
-  const double linear = quick ? 0 : effort == Effort::Upright ? 1.2 : 2.2;
-  const double matrix = symbologies == Symbologies::Linear ? 0 : 1;
-  return {[=](const LumaPicture& picture) { return readAll(picture, symbologies, effort); }, linear + matrix};
+  const bool readsLinear = symbologies != Symbologies::Matrix && symbologies != Symbologies::Aztec;
+  const bool readsMatrix = symbologies != Symbologies::Linear;
+  const auto cost = [=](int width, int height) {
+    const double pixels = static_cast<double>(width) * height;
+    double lines = 0;
+    if (readsLinear && effort != Effort::Quick) lines += static_cast<double>(width) * linesLookedAt(height);
+    if (readsLinear && effort == Effort::Thorough)
+      lines += static_cast<double>(height) * linesLookedAt(width);
+    return (readsMatrix ? pixels : 0) + kCostOfLinePixel * lines;
+  };
+  return {[=](const LumaPicture& picture) { return readAll(picture, symbologies, effort); }, cost};
 }
 
 }  // namespace nivlo

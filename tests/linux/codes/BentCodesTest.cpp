@@ -112,7 +112,7 @@ TEST(BentCodes, InkThatRanOrFadedChangesNoModule) {
 }
 
 TEST(AztecRunes, AreReadHoweverTheyLieAndNothingElseIsOne) {
-  AztecGridStrategy aztec({[](const LumaPicture&) { return std::vector<Reading>(); }});
+  AztecGridStrategy aztec({[](const LumaPicture&) { return std::vector<Reading>(); }, costOfPixels(0)});
   for (const char* number : {"0", "25", "170", "255"}) {
     GreyPicture rune = drawCode(BARCODE_AZRUNE, number);
     for (int turns = 0; turns < 4; ++turns, rune = turned(rune)) {
