@@ -13,12 +13,12 @@ namespace nivlo {
 namespace {
 
 // More than a camera resolves seldom shows. Odd, as bullseyes are.
-constexpr int kModulesAcross = 65;
+constexpr int kModulesFollowed = 65;
 
 /// Where the corners of the bullseye are.
 std::vector<ModuleGrid::Sighting> sightings(const Bullseye& bullseye) {
-  const double near = (kModulesAcross - bullseye.modules) / 2.0;
-  const double far = (kModulesAcross + bullseye.modules) / 2.0;
+  const double near = (kModulesFollowed - bullseye.modules) / 2.0;
+  const double far = (kModulesFollowed + bullseye.modules) / 2.0;
   const Quad corners{{{near, near}, {far, near}, {far, far}, {near, far}}};
   std::vector<ModuleGrid::Sighting> known;
   for (std::size_t i = 0; i < corners.size(); ++i) known.push_back({corners[i], bullseye.outline[i]});
@@ -26,8 +26,8 @@ std::vector<ModuleGrid::Sighting> sightings(const Bullseye& bullseye) {
 }
 
 Reading readingOf(const AztecRune& rune, const ModuleGrid& grid) {
-  const double near = (kModulesAcross - kRuneModules) / 2.0;
-  const double far = (kModulesAcross + kRuneModules) / 2.0;
+  const double near = (kModulesFollowed - kRuneModules) / 2.0;
+  const double far = (kModulesFollowed + kRuneModules) / 2.0;
   Quad outline{{{near, near}, {far, near}, {far, far}, {near, far}}};
   for (CGPoint& corner : outline) corner = grid.inPicture(corner);
   std::rotate(outline.begin(), outline.begin() + rune.turns, outline.end());
@@ -39,7 +39,7 @@ Reading readingOf(const AztecRune& rune, const ModuleGrid& grid) {
 std::vector<Reading> AztecGridStrategy::read(Scene& scene) {
   std::vector<Reading> readings;
   for (const Bullseye& bullseye : scene.bullseyes()) {
-    ModuleGrid grid(scene.picture(), squareAround(bullseye, kModulesAcross), kModulesAcross);
+    ModuleGrid grid(scene.picture(), squareAround(bullseye, kModulesFollowed), kModulesFollowed);
     grid.follow(sightings(bullseye));
     const Modules modules = grid.modules(bullseye.lightOnDark);
     draw(modules, drawing_);
@@ -54,7 +54,7 @@ std::vector<Reading> AztecGridStrategy::read(Scene& scene) {
 }
 
 double AztecGridStrategy::cost(Scene& scene) const {
-  return static_cast<double>(scene.bullseyes().size()) * ModuleGrid::cost(kModulesAcross);
+  return static_cast<double>(scene.bullseyes().size()) * ModuleGrid::cost(kModulesFollowed);
 }
 
 }  // namespace nivlo

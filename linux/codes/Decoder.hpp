@@ -17,7 +17,8 @@ inline std::function<double(int, int)> costOfPixels(double factor) {
 struct Decoder {
   /// The codes in the picture, with outlines in its pixels. May throw.
   std::function<std::vector<Reading>(const LumaPicture&)> read;
-  /// Of reading a picture of that size, where there is no code: in pixels of which matrix codes are looked for.
+  /// Of reading a picture of that size, where there is no code: in pixels of which matrix codes are looked
+  /// for.
   std::function<double(int width, int height)> cost;
 };
 

@@ -23,7 +23,7 @@ constexpr int kAround = 3;
 // Modules to each side, whose mean tells dark from light.
 constexpr int kSurroundings = 4;
 // Of a module, a node may lie from where it is expected, and when it is looked at again.
-constexpr double kRoom = 0.7;
+constexpr double kFirstRoom = 0.7;
 constexpr double kLaterRoom = 0.35;
 constexpr int kLaterRounds = 2;
 // In which the room is gone through, each way.
@@ -186,7 +186,7 @@ void ModuleGrid::follow(const std::vector<Sighting>& known) {
       const bool isFirst = round == 0 && distance > kNodeStep;
       Slope expected = slopeAt(column, row);
       if (isNear) expected.shift = shift;
-      settle(node(column, row), expected, isFirst ? kRoom : kLaterRoom);
+      settle(node(column, row), expected, isFirst ? kFirstRoom : kLaterRoom);
       node(column, row).isKnown = true;
     }
   }

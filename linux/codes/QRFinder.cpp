@@ -20,7 +20,6 @@ constexpr int kRowsLookedAt = 360;
 constexpr std::array<int, 5> kRuns{1, 1, 3, 1, 1};
 constexpr int kModules = 7;
 constexpr double kNarrowestModule = 1.5;
-constexpr int kLeastModules = 21;
 constexpr int kMostModules = 177;
 constexpr int kModulesStep = 4;
 
@@ -124,9 +123,9 @@ std::optional<RatedPlace> placeOf(const FinderSquare& corner, const FinderSquare
   const double flaw = std::abs(std::log(modulesAcross / modulesDown)) + 1 - turn;
   if (flaw > 0.35) return std::nullopt;
   const double centres = (modulesAcross + modulesDown) / 2;
-  const int version = static_cast<int>(std::lround((centres + kModules - kLeastModules) / kModulesStep));
-  const int modules = kLeastModules + kModulesStep * version;
-  if (modules < kLeastModules || modules > kMostModules) return std::nullopt;
+  const int version = static_cast<int>(std::lround((centres + kModules - kLeastQRModules) / kModulesStep));
+  const int modules = kLeastQRModules + kModulesStep * version;
+  if (modules < kLeastQRModules || modules > kMostModules) return std::nullopt;
   const CGPoint across{b.x / std::hypot(b.x, b.y), b.y / std::hypot(b.x, b.y)};
   const CGPoint down{c.x / std::hypot(c.x, c.y), c.y / std::hypot(c.x, c.y)};
   const auto inOrder = [&](const FinderSquare& square) {

@@ -9,6 +9,9 @@
 
 namespace nivlo {
 
+/// How wide the smallest QR code is (ISO/IEC 18004).
+inline constexpr int kLeastQRModules = 21;
+
 /// Where a QR code seems to be.
 struct QRPlace {
   std::array<Quad, 3> squares;  ///< in the top left corner, the top right and the bottom left one

@@ -12,9 +12,8 @@ namespace {
 
 // From the size that was judged, as it may be a step off.
 constexpr std::array<int, 3> kSizesTried{0, 4, -4};
-constexpr int kLeastModules = 21;
 // Larger codes show too small in a picture, and take too long.
-constexpr int kMostModules = 73;
+constexpr int kMostModulesFollowed = 73;
 constexpr double kFinder = 7;
 
 /// Where the finders' corners are.
@@ -47,7 +46,7 @@ std::vector<Reading> QRGridStrategy::read(Scene& scene) {
   for (const QRPlace& place : scene.qrPlaces()) {
     for (const int change : kSizesTried) {
       const int modules = place.modules + change;
-      if (modules < kLeastModules || modules > kMostModules) continue;
+      if (modules < kLeastQRModules || modules > kMostModulesFollowed) continue;
       ModuleGrid grid(scene.picture(), place.outline, modules);
       std::vector<ModuleGrid::Sighting> known = sightings(place, modules);
       if (const auto alignment = grid.findAlignment(place.lightOnDark)) {

@@ -21,8 +21,8 @@ using testing::ElementsAre;
 using testing::Field;
 using testing::IsEmpty;
 
-constexpr int kScale = 2;
-constexpr int kQuietZone = 10 * 3 * kScale;
+constexpr int kEnlarged = 2;
+constexpr int kQuietZone = 10 * 3 * kEnlarged;
 
 LumaPicture viewOf(const GreyPicture& picture) {
   return {picture.pixels.data(), picture.width, picture.height, picture.width};
@@ -37,12 +37,12 @@ CGPoint unfolded(CGPoint at, double width) {
 
 /// Enlarged and folded.
 GreyPicture folded(const GreyPicture& flat) {
-  GreyPicture result = greyPicture(flat.width * kScale, flat.height * kScale);
+  GreyPicture result = greyPicture(flat.width * kEnlarged, flat.height * kEnlarged);
   for (int y = 0; y < result.height; ++y) {
     for (int x = 0; x < result.width; ++x) {
       const CGPoint from = unfolded({x + 0.5, y + 0.5}, result.width);
-      const int column = std::clamp(static_cast<int>(from.x / kScale), 0, flat.width - 1);
-      const int row = std::clamp(static_cast<int>(from.y / kScale), 0, flat.height - 1);
+      const int column = std::clamp(static_cast<int>(from.x / kEnlarged), 0, flat.width - 1);
+      const int row = std::clamp(static_cast<int>(from.y / kEnlarged), 0, flat.height - 1);
       result.pixels[y * result.width + x] = flat.pixels[row * flat.width + column];
     }
   }
@@ -73,7 +73,7 @@ void expectCorners(const Reading& reading, const GreyPicture& picture, int turns
   const Quad sheet{{{near, near}, {far, near}, {far, far}, {near, far}}};
   for (int i = 0; i < 4; ++i) {
     const CGPoint seen = unfolded(reading.outline[i], picture.width);
-    EXPECT_LT(distanceBetween(seen, sheet[(i + turns) % 4]), 1.5 * 3 * kScale)
+    EXPECT_LT(distanceBetween(seen, sheet[(i + turns) % 4]), 1.5 * 3 * kEnlarged)
         << reading.text << ", corner " << i;
   }
 }
