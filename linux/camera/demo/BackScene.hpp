@@ -4,13 +4,13 @@
 #include <vector>
 
 #include "linux/camera/demo/CodeCards.hpp"
-#include "linux/camera/demo/Scene.hpp"
+#include "linux/camera/demo/DemoScene.hpp"
 
 namespace nivlo {
 
 /// Every `cardPeriod` the next of the cards with codes is held up for four seconds, the rest of the time
 /// there is none.
-class BackScene final : public Scene {
+class BackScene final : public DemoScene {
  public:
   static constexpr double cardPeriod = 5;  ///< seconds
 

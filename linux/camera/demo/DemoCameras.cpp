@@ -24,7 +24,7 @@ constexpr int stride = sceneWidth * 4;
 /// frame may.
 class DemoCamera {
  public:
-  DemoCamera(CameraInfo info, std::function<std::unique_ptr<Scene>()> makeScene)
+  DemoCamera(CameraInfo info, std::function<std::unique_ptr<DemoScene>()> makeScene)
       : info_(std::move(info)), makeScene_(std::move(makeScene)) {}
 
   const CameraInfo& info() const { return info_; }
@@ -52,11 +52,11 @@ class DemoCamera {
   }
 
   const CameraInfo info_;
-  const std::function<std::unique_ptr<Scene>()> makeScene_;
+  const std::function<std::unique_ptr<DemoScene>()> makeScene_;
   const Clock::time_point begin_ = Clock::now();
   FramePool pool_{static_cast<std::size_t>(stride) * sceneHeight};
   std::once_flag once_;
-  std::unique_ptr<Scene> scene_;
+  std::unique_ptr<DemoScene> scene_;
 };
 
 class DemoCameras final : public CameraDriver {

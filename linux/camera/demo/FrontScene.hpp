@@ -4,12 +4,12 @@
 #include <vector>
 
 #include "linux/camera/demo/Canvas.hpp"
-#include "linux/camera/demo/Scene.hpp"
+#include "linux/camera/demo/DemoScene.hpp"
 
 namespace nivlo {
 
 /// Somebody looks into the camera, blinks and waves now and then; there are no codes.
-class FrontScene final : public Scene {
+class FrontScene final : public DemoScene {
  public:
   FrontScene();
   void draw(cairo_t* cairo, double seconds) const override;

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 /// "format text" of each code that is shown; formats in the order in which ZXing names them.
-std::vector<std::string> codesIn(const Scene& scene, double seconds) {
+std::vector<std::string> codesIn(const DemoScene& scene, double seconds) {
   const Layer surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, sceneWidth, sceneHeight));
   scene.draw(drawOn(surface).get(), seconds);
   cairo_surface_flush(surface.get());
