@@ -1,6 +1,8 @@
 # nivlo_wayland_protocol(TARGET XML): gives the target a Wayland protocol's client side, to be included as
 # "<name of the XML>-client-protocol.h".
 pkg_get_variable(WAYLAND_SCANNER wayland-scanner wayland_scanner)
+# For clang-tidy, which reads sources that nothing has been built of.
+add_custom_target(protocols)
 
 function(nivlo_wayland_protocol target xml)
   get_filename_component(name ${xml} NAME_WE)
@@ -13,5 +15,7 @@ function(nivlo_wayland_protocol target xml)
   set_source_files_properties(${code} PROPERTIES COMPILE_OPTIONS "-include;${header};-Wno-attributes"
     OBJECT_DEPENDS ${header})
   target_sources(${target} PRIVATE ${code} ${header})
+  add_custom_target(${name}-protocol DEPENDS ${header})
+  add_dependencies(protocols ${name}-protocol)
   target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
 endfunction()

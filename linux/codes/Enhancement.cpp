@@ -14,7 +14,7 @@ namespace {
 constexpr int kPart = 24;
 // The mean distance from the mean that is aimed at, and the least that is more than noise.
 constexpr int kContrast = 50;
-constexpr int kLeastContrast = 6;
+constexpr int kLeastOverNoise = 6;
 
 /// The picture with each pixel the mean of about a part's area around it.
 void blur(const LumaPicture& picture, LumaBuffer& parts, LumaBuffer& blurred) {
@@ -75,7 +75,7 @@ void evenContrast(const LumaPicture& picture, LumaBuffer& even) {
   blur(even.picture(), parts, contrast);
   std::array<int, 256> gain;
   for (int spread = 0; spread < 256; ++spread)
-    gain[spread] = 256 * kContrast / std::max(kLeastContrast, spread);
+    gain[spread] = 256 * kContrast / std::max(kLeastOverNoise, spread);
   for (int y = 0; y < picture.height; ++y) {
     const std::uint8_t* in = picture.row(y);
     const std::uint8_t* around = mean.row(y);

@@ -13,7 +13,7 @@ namespace nivlo {
 namespace {
 
 // More than any camera has; keeps every product of a size and a pixel's bytes within an int.
-constexpr int kLongestSide = 1 << 20;
+constexpr int kLongestFrameSide = 1 << 20;
 
 int bytesPerPixel(PixelFormat format) {
   switch (format) {
@@ -35,7 +35,8 @@ bool holdsPicture(const VideoFrame& frame) {
   const Plane& plane = frame.planes[0];
   const int bytes = bytesPerPixel(frame.format);
   if (!plane.data || bytes == 0) return false;
-  if (frame.width < 1 || frame.height < 1 || frame.width > kLongestSide || frame.height > kLongestSide)
+  if (frame.width < 1 || frame.height < 1 || frame.width > kLongestFrameSide ||
+      frame.height > kLongestFrameSide)
     return false;
   return plane.stride >= frame.width * bytes && plane.stride <= INT_MAX / frame.height;
 }

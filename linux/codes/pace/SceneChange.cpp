@@ -14,12 +14,12 @@ namespace {
 // it.
 constexpr int kNoise = 4;
 // Of four rows one tells enough, and is converted in a quarter of the time.
-constexpr int kRowStep = 4;
+constexpr int kSampledRowStep = 4;
 
 VideoFrame someRowsOf(VideoFrame frame) {
-  frame.height /= kRowStep;
+  frame.height /= kSampledRowStep;
   frame.planes[0].stride =
-      frame.planes[0].stride <= INT_MAX / kRowStep ? frame.planes[0].stride * kRowStep : 0;
+      frame.planes[0].stride <= INT_MAX / kSampledRowStep ? frame.planes[0].stride * kSampledRowStep : 0;
   return frame;
 }
 
