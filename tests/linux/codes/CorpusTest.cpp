@@ -8,6 +8,7 @@
 
 #include "linux/camera/ImageFile.hpp"
 #include "linux/codes/ZXingCodeReader.hpp"
+#include "linux/codes/process/Sanitized.hpp"
 #include "tests/linux/codes/Corpus.hpp"
 
 namespace nivlo::test {
@@ -15,26 +16,27 @@ namespace nivlo::test {
 namespace {
 
 struct Tally {
-  int read = 0;
+  int missed = 0;
   int misread = 0;
 };
 
-/// Of each type, evenly chosen: enough to notice a change, few enough to run under a sanitizer.
-constexpr std::size_t kPhotosOfAType = 12;
-// What one second of looks reads of them, and in how many pictures it reads anything else. Only ever to be
-// improved.
-const std::map<std::string, Tally> kExpected = {
+/// Of each type, evenly chosen: enough to notice a change. Under a sanitizer, where each takes ten times as
+/// long, some of them.
+constexpr std::size_t kPhotosOfAType = kSanitized ? 4 : 12;
+// In how many of twelve pictures one second of looks misses the code, and in how many it reads anything else.
+// Only ever to be improved.
+const std::map<std::string, Tally> kMostAllowed = {
     {"-", {0, 0}},
-    {"com.intermec.Code93", {9, 0}},
+    {"com.intermec.Code93", {0, 0}},
     // One photo shows another book's code than its expected text is of.
-    {"org.gs1.EAN-13", {11, 1}},
-    {"org.gs1.EAN-8", {12, 0}},
-    {"org.gs1.UPC-E", {11, 0}},
-    {"org.iso.Aztec", {9, 0}},
-    {"org.iso.Code128", {12, 0}},
-    {"org.iso.Code39", {12, 0}},
-    {"org.iso.PDF417", {12, 0}},
-    {"org.iso.QRCode", {11, 0}},
+    {"org.gs1.EAN-13", {1, 1}},
+    {"org.gs1.EAN-8", {0, 0}},
+    {"org.gs1.UPC-E", {1, 0}},
+    {"org.iso.Aztec", {0, 0}},
+    {"org.iso.Code128", {0, 0}},
+    {"org.iso.Code39", {0, 0}},
+    {"org.iso.PDF417", {0, 0}},
+    {"org.iso.QRCode", {0, 0}},
 };
 
 std::map<std::string, std::vector<Photo>> chosenPhotos() {
@@ -55,28 +57,33 @@ Tally lookedAt(const Photo& photo) {
   if (!image.frame) return {};
   const auto reader = makeZXingCodeReaderDriver()->makeReader();
   VideoFrame frame = *image.frame;
-  Tally tally;
+  Tally tally{photo.type == "-" ? 0 : 1, 0};
   for (int look = 0; look < 10; ++look, frame.captureTime += std::chrono::milliseconds(100)) {
-    for (const DecodedCode& code : reader->look(frame))
-      (isRight(code, photo) ? tally.read : tally.misread) = 1;
+    for (const DecodedCode& code : reader->look(frame)) {
+      if (isRight(code, photo))
+        tally.missed = 0;
+      else
+        tally.misread = 1;
+    }
   }
   return tally;
 }
 
-TEST(Corpus, ReadsNoFewerPhotosAndMisreadsNoMoreThanBefore) {
+TEST(Corpus, MissesAndMisreadsNoMorePhotosThanBefore) {
   const auto photos = chosenPhotos();
   if (photos.empty()) GTEST_SKIP() << "no photos at " NIVLO_CORPUS_DIR;
-  for (const auto& [type, expected] : kExpected) {
+  for (const auto& [type, allowed] : kMostAllowed) {
     Tally tally;
     for (const Photo& photo : photos.at(type)) {
       const Tally one = lookedAt(photo);
-      tally.read += one.read;
+      tally.missed += one.missed;
       tally.misread += one.misread;
     }
-    EXPECT_GE(tally.read, expected.read) << type;
-    EXPECT_LE(tally.misread, expected.misread) << type;
-    if (tally.read > expected.read || tally.misread < expected.misread)
-      std::cout << type << " is better than expected: " << tally.read << " read, " << tally.misread
+    EXPECT_LE(tally.missed, allowed.missed) << type;
+    EXPECT_LE(tally.misread, allowed.misread) << type;
+    const bool isBetter = tally.missed < allowed.missed || tally.misread < allowed.misread;
+    if (isBetter && !kSanitized)
+      std::cout << type << " is better than allowed for: " << tally.missed << " missed, " << tally.misread
                 << " misread\n";
   }
 }
