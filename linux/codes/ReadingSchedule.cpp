@@ -8,7 +8,6 @@
 #include "linux/codes/QRGridStrategy.hpp"
 #include "linux/codes/RetailBarsDecoder.hpp"
 #include "linux/codes/WindowStrategy.hpp"
-#include "linux/codes/ZBarDecoder.hpp"
 #include "linux/codes/ZXingDecoder.hpp"
 
 namespace nivlo {
@@ -39,7 +38,6 @@ ReadingSchedule makeReadingSchedule() {
   constexpr int kBands = 12;
   // Of 1280x720: for what shows in smaller pictures too, or costs more.
   constexpr double kHalf = 900 * 510;
-  constexpr double kQuarter = 640 * 360;
   const Decoder matrix = zxing(Matrix, Quick);
   const Decoder lines = zxing(Linear, Upright);
   ReadingSchedule schedule;
@@ -62,8 +60,7 @@ ReadingSchedule makeReadingSchedule() {
   add(aztec(8));
   add(std::make_unique<AztecGridStrategy>(zxing(Symbologies::Aztec, Quick)));
   add(window({.rows = kScanLines, .enhancement = EvenContrast}, lines));
-  add(bars({.scale = 1, .enhancement = Sharp}, zbarBars()));
-  add(window({.mostPixels = kQuarter}, zbarQRCodes()));
+  add(bars({.scale = 2}, lines));
   add(bars({.scale = 1, .rows = kBands}, retailBars()));
   add(bars({.scale = 2, .enhancement = EvenContrast}, lines));
   add(window({.mostPixels = kHalf, .enhancement = Inverted}, zxing(Matrix, Upright)));

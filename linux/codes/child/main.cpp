@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include "linux/codes/child/Cage.hpp"
-#include "linux/codes/child/CharacterSets.hpp"
 #include "linux/codes/child/Service.hpp"
 
 namespace nivlo {
@@ -33,7 +32,6 @@ int run() {
     return kUsage;
   }
   close(kReaderPicture);
-  const LoadedCharacterSets characterSets;
   try {
     warmUp();
     enterCage();

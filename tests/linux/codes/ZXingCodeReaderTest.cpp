@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <zint.h>
 
-#include "linux/codes/ZBarDecoder.hpp"
 #include "linux/codes/ZXingCodeReader.hpp"
 #include "linux/codes/ZXingDecoder.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
@@ -157,23 +156,6 @@ TEST(ZXingCodeReader, ReadsALightAztecCodeAside) {
   const GreyPicture code = inverted(drawCode(BARCODE_AZTEC, "night train"));
   EXPECT_THAT(firstFind(frameOf(turnedBy(30, code, {900, 250}))),
               ElementsAre(Code("org.iso.Aztec", "night train")));
-}
-
-TEST(ZBarDecoder, SeesTheSameCornersAsZXing) {
-  GreyPicture code = drawCode(BARCODE_QRCODE, "second opinion");
-  for (int quarter = 0; quarter < 4; ++quarter, code = turned(code)) {
-    const LumaPicture picture{code.pixels.data(), code.width, code.height, code.width};
-    const auto first = zxing(Symbologies::Matrix, Effort::Quick).read(picture);
-    const auto second = zbarQRCodes().read(picture);
-    ASSERT_EQ(first.size(), 1u);
-    ASSERT_EQ(second.size(), 1u);
-    EXPECT_EQ(first[0].text, second[0].text);
-    for (int i = 0; i < 4; ++i)
-      EXPECT_LT(std::hypot(first[0].outline[i].x - second[0].outline[i].x,
-                           first[0].outline[i].y - second[0].outline[i].y),
-                8)
-          << quarter << " " << i;
-  }
 }
 
 TEST(ZXingCodeReader, CornersStartAtTheCodesOwnTopLeftHoweverItIsTurned) {
