@@ -1,25 +1,26 @@
-// Reads Aztec codes anywhere in the picture, also aslant.
+// Reads Aztec codes wherever in the picture they are.
 #pragma once
 
+#include "linux/codes/Decoder.hpp"
+#include "linux/codes/LumaPicture.hpp"
 #include "linux/codes/ReadingStrategy.hpp"
-#include "linux/codes/ZXingDecoder.hpp"
 
 namespace nivlo {
 
-/// Finds the middle of a code by itself, straightens what is around it and reads that: ZXing finds an Aztec
-/// code only where it covers the middle of the picture and is hardly turned.
+/// Follows the modules from a code's bullseye outwards, and reads a drawing of what they are. ZXing finds
+/// Aztec codes in the middle of a picture only, and lays a flat grid over them; runes it does not know.
 class AztecStrategy : public ReadingStrategy {
  public:
-  explicit AztecStrategy(int pixelsPerModule);
+  explicit AztecStrategy(Decoder decoder) : decoder_(std::move(decoder)) {}
 
   std::vector<Reading> read(Scene& scene) override;
   double cost(Scene& scene) const override;
 
  private:
-  int pixelsPerModule_;
-  Decoder decoder_ = zxing(Symbologies::Aztec, Effort::Upright);
-  LumaBuffer straight_;
-  LumaBuffer negative_;
+  std::vector<Reading> follow(const LumaPicture& picture, const Bullseye& bullseye, int across);
+
+  Decoder decoder_;
+  LumaBuffer drawing_;
 };
 
 }  // namespace nivlo

@@ -25,13 +25,13 @@ constexpr int kSurroundings = 4;
 // Of a module, a node may lie from where it is expected, and when it is looked at again.
 constexpr double kFirstRoom = 0.7;
 constexpr double kLaterRoom = 0.35;
-constexpr int kLaterRounds = 2;
+constexpr int kLaterRounds = 1;
 // In which the room is gone through, each way.
 constexpr int kSteps = 3;
 // What unrest must be saved by a pixel's way from the expected place, squared.
 constexpr double kStiffness = 1.2;
 // Nodes to each side that tell where the next one is expected, and how much a slope of them is doubted.
-constexpr int kReach = 3;
+constexpr int kNodesConsidered = 3;
 constexpr double kFlatness = 0.1;
 
 // Of QR codes (ISO/IEC 18004), in modules from the code's edge.
@@ -42,7 +42,7 @@ constexpr int kAlignmentReach = 6;
 constexpr double kLeastLikeness = 0.7;
 constexpr double kAlignmentDoubt = 0.2;
 // Of its 25 modules together, so that noise on paper is no pattern.
-constexpr double kLeastContrast = 25;
+constexpr double kLeastPatternContrast = 25;
 
 CGPoint sum(CGPoint a, CGPoint b) { return {a.x + b.x, a.y + b.y}; }
 
@@ -145,7 +145,7 @@ std::optional<ModuleGrid::Sighting> ModuleGrid::findAlignment(bool lightOnDark) 
         }
       }
       const double value =
-          likeness / (contrast + kLeastContrast) - kAlignmentDoubt * std::hypot(dx, dy) / reach;
+          likeness / (contrast + kLeastPatternContrast) - kAlignmentDoubt * std::hypot(dx, dy) / reach;
       if (value > best) {
         best = value;
         found = Sighting{place, toPicture_(CGPoint{(place.x + kBorder) * kModule + dx,
@@ -196,8 +196,10 @@ void ModuleGrid::follow(const std::vector<Sighting>& known) {
 ModuleGrid::Slope ModuleGrid::slopeAt(int column, int row) const {
   double n = 0, x = 0, y = 0, xx = kFlatness, yy = kFlatness, xy = 0;
   CGPoint s, sx, sy;
-  for (int v = std::max(0, row - kReach); v <= std::min(nodesAcross_ - 1, row + kReach); ++v) {
-    for (int u = std::max(0, column - kReach); u <= std::min(nodesAcross_ - 1, column + kReach); ++u) {
+  for (int v = std::max(0, row - kNodesConsidered); v <= std::min(nodesAcross_ - 1, row + kNodesConsidered);
+       ++v) {
+    for (int u = std::max(0, column - kNodesConsidered);
+         u <= std::min(nodesAcross_ - 1, column + kNodesConsidered); ++u) {
       if ((u == column && v == row) || !node(u, v).isKnown) continue;
       const double dx = u - column;
       const double dy = v - row;

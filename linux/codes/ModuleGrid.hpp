@@ -16,7 +16,7 @@ namespace nivlo {
 class ModuleGrid {
  public:
   /// What it takes to follow and to draw it and to read the drawing, as ReadingStrategy::cost counts it.
-  static double cost(int modules) { return 600.0 * modules * modules; }
+  static double cost(int modules) { return 500.0 * modules * modules; }
 
   /// As the outline has it, which is that of `modules` by `modules` of them, from 4 on.
   ModuleGrid(const LumaPicture& picture, const Quad& outline, int modules);

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "linux/codes/AztecGridStrategy.hpp"
 #include "linux/codes/AztecStrategy.hpp"
 #include "linux/codes/BarsStrategy.hpp"
 #include "linux/codes/QRGridStrategy.hpp"
@@ -20,10 +19,6 @@ std::unique_ptr<ReadingStrategy> window(Window window, Decoder decoder) {
 
 std::unique_ptr<ReadingStrategy> bars(BarsView view, Decoder decoder) {
   return std::make_unique<BarsStrategy>(view, std::move(decoder));
-}
-
-std::unique_ptr<ReadingStrategy> aztec(int pixelsPerModule) {
-  return std::make_unique<AztecStrategy>(pixelsPerModule);
 }
 
 }  // namespace
@@ -46,9 +41,9 @@ ReadingSchedule makeReadingSchedule() {
   };
   add(window({}, zxing(All, Quick)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
+  add(std::make_unique<AztecStrategy>(zxing(Symbologies::Aztec, Quick)));
   add(bars({.scale = 1.5}, lines));
   add(bars({.scale = 2, .rows = kBands}, retailBars()));
-  add(aztec(6));
   add(std::make_unique<QRGridStrategy>(zxing(Matrix, Quick)));
   add(window({}, zxing(Linear, Thorough)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
@@ -57,8 +52,6 @@ ReadingSchedule makeReadingSchedule() {
   add(bars({.scale = 1, .rows = kAllRows}, zxing(Bars, Upright)));
   add(window({.scale = 2, .mostPixels = kHalf, .enhancement = Sharp}, matrix));
   add(bars({.scale = 1, .enhancement = EvenContrast}, lines));
-  add(aztec(8));
-  add(std::make_unique<AztecGridStrategy>(zxing(Symbologies::Aztec, Quick)));
   add(window({.rows = kScanLines, .enhancement = EvenContrast}, lines));
   add(bars({.scale = 2}, lines));
   add(bars({.scale = 1, .rows = kBands}, retailBars()));

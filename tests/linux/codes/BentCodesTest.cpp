@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <zint.h>
 
-#include "linux/codes/AztecGridStrategy.hpp"
+#include "linux/codes/AztecStrategy.hpp"
 #include "linux/codes/QRGridStrategy.hpp"
 #include "linux/codes/Scene.hpp"
 #include "linux/codes/ZXingDecoder.hpp"
@@ -82,7 +82,7 @@ TEST(BentCodes, AreReadWhereAFlatGridDoesNotFit) {
   const std::string text = "https://example.org/cloth?folded=in+many+ways";
   const Decoder decoder = zxing(Symbologies::Matrix, Effort::Thorough);
   QRGridStrategy qr(decoder);
-  AztecGridStrategy aztec(decoder);
+  AztecStrategy aztec(decoder);
   const auto expectRead = [&](ReadingStrategy& strategy, const GreyPicture& picture, int turns) {
     EXPECT_THAT(decoder.read(viewOf(picture)), IsEmpty()) << "flat enough to be read as it is";
     Scene scene(viewOf(picture));
@@ -103,7 +103,7 @@ TEST(BentCodes, AreReadWhereAFlatGridDoesNotFit) {
 
 TEST(BentCodes, InkThatRanOrFadedChangesNoModule) {
   const GreyPicture code = folded(drawCode(BARCODE_AZTEC, "ink"));
-  AztecGridStrategy aztec(zxing(Symbologies::Aztec, Effort::Quick));
+  AztecStrategy aztec(zxing(Symbologies::Aztec, Effort::Quick));
   for (const bool more : {true, false}) {
     const GreyPicture printed = withInk(code, more);
     Scene scene(viewOf(printed));
@@ -112,7 +112,7 @@ TEST(BentCodes, InkThatRanOrFadedChangesNoModule) {
 }
 
 TEST(AztecRunes, AreReadHoweverTheyLieAndNothingElseIsOne) {
-  AztecGridStrategy aztec({[](const LumaPicture&) { return std::vector<Reading>(); }, costOfPixels(0)});
+  AztecStrategy aztec({[](const LumaPicture&) { return std::vector<Reading>(); }, costOfPixels(0)});
   for (const char* number : {"0", "25", "170", "255"}) {
     GreyPicture rune = drawCode(BARCODE_AZRUNE, number);
     for (int turns = 0; turns < 4; ++turns, rune = turned(rune)) {
