@@ -48,7 +48,6 @@ ReadingSchedule makeReadingSchedule() {
   add(window({}, zxing(Linear, Thorough)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
   add(window({.scale = 0.5}, zxing(All, Thorough)));
-  add(window({.scale = 2, .rows = kScanLines, .enhancement = Sharp}, lines));
   add(bars({.scale = 1, .rows = kAllRows}, zxing(Bars, Upright)));
   add(window({.scale = 2, .mostPixels = kHalf, .enhancement = Sharp}, matrix));
   add(bars({.scale = 1, .enhancement = EvenContrast}, lines));
