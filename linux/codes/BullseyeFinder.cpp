@@ -4,9 +4,9 @@
 #include <cmath>
 #include <optional>
 
-#include "linux/codes/LocalThreshold.hpp"
 #include "linux/codes/NestedSquares.hpp"
 #include "linux/codes/PerspectiveMap.hpp"
+#include "linux/codes/RunScan.hpp"
 
 namespace nivlo {
 
@@ -18,7 +18,6 @@ constexpr int kMostCandidates = 64;
 // Across the middle, alternately dark and light, each a module wide; larger codes have more.
 constexpr int kRuns = 7;
 constexpr double kNarrowestRun = 1.5;
-constexpr int kRowsLookedAt = 360;
 
 /// Whether the edges bound runs of about equal width. Ink that ran makes dark runs wider and light ones
 /// narrower, so a run is compared together with its neighbour.
@@ -32,26 +31,20 @@ bool areEven(const int* edges) {
   return true;
 }
 
-struct Candidate {
-  CGPoint centre;
-  double module = 0;
-};
-
 /// The square whose edge every ray from the centre crosses as its `edge`th.
-std::optional<Quad> squareAt(const LumaPicture& picture, const Candidate& candidate, double threshold,
-                             int edge) {
-  return squareAround(picture, candidate.centre, threshold, edge, candidate.module * (edge - 0.5));
+std::optional<Quad> squareAt(const LumaPicture& picture, const RunsMiddle& middle, int edge) {
+  return squareAround(picture, middle.place, middle.threshold, edge, middle.module * (edge - 0.5));
 }
 
-std::optional<Bullseye> bullseyeAt(const LumaPicture& picture, const Candidate& candidate, int threshold) {
-  const bool light = lumaAt(picture, candidate.centre) > threshold;
-  const auto inner = squareAt(picture, candidate, threshold, 4);
-  const auto innermost = inner ? squareAt(picture, candidate, threshold, 2) : std::nullopt;
+std::optional<Bullseye> bullseyeAt(const LumaPicture& picture, const RunsMiddle& middle) {
+  const bool light = lumaAt(picture, middle.place) > middle.threshold;
+  const auto inner = squareAt(picture, middle, 4);
+  const auto innermost = inner ? squareAt(picture, middle, 2) : std::nullopt;
   if (!innermost || std::abs(std::sqrt(areaOf(*innermost) / areaOf(*inner)) - 3.0 / 7) > 0.1)
     return std::nullopt;
   Bullseye bullseye{*inner, 7, light};
   // Codes of more than four layers have two squares more, which tell the perspective better.
-  const auto outer = squareAt(picture, candidate, threshold, 6);
+  const auto outer = squareAt(picture, middle, 6);
   const double ratio = outer ? std::sqrt(areaOf(*outer) / areaOf(*inner)) : 0;
   if (std::abs(ratio - 11.0 / 7) < 0.12) bullseye = {*outer, 11, light};
   return bullseye;
@@ -68,29 +61,15 @@ Quad squareAround(const Bullseye& bullseye, double modules) {
 
 std::vector<Bullseye> findBullseyes(const LumaPicture& picture) {
   std::vector<Bullseye> found;
-  const LocalThreshold threshold(picture);
-  const int step = std::max(1, picture.height / kRowsLookedAt);
   int candidates = 0;
-  std::vector<int> edges;
-  std::vector<int> upright;
-  for (int y = step / 2; y < picture.height; y += step) {
-    threshold.findEdges(y, edges);
-    for (std::size_t i = 0; i + kRuns < edges.size(); ++i) {
-      if (!areEven(&edges[i])) continue;
-      const Candidate candidate{{(edges[i + 3] + edges[i + 4] - 1) / 2.0, static_cast<double>(y)},
-                                static_cast<double>(edges[i + kRuns] - edges[i]) / kRuns};
-      const bool known = std::any_of(found.begin(), found.end(), [&](const Bullseye& other) {
-        return distanceBetween(centreOf(other.outline), candidate.centre) < 4 * candidate.module;
-      });
-      const int limit = threshold.at(static_cast<int>(candidate.centre.x), y);
-      const int farthest = static_cast<int>(candidate.module * kRuns);
-      if (known || !threshold.findEdgesAbout(candidate.centre, farthest, kRuns + 1, upright) ||
-          !areEven(upright.data()))
-        continue;
-      if (const auto bullseye = bullseyeAt(picture, candidate, limit)) found.push_back(*bullseye);
-      if (found.size() == kMostBullseyes || ++candidates == kMostCandidates) return found;
-    }
-  }
+  findRuns(picture, {kRuns, kRuns, areEven}, [&](const RunsMiddle& middle) {
+    const bool isKnown = std::any_of(found.begin(), found.end(), [&](const Bullseye& other) {
+      return distanceBetween(centreOf(other.outline), middle.place) < 4 * middle.module;
+    });
+    if (isKnown) return true;
+    if (const auto bullseye = bullseyeAt(picture, middle)) found.push_back(*bullseye);
+    return found.size() < kMostBullseyes && ++candidates < kMostCandidates;
+  });
   return found;
 }
 

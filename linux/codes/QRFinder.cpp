@@ -4,8 +4,8 @@
 #include <cmath>
 #include <optional>
 
-#include "linux/codes/LocalThreshold.hpp"
 #include "linux/codes/NestedSquares.hpp"
+#include "linux/codes/RunScan.hpp"
 
 namespace nivlo {
 
@@ -15,7 +15,6 @@ constexpr std::size_t kMostPlaces = 2;
 constexpr std::size_t kMostSquares = 9;
 // Bounds the work on a picture of noise.
 constexpr int kMostCandidates = 24;
-constexpr int kRowsLookedAt = 360;
 // Of a finder pattern through its middle, dark and light in turns, in modules.
 constexpr std::array<int, 5> kRuns{1, 1, 3, 1, 1};
 constexpr int kModules = 7;
@@ -39,41 +38,26 @@ bool areOfFinder(const int* edges) {
   return true;
 }
 
-std::optional<FinderSquare> finderAt(const LumaPicture& picture, CGPoint centre, double module,
-                                     int threshold) {
-  const auto outer = squareAround(picture, centre, threshold, 3, 3.5 * module);
-  const auto inner = outer ? squareAround(picture, centre, threshold, 1, 1.5 * module) : std::nullopt;
+std::optional<FinderSquare> finderAt(const LumaPicture& picture, const RunsMiddle& middle) {
+  const auto& [place, module, threshold] = middle;
+  const auto outer = squareAround(picture, place, threshold, 3, 3.5 * module);
+  const auto inner = outer ? squareAround(picture, place, threshold, 1, 1.5 * module) : std::nullopt;
   if (!inner || std::abs(std::sqrt(areaOf(*inner) / areaOf(*outer)) - 3.0 / kModules) > 0.1)
     return std::nullopt;
-  return FinderSquare{*outer, centreOf(*outer), lumaAt(picture, centre) > threshold};
+  return FinderSquare{*outer, centreOf(*outer), lumaAt(picture, place) > threshold};
 }
 
 std::vector<FinderSquare> findSquares(const LumaPicture& picture) {
   std::vector<FinderSquare> found;
-  const LocalThreshold threshold(picture);
-  const int step = std::max(1, picture.height / kRowsLookedAt);
   int candidates = 0;
-  std::vector<int> edges;
-  std::vector<int> upright;
-  for (int y = step / 2; y < picture.height; y += step) {
-    threshold.findEdges(y, edges);
-    for (std::size_t i = 0; i + kRuns.size() < edges.size(); ++i) {
-      if (!areOfFinder(&edges[i])) continue;
-      const CGPoint centre{(edges[i + 2] + edges[i + 3] - 1) / 2.0, static_cast<double>(y)};
-      const double module = static_cast<double>(edges[i + kRuns.size()] - edges[i]) / kModules;
-      const bool known = std::any_of(found.begin(), found.end(), [&](const FinderSquare& other) {
-        return distanceBetween(other.centre, centre) < 4 * module;
-      });
-      if (known) continue;
-      const int farthest = static_cast<int>(module * kModules);
-      if (!threshold.findEdgesAbout(centre, farthest, kRuns.size() + 1, upright) ||
-          !areOfFinder(upright.data()))
-        continue;
-      const int limit = threshold.at(static_cast<int>(centre.x), y);
-      if (const auto square = finderAt(picture, centre, module, limit)) found.push_back(*square);
-      if (found.size() == kMostSquares || ++candidates == kMostCandidates) return found;
-    }
-  }
+  findRuns(picture, {kRuns.size(), kModules, areOfFinder}, [&](const RunsMiddle& middle) {
+    const bool isKnown = std::any_of(found.begin(), found.end(), [&](const FinderSquare& other) {
+      return distanceBetween(other.centre, middle.place) < 4 * middle.module;
+    });
+    if (isKnown) return true;
+    if (const auto square = finderAt(picture, middle)) found.push_back(*square);
+    return found.size() < kMostSquares && ++candidates < kMostCandidates;
+  });
   return found;
 }
 
