@@ -16,6 +16,8 @@ constexpr std::array<int, 3> kSizesTried{0, 4, -4};
 constexpr int kMostModulesFollowed = 73;
 constexpr double kFinder = 7;
 
+bool isFollowed(int modules) { return modules >= kLeastQRModules && modules <= kMostModulesFollowed; }
+
 /// Where the finders' corners are.
 std::vector<ModuleGrid::Sighting> sightings(const QRPlace& place, int modules) {
   const double far = modules - kFinder;
@@ -46,7 +48,7 @@ std::vector<Reading> QRGridStrategy::read(Scene& scene) {
   for (const QRPlace& place : scene.qrPlaces()) {
     for (const int change : kSizesTried) {
       const int modules = place.modules + change;
-      if (modules < kLeastQRModules || modules > kMostModulesFollowed) continue;
+      if (!isFollowed(modules)) continue;
       ModuleGrid grid(scene.picture(), place.outline, modules);
       std::vector<ModuleGrid::Sighting> known = sightings(place, modules);
       if (const auto alignment = grid.findAlignment(place.lightOnDark)) {
@@ -68,7 +70,12 @@ std::vector<Reading> QRGridStrategy::read(Scene& scene) {
 
 double QRGridStrategy::cost(Scene& scene) const {
   double cost = 0;
-  for (const QRPlace& place : scene.qrPlaces()) cost += kSizesTried.size() * ModuleGrid::cost(place.modules);
+  for (const QRPlace& place : scene.qrPlaces()) {
+    for (const int change : kSizesTried) {
+      const int modules = place.modules + change;
+      if (isFollowed(modules)) cost += ModuleGrid::cost(modules);
+    }
+  }
   return cost;
 }
 
