@@ -81,9 +81,10 @@ Grid gridOf(const LumaPicture& picture) {
   grid.rows = std::max(0, (picture.height - 2) / grid.blockSide);
   grid.blocks.reserve(static_cast<std::size_t>(grid.columns) * grid.rows);
   for (int row = 0; row < grid.rows; ++row) {
-    for (int column = 0; column < grid.columns; ++column)
+    for (int column = 0; column < grid.columns; ++column) {
       grid.blocks.push_back(
           blockOf(picture, 1 + column * grid.blockSide, 1 + row * grid.blockSide, grid.blockSide));
+    }
   }
   return grid;
 }

@@ -145,6 +145,7 @@ class SymbolReader {
 std::vector<Reading> readRetailBars(const LumaPicture& picture) {
   if (picture.width < 2) return {};
   std::vector<BarProfile> profiles;
+  profiles.reserve(picture.height);
   for (int y = 0; y < picture.height; ++y) profiles.emplace_back(picture.row(y), picture.width);
   for (const RetailSymbol* symbol : {&ean13Symbol(), &ean8Symbol(), &upceSymbol()}) {
     SymbolReader reader(*symbol);
