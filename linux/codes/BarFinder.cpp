@@ -33,6 +33,9 @@ constexpr std::size_t kMostJoined = 4;
 // their height they have in common.
 constexpr double kMostGap = 0.25;
 constexpr double kLeastShared = 0.6;
+// Of PDF417 only the patterns at both ends may show, as high as each other.
+constexpr double kMostGapOfEnds = 12;
+constexpr double kLeastHeightOfEnds = 0.8;
 
 /// The structure tensor's direction and strength in one block.
 struct Block {
@@ -193,26 +196,59 @@ Quad rectangleOf(const Cluster& cluster, int blockSide) {
   return axes.rectangle(u, v);
 }
 
-/// The rectangle around two parts of one code, lying as the first, the larger; of no size where they cannot
+struct Extent {
+  Interval u, v;
+};
+
+Extent extentOf(const Quad& region, const Axes& axes) {
+  Extent extent;
+  for (const CGPoint& corner : region) {
+    extent.u.include(axes.u(corner));
+    extent.v.include(axes.v(corner));
+  }
+  return extent;
+}
+
+Quad rectangleAround(const Quad& first, const Quad& second, const Axes& axes) {
+  const Extent one = extentOf(first, axes);
+  const Extent other = extentOf(second, axes);
+  return axes.rectangle({std::min(one.u.low, other.u.low), std::max(one.u.high, other.u.high)},
+                        {std::min(one.v.low, other.v.low), std::max(one.v.high, other.v.high)});
+}
+
+/// The axis across the bars runs from the first to the second, within 90 degrees of left to right.
+Axes axesThrough(CGPoint first, CGPoint second) {
+  const double length = distanceBetween(first, second) * (second.x < first.x ? -1 : 1);
+  return {{(second.x - first.x) / length, (second.y - first.y) / length}};
+}
+
+/// The rectangle around two parts of one code, of which the first is the larger; of no size where they cannot
 /// be that.
 Quad joined(const Quad& first, const Quad& second) {
-  const double length = distanceBetween(first[0], first[1]);
-  const Axes axes{{(first[1].x - first[0].x) / length, (first[1].y - first[0].y) / length}};
+  const Axes axes = axesThrough(first[0], first[1]);
   const double turn =
       std::atan2(axes.v(second[1]) - axes.v(second[0]), axes.u(second[1]) - axes.u(second[0]));
   if (turnBetween(std::abs(turn), 0) > kMostTurn) return {};
-  Interval u, v, otherU, otherV;
-  for (int i = 0; i < 4; ++i) {
-    u.include(axes.u(first[i]));
-    v.include(axes.v(first[i]));
-    otherU.include(axes.u(second[i]));
-    otherV.include(axes.v(second[i]));
-  }
-  const double gap = std::max(u.low, otherU.low) - std::min(u.high, otherU.high);
-  const double shared = std::min(v.high, otherV.high) - std::max(v.low, otherV.low);
-  if (gap > kMostGap * length || shared < kLeastShared * std::max(v.length(), otherV.length())) return {};
-  return axes.rectangle({std::min(u.low, otherU.low), std::max(u.high, otherU.high)},
-                        {std::min(v.low, otherV.low), std::max(v.high, otherV.high)});
+  const Extent one = extentOf(first, axes);
+  const Extent other = extentOf(second, axes);
+  const double gap = std::max(one.u.low, other.u.low) - std::min(one.u.high, other.u.high);
+  const double shared = std::min(one.v.high, other.v.high) - std::max(one.v.low, other.v.low);
+  const double height = std::max(one.v.length(), other.v.length());
+  if (gap <= kMostGap * one.u.length() && shared >= kLeastShared * height)
+    return rectangleAround(first, second, axes);
+  // How ends that are far from each other lie tells the direction better than their bars do.
+  const Axes through = axesThrough(centreOf(first), centreOf(second));
+  const Extent left = extentOf(first, through);
+  const Extent right = extentOf(second, through);
+  const bool areFar = gap > kMostGap * one.u.length() && gap <= kMostGapOfEnds * one.u.length();
+  const bool areHigh = left.v.length() > left.u.length() && right.v.length() > right.u.length();
+  const double ratio = left.v.length() / right.v.length();
+  const double angle =
+      std::atan2(through.across.y, through.across.x) - std::atan2(axes.across.y, axes.across.x);
+  if (!areFar || !areHigh || ratio < kLeastHeightOfEnds || ratio * kLeastHeightOfEnds > 1 ||
+      turnBetween(std::abs(angle), 0) > kMostTurn)
+    return {};
+  return rectangleAround(first, second, through);
 }
 
 bool isLarger(const Quad& first, const Quad& second) { return areaOf(first) > areaOf(second); }

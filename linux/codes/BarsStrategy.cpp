@@ -6,6 +6,7 @@
 
 #include <libyuv/scale.h>
 
+#include "linux/codes/BarLean.hpp"
 #include "linux/codes/PerspectiveMap.hpp"
 
 namespace nivlo {
@@ -42,7 +43,7 @@ BarsStrategy::BarsStrategy(BarsView view, Decoder decoder) : view_(view), decode
 std::vector<Reading> BarsStrategy::read(Scene& scene) {
   std::vector<Reading> readings;
   for (const Quad& bars : scene.bars()) {
-    const Quad region = withMargins(bars);
+    const Quad region = withMargins(view_.isUprighted ? uprighted(scene.picture(), bars) : bars);
     const LumaPicture upright = drawn(scene.picture(), region);
     const PerspectiveMap toPicture(upright.width, upright.height, region);
     for (Reading& reading : decoder_.read(upright)) {

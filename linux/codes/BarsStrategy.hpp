@@ -14,6 +14,7 @@ struct BarsView {
   /// freer of noise. At most as many as the picture has.
   int rows = 32;
   Enhancement enhancement = Enhancement::None;
+  bool isUprighted = false;  ///< for what needs all rows in line, PDF417
 };
 
 /// Finds bars, turns each region of them upright and reads that. Decoders follow rows and columns and stand

@@ -54,6 +54,7 @@ ReadingSchedule makeReadingSchedule() {
   add(window({.rows = kScanLines, .enhancement = EvenContrast}, lines));
   add(bars({.scale = 2}, lines));
   add(bars({.scale = 1, .rows = kBands}, retailBars()));
+  add(bars({.scale = 1, .rows = kAllRows, .isUprighted = true}, zxing(Bars, Upright)));
   add(bars({.scale = 2, .enhancement = EvenContrast}, lines));
   add(window({.mostPixels = kHalf, .enhancement = Inverted}, zxing(Matrix, Upright)));
   add(window({.scale = 0.25}, matrix));

@@ -152,6 +152,18 @@ TEST(ZXingCodeReader, ReadsCodesAtAnyAngleAnywhereWithinTenLooks) {
   }
 }
 
+TEST(ZXingCodeReader, ReadsAWidePDF417AskewOfWhichOnlyTheEndsShowBars) {
+  std::string text;
+  for (int i = 0; i < 40; ++i) text += "wide" + std::to_string(i * i);
+  constexpr int kColumns = 8;
+  const GreyPicture code = drawCode(BARCODE_PDF417, text, kColumns);
+  for (const double degrees : {12.0, -12.0, 102.0}) {
+    EXPECT_THAT(firstFind(frameOf(turnedBy(degrees, code, {620, 360}))),
+                ElementsAre(Code("org.iso.PDF417", text)))
+        << degrees;
+  }
+}
+
 TEST(ZXingCodeReader, ReadsALightAztecCodeAside) {
   const GreyPicture code = inverted(drawCode(BARCODE_AZTEC, "night train"));
   EXPECT_THAT(firstFind(frameOf(turnedBy(30, code, {900, 250}))),
