@@ -1,3 +1,5 @@
+#include <cstdio>
+#include <exception>
 #include <iostream>
 #include <variant>
 
@@ -35,4 +37,11 @@ struct Execute {
 
 }  // namespace
 
-int main(int argc, char** argv) { return std::visit(Execute{}, nivlo::parseCommandLine(argc, argv)); }
+int main(int argc, char** argv) {
+  try {
+    return std::visit(Execute{}, nivlo::parseCommandLine(argc, argv));
+  } catch (const std::exception& trouble) {
+    std::fprintf(stderr, "nivlo: %s\n", trouble.what());
+    return 1;
+  }
+}

@@ -35,7 +35,7 @@ std::string misfit(const WallpaperClass& wallpaperClass, const std::string& clas
 std::filesystem::path defaultBundlePath() {
   std::error_code error;
   const auto programs = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-  const auto beside = programs / "NivloWallpaper.bundle";
+  auto beside = programs / "NivloWallpaper.bundle";
   if (std::filesystem::is_directory(beside, error)) {
     return beside;
   }

@@ -14,7 +14,9 @@ struct PixelsView {
   int height = 0;
   int stride = 0;  ///< bytes from a row to the next
 
-  std::uint8_t* at(int x, int y) const { return data + static_cast<std::ptrdiff_t>(y) * stride + x * 4; }
+  std::uint8_t* at(int x, int y) const {
+    return data + static_cast<std::ptrdiff_t>(y) * stride + std::ptrdiff_t{4} * x;
+  }
 };
 
 /// Pixels that own their memory.

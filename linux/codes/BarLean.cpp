@@ -11,7 +11,9 @@ namespace nivlo {
 namespace {
 
 constexpr int kColumns = 256;
-constexpr int kRows = 48;
+constexpr int kRows = 32;
+// Columns; bars are as wide.
+constexpr int kFirstStep = 3;
 // Tangent of 7 degrees.
 constexpr double kMostLean = 0.12;
 
@@ -35,12 +37,16 @@ int leanOf(const LumaPicture& view, int most) {
   std::vector<int> sums(view.width);
   int best = 0;
   double bestEdges = edgesWith(view, 0, most, sums);
-  for (int lean = -most; lean <= most; ++lean) {
-    const double edges = edgesWith(view, lean, most, sums);
-    if (edges <= bestEdges) continue;
-    bestEdges = edges;
-    best = lean;
-  }
+  const auto tryBetween = [&](int first, int last, int step) {
+    for (int lean = first; lean <= last; lean += step) {
+      const double edges = edgesWith(view, lean, most, sums);
+      if (edges <= bestEdges) continue;
+      bestEdges = edges;
+      best = lean;
+    }
+  };
+  tryBetween(-most, most, kFirstStep);
+  tryBetween(best - kFirstStep + 1, best + kFirstStep - 1, 1);
   return best;
 }
 

@@ -87,7 +87,7 @@ std::size_t addNext(LabelTextBuilder& label, std::string_view text) {
     label.addMark(fmt::format("\\x{:02x}", first));
     return 1;
   }
-  const auto size = static_cast<std::size_t>(g_utf8_skip[first]);
+  const auto size = static_cast<unsigned char>(g_utf8_skip[first]);
   addCharacter(label, character, text.substr(0, size));
   return size;
 }
