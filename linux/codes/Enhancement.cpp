@@ -28,11 +28,10 @@ void blur(const LumaPicture& picture, LumaBuffer& parts, LumaBuffer& blurred) {
                      picture.height, libyuv::kFilterBilinear);
 }
 
-/// Adds the difference to the mean of each pixel's neighbourhood of 3 x 3, about `amount` times. The
-/// outermost pixels stay as they are.
-void sharpen(const LumaPicture& picture, int amount, LumaBuffer& sharpened) {
+/// Adds the difference to the mean of each pixel's neighbourhood of 3 x 3. The outermost pixels stay as they
+/// are.
+void sharpen(const LumaPicture& picture, LumaBuffer& sharpened) {
   sharpened.copyFrom(picture);
-  const auto factor = static_cast<std::int16_t>(amount);
   const int end = picture.width - 1;
   for (int y = 1; y < picture.height - 1; ++y) {
     const std::uint8_t* above = picture.row(y - 1);
@@ -44,7 +43,7 @@ void sharpen(const LumaPicture& picture, int amount, LumaBuffer& sharpened) {
       const auto sum =
           static_cast<std::int16_t>(above[x - 1] + above[x] + above[x + 1] + here[x - 1] + here[x] +
                                     here[x + 1] + below[x - 1] + below[x] + below[x + 1]);
-      const auto off = static_cast<std::int16_t>((9 * here[x] - sum) * factor);
+      const auto off = static_cast<std::int16_t>(9 * here[x] - sum);
       const auto sharp = static_cast<std::int16_t>(here[x] + (off >> 3));
       out[x] = static_cast<std::uint8_t>(std::clamp<std::int16_t>(sharp, 0, 255));
     }
@@ -95,10 +94,7 @@ LumaPicture enhanced(const LumaPicture& picture, Enhancement enhancement, LumaBu
     case Enhancement::None:
       return picture;
     case Enhancement::Sharp:
-      sharpen(picture, 1, buffer);
-      break;
-    case Enhancement::VerySharp:
-      sharpen(picture, 2, buffer);
+      sharpen(picture, buffer);
       break;
     case Enhancement::EvenContrast:
       evenContrast(picture, buffer);

@@ -7,8 +7,7 @@ namespace nivlo {
 
 enum class Enhancement {
   None,
-  Sharp,  ///< against blur
-  VerySharp,
+  Sharp,         ///< against blur
   EvenContrast,  ///< every part of the picture with about the same mean and contrast, against reflections
   Inverted,      ///< light what was dark
 };

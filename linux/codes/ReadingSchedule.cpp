@@ -6,15 +6,15 @@
 #include "linux/codes/BarsStrategy.hpp"
 #include "linux/codes/QRGridStrategy.hpp"
 #include "linux/codes/RetailBarsDecoder.hpp"
-#include "linux/codes/WindowStrategy.hpp"
+#include "linux/codes/WholePictureStrategy.hpp"
 #include "linux/codes/ZXingDecoder.hpp"
 
 namespace nivlo {
 
 namespace {
 
-std::unique_ptr<ReadingStrategy> window(Window window, Decoder decoder) {
-  return std::make_unique<WindowStrategy>(window, std::move(decoder));
+std::unique_ptr<ReadingStrategy> whole(WholePictureView view, Decoder decoder) {
+  return std::make_unique<WholePictureStrategy>(view, std::move(decoder));
 }
 
 std::unique_ptr<ReadingStrategy> bars(BarsView view, Decoder decoder) {
@@ -39,29 +39,29 @@ ReadingSchedule makeReadingSchedule() {
   const auto add = [&](std::unique_ptr<ReadingStrategy> strategy) {
     schedule.rotation.push_back(std::move(strategy));
   };
-  add(window({}, zxing(All, Quick)));
+  add(whole({}, zxing(All, Quick)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
   add(std::make_unique<AztecStrategy>(zxing(Symbologies::Aztec, Quick)));
   add(bars({.scale = 1.5}, lines));
   add(bars({.scale = 2, .rows = kBands}, retailBars()));
   add(std::make_unique<QRGridStrategy>(zxing(Matrix, Quick)));
-  add(window({}, zxing(Linear, Thorough)));
+  add(whole({}, zxing(Linear, Thorough)));
   schedule.mostComplete.push_back(schedule.rotation.back().get());
-  add(window({.scale = 0.5}, zxing(All, Thorough)));
+  add(whole({.scale = 0.5}, zxing(All, Thorough)));
   add(bars({.scale = 1, .rows = kAllRows}, zxing(Bars, Upright)));
-  add(window({.scale = 2, .mostPixels = kHalf, .enhancement = Sharp}, matrix));
+  add(whole({.scale = 2, .mostPixels = kHalf, .enhancement = Sharp}, matrix));
   add(bars({.scale = 1, .enhancement = EvenContrast}, lines));
-  add(window({.rows = kScanLines, .enhancement = EvenContrast}, lines));
+  add(whole({.rows = kScanLines, .enhancement = EvenContrast}, lines));
   add(bars({.scale = 2}, lines));
   add(bars({.scale = 1, .rows = kBands}, retailBars()));
   add(bars({.scale = 1, .rows = kAllRows, .isUprighted = true}, zxing(Bars, Upright)));
   add(bars({.scale = 2, .enhancement = EvenContrast}, lines));
-  add(window({.mostPixels = kHalf, .enhancement = Inverted}, zxing(Matrix, Upright)));
-  add(window({.scale = 0.25}, matrix));
-  add(window({.scale = 2, .rows = kScanLines, .enhancement = EvenContrast}, lines));
-  add(window({.scale = 2.0 / 3}, matrix));
+  add(whole({.mostPixels = kHalf, .enhancement = Inverted}, zxing(Matrix, Upright)));
+  add(whole({.scale = 0.25}, matrix));
+  add(whole({.scale = 2, .rows = kScanLines, .enhancement = EvenContrast}, lines));
+  add(whole({.scale = 2.0 / 3}, matrix));
   add(bars({.scale = 0.5, .enhancement = Sharp}, lines));
-  add(window({.scale = 3, .rows = kScanLines}, lines));
+  add(whole({.scale = 3, .rows = kScanLines}, lines));
   return schedule;
 }
 

@@ -1,4 +1,4 @@
-// Reads the picture, or a window in the middle of it, larger or smaller than it is.
+// Reads the whole picture, larger or smaller than it is.
 #pragma once
 
 #include "linux/codes/Decoder.hpp"
@@ -7,8 +7,7 @@
 
 namespace nivlo {
 
-struct Window {
-  double part = 1;   ///< of the picture's width and height, 0..1
+struct WholePictureView {
   double scale = 1;  ///< how much larger it is read; made less where the result would be too large
   double mostPixels = 1920 * 1080;
   /// At most as many, each the mean of those between. A decoder of 1-D codes does not look at more than 256,
@@ -17,10 +16,10 @@ struct Window {
   Enhancement enhancement = Enhancement::None;  ///< after scaling
 };
 
-class WindowStrategy : public ReadingStrategy {
+class WholePictureStrategy : public ReadingStrategy {
  public:
   /// Never enlarges to more pixels than 800x600 has.
-  WindowStrategy(Window window, Decoder decoder);
+  WholePictureStrategy(WholePictureView view, Decoder decoder);
 
   std::vector<Reading> read(Scene& scene) override;
   double cost(Scene& scene) const override;
@@ -31,9 +30,9 @@ class WindowStrategy : public ReadingStrategy {
     int height;
   };
   Size sizeFor(int width, int height) const;
-  LumaPicture prepared(const LumaPicture& part);
+  LumaPicture prepared(const LumaPicture& picture);
 
-  Window window_;
+  WholePictureView view_;
   Decoder decoder_;
   LumaBuffer scaled_;
   LumaBuffer enhanced_;
