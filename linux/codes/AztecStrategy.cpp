@@ -64,18 +64,14 @@ std::vector<Reading> AztecStrategy::read(Scene& scene) {
   return readings;
 }
 
-std::vector<Reading> AztecStrategy::follow(const LumaPicture& picture, const Bullseye& bullseye, int across) {
-  ModuleGrid grid(picture, squareAround(bullseye, across), across);
+std::vector<Reading> AztecStrategy::follow(const LumaPicture& picture, const Bullseye& bullseye,
+                                           int across) const {
+  ModuleGrid grid(picture, surroundings(bullseye, across), across);
   grid.follow(sightings(bullseye, across));
   const Modules modules = grid.modules(bullseye.lightOnDark);
   const auto rune = bullseye.modules == kCompactBullseye ? readAztecRune(modules) : std::nullopt;
   if (rune) return {readingOf(*rune, grid, across)};
-  draw(modules, drawing_);
-  std::vector<Reading> readings = decoder_.read(drawing_.picture());
-  for (Reading& reading : readings) {
-    for (CGPoint& corner : reading.outline) corner = grid.inPicture(placeShown(corner));
-  }
-  return readings;
+  return grid.read(modules, decoder_);
 }
 
 double AztecStrategy::cost(Scene& scene) const {

@@ -17,10 +17,9 @@ class AztecStrategy : public ReadingStrategy {
   double cost(Scene& scene) const override;
 
  private:
-  std::vector<Reading> follow(const LumaPicture& picture, const Bullseye& bullseye, int across);
+  std::vector<Reading> follow(const LumaPicture& picture, const Bullseye& bullseye, int across) const;
 
   Decoder decoder_;
-  LumaBuffer drawing_;
 };
 
 }  // namespace nivlo

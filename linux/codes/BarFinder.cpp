@@ -222,33 +222,37 @@ Axes axesThrough(CGPoint first, CGPoint second) {
   return {{(second.x - first.x) / length, (second.y - first.y) / length}};
 }
 
+double turnBetween(const Axes& first, const Axes& second) {
+  return turnBetween(std::abs(std::atan2(second.v(first.across), second.u(first.across))), 0);
+}
+
+/// The rectangle around the patterns at both ends of a PDF417; of no size where they cannot be that. How they
+/// lie to each other tells the direction better than their bars do.
+Quad joinedEnds(const Quad& first, const Quad& second, const Axes& axes) {
+  const Axes through = axesThrough(centreOf(first), centreOf(second));
+  const Extent one = extentOf(first, through);
+  const Extent other = extentOf(second, through);
+  const bool areHigh = one.v.length() > one.u.length() && other.v.length() > other.u.length();
+  const double ratio = one.v.length() / other.v.length();
+  const bool areAlike = ratio >= kLeastHeightOfEnds && ratio * kLeastHeightOfEnds <= 1;
+  if (!areHigh || !areAlike || turnBetween(axes, through) > kMostTurn) return {};
+  return rectangleAround(first, second, through);
+}
+
 /// The rectangle around two parts of one code, of which the first is the larger; of no size where they cannot
 /// be that.
 Quad joined(const Quad& first, const Quad& second) {
   const Axes axes = axesThrough(first[0], first[1]);
-  const double turn =
-      std::atan2(axes.v(second[1]) - axes.v(second[0]), axes.u(second[1]) - axes.u(second[0]));
-  if (turnBetween(std::abs(turn), 0) > kMostTurn) return {};
+  if (turnBetween(axes, axesThrough(second[0], second[1])) > kMostTurn) return {};
   const Extent one = extentOf(first, axes);
   const Extent other = extentOf(second, axes);
   const double gap = std::max(one.u.low, other.u.low) - std::min(one.u.high, other.u.high);
   const double shared = std::min(one.v.high, other.v.high) - std::max(one.v.low, other.v.low);
   const double height = std::max(one.v.length(), other.v.length());
-  if (gap <= kMostGap * one.u.length() && shared >= kLeastShared * height)
-    return rectangleAround(first, second, axes);
-  // How ends that are far from each other lie tells the direction better than their bars do.
-  const Axes through = axesThrough(centreOf(first), centreOf(second));
-  const Extent left = extentOf(first, through);
-  const Extent right = extentOf(second, through);
-  const bool areFar = gap > kMostGap * one.u.length() && gap <= kMostGapOfEnds * one.u.length();
-  const bool areHigh = left.v.length() > left.u.length() && right.v.length() > right.u.length();
-  const double ratio = left.v.length() / right.v.length();
-  const double angle =
-      std::atan2(through.across.y, through.across.x) - std::atan2(axes.across.y, axes.across.x);
-  if (!areFar || !areHigh || ratio < kLeastHeightOfEnds || ratio * kLeastHeightOfEnds > 1 ||
-      turnBetween(std::abs(angle), 0) > kMostTurn)
-    return {};
-  return rectangleAround(first, second, through);
+  const double length = one.u.length();
+  if (gap > kMostGapOfEnds * length) return {};
+  if (gap > kMostGap * length) return joinedEnds(first, second, axes);
+  return shared >= kLeastShared * height ? rectangleAround(first, second, axes) : Quad{};
 }
 
 bool isLarger(const Quad& first, const Quad& second) { return areaOf(first) > areaOf(second); }

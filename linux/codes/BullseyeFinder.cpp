@@ -52,7 +52,7 @@ std::optional<Bullseye> bullseyeAt(const LumaPicture& picture, const RunsMiddle&
 
 }  // namespace
 
-Quad squareAround(const Bullseye& bullseye, double modules) {
+Quad surroundings(const Bullseye& bullseye, double modules) {
   const PerspectiveMap map(bullseye.modules, bullseye.modules, bullseye.outline);
   const double near = (bullseye.modules - modules) / 2;
   const double far = (bullseye.modules + modules) / 2;

@@ -16,7 +16,7 @@ struct Bullseye {
 };
 
 /// The square of `modules` by `modules` around it, as a flat sheet would have it.
-Quad squareAround(const Bullseye& bullseye, double modules);
+Quad surroundings(const Bullseye& bullseye, double modules);
 
 /// Whatever looks like one, from about two pixels a module, at most three. About 0.5 ms at 1280x720.
 std::vector<Bullseye> findBullseyes(const LumaPicture& picture);

@@ -299,4 +299,14 @@ Modules ModuleGrid::modules(bool lightOnDark) const {
   return modules;
 }
 
+std::vector<Reading> ModuleGrid::read(const Modules& modules, const Decoder& decoder) const {
+  LumaBuffer drawing;
+  draw(modules, drawing);
+  std::vector<Reading> readings = decoder.read(drawing.picture());
+  for (Reading& reading : readings) {
+    for (CGPoint& corner : reading.outline) corner = inPicture(placeShown(corner));
+  }
+  return readings;
+}
+
 }  // namespace nivlo

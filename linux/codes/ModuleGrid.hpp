@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "linux/codes/Decoder.hpp"
 #include "linux/codes/LumaPicture.hpp"
 #include "linux/codes/Modules.hpp"
 #include "linux/codes/PerspectiveMap.hpp"
@@ -37,6 +38,9 @@ class ModuleGrid {
 
   /// What the modules are.
   Modules modules(bool lightOnDark) const;
+
+  /// What the decoder reads in a drawing of them, with outlines in the picture's pixels. May throw.
+  std::vector<Reading> read(const Modules& modules, const Decoder& decoder) const;
 
   /// Where the picture shows a place of the square.
   CGPoint inPicture(CGPoint place) const { return toPicture_(onStraight(place)); }

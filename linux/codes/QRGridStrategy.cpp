@@ -1,7 +1,7 @@
 #include "linux/codes/QRGridStrategy.hpp"
 
 #include <array>
-#include <utility>
+#include <iterator>
 
 #include "linux/codes/ModuleGrid.hpp"
 #include "linux/codes/QRFinder.hpp"
@@ -49,23 +49,26 @@ std::vector<Reading> QRGridStrategy::read(Scene& scene) {
     for (const int change : kSizesTried) {
       const int modules = place.modules + change;
       if (!isFollowed(modules)) continue;
-      ModuleGrid grid(scene.picture(), place.outline, modules);
-      std::vector<ModuleGrid::Sighting> known = sightings(place, modules);
-      if (const auto alignment = grid.findAlignment(place.lightOnDark)) {
-        known.push_back(*alignment);
-        grid = ModuleGrid(scene.picture(), through(*alignment, grid, place.outline, modules), modules);
-      }
-      grid.follow(known);
-      draw(grid.modules(place.lightOnDark), drawing_);
-      std::vector<Reading> found = decoder_.read(drawing_.picture());
-      for (Reading& reading : found) {
-        for (CGPoint& corner : reading.outline) corner = grid.inPicture(placeShown(corner));
-        readings.push_back(std::move(reading));
-      }
-      if (!found.empty()) break;
+      std::vector<Reading> found = follow(scene.picture(), place, modules);
+      if (found.empty()) continue;
+      readings.insert(readings.end(), std::make_move_iterator(found.begin()),
+                      std::make_move_iterator(found.end()));
+      break;
     }
   }
   return readings;
+}
+
+std::vector<Reading> QRGridStrategy::follow(const LumaPicture& picture, const QRPlace& place,
+                                            int modules) const {
+  ModuleGrid grid(picture, place.outline, modules);
+  std::vector<ModuleGrid::Sighting> known = sightings(place, modules);
+  if (const auto alignment = grid.findAlignment(place.lightOnDark)) {
+    known.push_back(*alignment);
+    grid = ModuleGrid(picture, through(*alignment, grid, place.outline, modules), modules);
+  }
+  grid.follow(known);
+  return grid.read(grid.modules(place.lightOnDark), decoder_);
 }
 
 double QRGridStrategy::cost(Scene& scene) const {

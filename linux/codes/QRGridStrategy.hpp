@@ -17,8 +17,9 @@ class QRGridStrategy : public ReadingStrategy {
   double cost(Scene& scene) const override;
 
  private:
+  std::vector<Reading> follow(const LumaPicture& picture, const QRPlace& place, int modules) const;
+
   Decoder decoder_;
-  LumaBuffer drawing_;
 };
 
 }  // namespace nivlo
