@@ -34,7 +34,8 @@ class AlertPresenter {
   /// Shows the alert and returns at once; no callback runs before it has returned.
   virtual void present(AlertContent content, AlertCallbacks callbacks) = 0;
 
-  /// Takes every alert away, the newest first: the program is about to end. Their callbacks run before it returns.
+  /// Takes every alert away, the newest first: the program is about to end. Their callbacks run before it
+  /// returns.
   virtual void cancelAll() = 0;
 };
 

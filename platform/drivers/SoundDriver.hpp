@@ -18,9 +18,11 @@ class SoundDriver {
  public:
   virtual ~SoundDriver() = default;
 
-  /// Plays the file once, without waiting. `completed` is called once, on the main thread, after this has returned: when
-  /// the sound has ended, or could not be played, or has taken longer than it can. It may destroy the playback.
-  virtual std::unique_ptr<SoundPlayback> play(const std::filesystem::path& file, std::function<void()> completed) = 0;
+  /// Plays the file once, without waiting. `completed` is called once, on the main thread, after this has
+  /// returned: when the sound has ended, or could not be played, or has taken longer than it can. It may
+  /// destroy the playback.
+  virtual std::unique_ptr<SoundPlayback> play(const std::filesystem::path& file,
+                                              std::function<void()> completed) = 0;
 };
 
 }  // namespace nivlo

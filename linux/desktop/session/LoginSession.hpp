@@ -5,8 +5,8 @@
 #include <list>
 #include <string>
 
-#include "linux/desktop/session/BackgroundReasons.hpp"
 #include "linux/desktop/bus/BusClient.hpp"
+#include "linux/desktop/session/BackgroundReasons.hpp"
 #include "linux/desktop/session/SleepInhibitor.hpp"
 
 namespace nivlo {

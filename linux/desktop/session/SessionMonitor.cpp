@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "linux/desktop/session/BackgroundReasons.hpp"
 #include "linux/desktop/bus/BusLink.hpp"
+#include "linux/desktop/session/BackgroundReasons.hpp"
 #include "linux/desktop/session/LoginSession.hpp"
 #include "linux/desktop/session/ScreenSavers.hpp"
 #include "platform/Foundation/NSLog.hpp"
