@@ -7,9 +7,9 @@
 #include <benchmark/benchmark.h>
 
 #include "bundle/NivloWallpaper/NivloWallpaper.hpp"
-#include "linux/codes/ZXingCodeReader.hpp"
 #include "platform/drivers/Drivers.hpp"
 #include "tests/fakes/ManualMainQueue.hpp"
+#include "tests/support/codes/ZXingCodeReader.hpp"
 
 namespace nivlo {
 namespace {

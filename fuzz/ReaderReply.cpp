@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "linux/codes/process/Messages.hpp"
+#include "linux/codes/protocol/Messages.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace nivlo;

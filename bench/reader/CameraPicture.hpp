@@ -1,7 +1,7 @@
 // A photo as a camera of some size would give it.
 #pragma once
 
-#include "linux/codes/LumaPicture.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 
 namespace nivlo::bench {
 

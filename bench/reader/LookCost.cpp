@@ -14,7 +14,7 @@
 
 #include "bench/reader/CameraPicture.hpp"
 #include "linux/camera/ImageFile.hpp"
-#include "linux/codes/FrameReader.hpp"
+#include "linux/codes/PictureReader.hpp"
 
 namespace nivlo::bench {
 

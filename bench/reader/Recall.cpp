@@ -12,9 +12,9 @@
 #include <fmt/format.h>
 
 #include "linux/camera/ImageFile.hpp"
-#include "linux/codes/ZXingCodeReader.hpp"
 #include "tests/support/ChildProcess.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/codes/ZXingCodeReader.hpp"
 
 namespace nivlo::bench {
 

@@ -5,7 +5,7 @@
 #include <set>
 #include <vector>
 
-#include "linux/codes/Reading.hpp"
+#include "linux/codes/decoders/Reading.hpp"
 
 namespace nivlo {
 

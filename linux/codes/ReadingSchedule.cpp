@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "linux/codes/AztecStrategy.hpp"
-#include "linux/codes/BarsStrategy.hpp"
-#include "linux/codes/QRGridStrategy.hpp"
-#include "linux/codes/RetailBarsDecoder.hpp"
-#include "linux/codes/WholePictureStrategy.hpp"
-#include "linux/codes/ZXingDecoder.hpp"
+#include "linux/codes/decoders/ZXingDecoder.hpp"
+#include "linux/codes/retail/RetailBarsDecoder.hpp"
+#include "linux/codes/strategies/AztecStrategy.hpp"
+#include "linux/codes/strategies/BarsStrategy.hpp"
+#include "linux/codes/strategies/QRGridStrategy.hpp"
+#include "linux/codes/strategies/WholePictureStrategy.hpp"
 
 namespace nivlo {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "linux/codes/ReadingStrategy.hpp"
+#include "linux/codes/strategies/ReadingStrategy.hpp"
 
 namespace nivlo {
 

@@ -13,8 +13,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include "linux/codes/process/Messages.hpp"
-#include "linux/codes/process/Sanitized.hpp"
+#include "linux/codes/protocol/Messages.hpp"
+#include "linux/codes/protocol/Sanitized.hpp"
 
 namespace nivlo {
 

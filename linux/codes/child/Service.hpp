@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "linux/codes/FrameReader.hpp"
-#include "linux/codes/process/Messages.hpp"
+#include "linux/codes/PictureReader.hpp"
+#include "linux/codes/protocol/Messages.hpp"
 
 namespace nivlo {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "linux/codes/LumaPicture.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 
 namespace nivlo {
 

@@ -6,12 +6,12 @@
 #include <system_error>
 #include <utility>
 
-#include "linux/codes/LumaPicture.hpp"
 #include "linux/codes/SymbologyTypes.hpp"
-#include "linux/codes/process/Messages.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/process/ReaderProcess.hpp"
 #include "linux/codes/process/RestartPause.hpp"
 #include "linux/codes/process/SharedPicture.hpp"
+#include "linux/codes/protocol/Messages.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {

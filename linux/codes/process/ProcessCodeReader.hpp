@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "linux/codes/process/Sanitized.hpp"
+#include "linux/codes/protocol/Sanitized.hpp"
 #include "platform/drivers/CodeReaderDriver.hpp"
 
 namespace nivlo {

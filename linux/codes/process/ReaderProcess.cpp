@@ -16,7 +16,7 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 
-#include "linux/codes/process/Sanitized.hpp"
+#include "linux/codes/protocol/Sanitized.hpp"
 
 namespace nivlo {
 

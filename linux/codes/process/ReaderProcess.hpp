@@ -9,7 +9,7 @@
 #include <sys/types.h>
 
 #include "linux/codes/process/Descriptor.hpp"
-#include "linux/codes/process/Messages.hpp"
+#include "linux/codes/protocol/Messages.hpp"
 
 namespace nivlo {
 

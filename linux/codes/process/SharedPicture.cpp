@@ -7,7 +7,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 
-#include "linux/codes/process/Messages.hpp"
+#include "linux/codes/protocol/Messages.hpp"
 
 namespace nivlo {
 

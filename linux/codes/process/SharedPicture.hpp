@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "linux/codes/LumaPicture.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/process/Descriptor.hpp"
 
 namespace nivlo {

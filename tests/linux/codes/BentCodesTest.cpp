@@ -7,10 +7,10 @@
 #include <gmock/gmock.h>
 #include <zint.h>
 
-#include "linux/codes/AztecStrategy.hpp"
-#include "linux/codes/QRGridStrategy.hpp"
-#include "linux/codes/Scene.hpp"
-#include "linux/codes/ZXingDecoder.hpp"
+#include "linux/codes/decoders/ZXingDecoder.hpp"
+#include "linux/codes/strategies/AztecStrategy.hpp"
+#include "linux/codes/strategies/QRGridStrategy.hpp"
+#include "linux/codes/strategies/Scene.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 
 namespace nivlo::test {

@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 
 #include "linux/camera/ImageFile.hpp"
-#include "linux/codes/ZXingCodeReader.hpp"
-#include "linux/codes/process/Sanitized.hpp"
+#include "linux/codes/protocol/Sanitized.hpp"
 #include "tests/linux/codes/Corpus.hpp"
+#include "tests/support/codes/ZXingCodeReader.hpp"
 
 namespace nivlo::test {
 

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
-#include "linux/codes/Code39.hpp"
 #include "linux/codes/Confirmation.hpp"
-#include "linux/codes/Reading.hpp"
+#include "linux/codes/decoders/Code39.hpp"
+#include "linux/codes/decoders/Reading.hpp"
 
 namespace nivlo::test {
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <zint.h>
 
-#include "linux/codes/RetailBarsDecoder.hpp"
+#include "linux/codes/retail/RetailBarsDecoder.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 
 namespace nivlo::test {

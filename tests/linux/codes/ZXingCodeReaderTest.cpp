@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 #include <zint.h>
 
-#include "linux/codes/ZXingCodeReader.hpp"
-#include "linux/codes/ZXingDecoder.hpp"
+#include "linux/codes/decoders/ZXingDecoder.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
+#include "tests/support/codes/ZXingCodeReader.hpp"
 
 namespace nivlo::test {
 

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "linux/codes/child/Cage.hpp"
-#include "linux/codes/process/Messages.hpp"
+#include "linux/codes/protocol/Messages.hpp"
 
 int main(int, char** arguments) {
   using namespace nivlo;

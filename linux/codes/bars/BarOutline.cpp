@@ -1,0 +1,129 @@
+#include "linux/codes/bars/BarOutline.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace nivlo {
+
+namespace {
+
+constexpr int kSamples = 256;
+constexpr double kSmallestCorrelation = 0.6;
+// Noise may spoil single lines of a code.
+constexpr int kMissesAllowed = 3;
+constexpr double kSmallestHalfHeight = 1.0 / 24;
+// Relative to the code's length: no code that a camera sees is taller.
+constexpr double kLargestHalfHeight = 1.5;
+// Of the length: bars seen over less do not tell their direction.
+constexpr double kTellingHeight = 0.1;
+constexpr int kStepsPerLength = 128;
+
+CGPoint plus(CGPoint point, CGPoint direction, double distance) {
+  return {point.x + direction.x * distance, point.y + direction.y * distance};
+}
+
+/// Luma along the line with its mean taken off, at unit length. Empty where the line leaves the picture or is
+/// flat.
+std::vector<float> profile(const LumaPicture& picture, CGPoint start, CGPoint end) {
+  std::vector<float> samples(kSamples);
+  float sum = 0;
+  for (int i = 0; i < kSamples; ++i) {
+    const double along = static_cast<double>(i) / (kSamples - 1);
+    const int x = static_cast<int>(std::lround(start.x + (end.x - start.x) * along));
+    const int y = static_cast<int>(std::lround(start.y + (end.y - start.y) * along));
+    if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) return {};
+    samples[i] = picture.row(y)[x];
+    sum += samples[i];
+  }
+  float squares = 0;
+  for (float& sample : samples) {
+    sample -= sum / kSamples;
+    squares += sample * sample;
+  }
+  if (squares == 0) return {};
+  for (float& sample : samples) sample /= std::sqrt(squares);
+  return samples;
+}
+
+double correlation(const std::vector<float>& first, const std::vector<float>& second) {
+  if (first.empty() || second.empty()) return 0;
+  double sum = 0;
+  for (int i = 0; i < kSamples; ++i) sum += first[i] * second[i];
+  return sum;
+}
+
+struct ScanLine {
+  CGPoint start;
+  CGPoint end;
+  CGPoint along;  ///< unit vector from start to end
+  double length = 0;
+
+  ScanLine moved(CGPoint down, double distance, double lean) const {
+    return {plus(plus(start, down, distance), along, lean), plus(plus(end, down, distance), along, lean),
+            along, length};
+  }
+};
+
+enum class Side { Top, Bottom };
+
+/// The farthest line on that side that still shows the bars of `line`.
+ScanLine lastLineWithBars(const LumaPicture& picture, const ScanLine& line, Side side) {
+  const double sign = side == Side::Bottom ? 1 : -1;
+  const CGPoint down{-line.along.y * sign, line.along.x * sign};
+  const std::vector<float> bars = profile(picture, line.start, line.end);
+  const double step = std::max(1.0, line.length / kStepsPerLength);
+  const double smallest = std::max(2.0, line.length * kSmallestHalfHeight);
+  ScanLine last = line.moved(down, smallest, 0);
+  double lean = 0;
+  int misses = 0;
+  for (double distance = step; distance < line.length * kLargestHalfHeight; distance += step) {
+    double best = 0;
+    double bestLean = lean;
+    for (const double candidate : {lean, lean - step / 2, lean + step / 2}) {
+      const ScanLine moved = line.moved(down, distance, candidate);
+      const double similarity = correlation(bars, profile(picture, moved.start, moved.end));
+      if (similarity <= best) continue;
+      best = similarity;
+      bestLean = candidate;
+    }
+    if (best < kSmallestCorrelation) {
+      if (++misses > kMissesAllowed) break;
+      continue;
+    }
+    misses = 0;
+    lean = bestLean;
+    last = line.moved(down, std::max(distance, smallest), lean);
+  }
+  return last;
+}
+
+/// The line through the middle of `line` at right angles to the bars, as the lines at their tops and bottoms
+/// show them.
+ScanLine straightened(const ScanLine& line, const ScanLine& top, const ScanLine& bottom) {
+  const double dx = bottom.start.x - top.start.x;
+  const double dy = bottom.start.y - top.start.y;
+  const double height = std::hypot(dx, dy);
+  const CGPoint along{dy / height, -dx / height};
+  const double length = line.length * (along.x * line.along.x + along.y * line.along.y);
+  const CGPoint middle{(line.start.x + line.end.x) / 2, (line.start.y + line.end.y) / 2};
+  return {plus(middle, along, -length / 2), plus(middle, along, length / 2), along, length};
+}
+
+}  // namespace
+
+Quad barOutline(const LumaPicture& picture, CGPoint start, CGPoint end) {
+  const double length = std::hypot(end.x - start.x, end.y - start.y);
+  if (length == 0) return {start, start, start, start};
+  ScanLine line{start, end, {(end.x - start.x) / length, (end.y - start.y) / length}, length};
+  ScanLine top = lastLineWithBars(picture, line, Side::Top);
+  ScanLine bottom = lastLineWithBars(picture, line, Side::Bottom);
+  if (std::hypot(bottom.start.x - top.start.x, bottom.start.y - top.start.y) >= length * kTellingHeight) {
+    line = straightened(line, top, bottom);
+    top = lastLineWithBars(picture, line, Side::Top);
+    bottom = lastLineWithBars(picture, line, Side::Bottom);
+  }
+  return {top.start, top.end, bottom.end, bottom.start};
+}
+
+}  // namespace nivlo

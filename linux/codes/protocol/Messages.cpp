@@ -1,0 +1,128 @@
+#include "linux/codes/protocol/Messages.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+#include <utf8proc.h>
+
+#include "linux/codes/SymbologyTypes.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr std::size_t kCorners = 4;
+constexpr std::size_t kMostCodes = 64;
+
+struct ReplyHeader {
+  std::uint64_t number;
+  std::uint64_t codeCount;
+};
+
+/// Its text follows it.
+struct CodeHeader {
+  std::array<CGPoint, kCorners> corners;
+  std::uint32_t type;  ///< index into symbology::kAll
+  std::uint32_t textLength;
+};
+
+template <typename Part>
+void append(std::string& message, const Part& part) {
+  message.append(reinterpret_cast<const char*>(&part), sizeof part);
+}
+
+/// Takes what is at the beginning of `bytes` off it. Returns false where there is too little.
+template <typename Part>
+bool take(std::string_view& bytes, Part& part) {
+  if (bytes.size() < sizeof part) return false;
+  std::memcpy(&part, bytes.data(), sizeof part);
+  bytes.remove_prefix(sizeof part);
+  return true;
+}
+
+bool isValidUTF8(std::string_view text) {
+  while (!text.empty()) {
+    utf8proc_int32_t codePoint = 0;
+    const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                                         static_cast<utf8proc_ssize_t>(text.size()), &codePoint);
+    if (length <= 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+/// A coordinate that is no number is in no picture.
+bool isIn(const LookRequest& picture, CGPoint point) {
+  return point.x >= 0 && point.y >= 0 && point.x <= picture.width && point.y <= picture.height;
+}
+
+std::optional<CodeHeader> headerOf(const LookRequest& picture, const DecodedCode& code) {
+  const auto type = std::find(symbology::kAll.begin(), symbology::kAll.end(), code.type);
+  if (type == symbology::kAll.end() || code.corners.size() != kCorners) return std::nullopt;
+  const auto isSomewhere = [](CGPoint corner) { return std::isfinite(corner.x) && std::isfinite(corner.y); };
+  if (!std::all_of(code.corners.begin(), code.corners.end(), isSomewhere)) return std::nullopt;
+  CodeHeader header{{},
+                    static_cast<std::uint32_t>(type - symbology::kAll.begin()),
+                    static_cast<std::uint32_t>(std::min(code.text.size(), kLongestReply))};
+  std::transform(code.corners.begin(), code.corners.end(), header.corners.begin(), [&](CGPoint corner) {
+    return CGPoint{std::clamp<double>(corner.x, 0, picture.width),
+                   std::clamp<double>(corner.y, 0, picture.height)};
+  });
+  return header;
+}
+
+}  // namespace
+
+bool LookRequest::isSane() const { return width > 0 && height > 0 && width <= kLargestPicture / height; }
+
+std::optional<LookRequest> parseRequest(std::string_view bytes) {
+  LookRequest request;
+  if (!take(bytes, request) || !bytes.empty() || !request.isSane()) return std::nullopt;
+  return request;
+}
+
+std::string makeReply(const LookRequest& request, const std::vector<DecodedCode>& codes) {
+  ReplyHeader header{request.number, 0};
+  std::string body;
+  for (const DecodedCode& code : codes) {
+    const auto codeHeader = headerOf(request, code);
+    const std::size_t size = sizeof header + body.size() + sizeof(CodeHeader) + code.text.size();
+    if (!codeHeader || size > kLongestReply || header.codeCount == kMostCodes) continue;
+    append(body, *codeHeader);
+    body += code.text;
+    ++header.codeCount;
+  }
+  std::string reply;
+  append(reply, header);
+  return reply + body;
+}
+
+std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, std::string_view bytes) {
+  ReplyHeader header{};
+  if (bytes.size() > kLongestReply || !take(bytes, header)) return std::nullopt;
+  if (header.number != request.number || header.codeCount > kMostCodes) return std::nullopt;
+  std::vector<DecodedCode> codes;
+  for (std::uint64_t i = 0; i < header.codeCount; ++i) {
+    CodeHeader code{};
+    if (!take(bytes, code) || code.type >= symbology::kAll.size() || code.textLength > bytes.size()) {
+      return std::nullopt;
+    }
+    if (!std::all_of(code.corners.begin(), code.corners.end(),
+                     [&](CGPoint corner) { return isIn(request, corner); })) {
+      return std::nullopt;
+    }
+    const auto text = bytes.substr(0, code.textLength);
+    bytes.remove_prefix(code.textLength);
+    if (isValidUTF8(text)) {
+      codes.push_back(
+          {symbology::kAll[code.type], std::string(text), {code.corners.begin(), code.corners.end()}});
+    }
+  }
+  if (!bytes.empty()) return std::nullopt;
+  return codes;
+}
+
+}  // namespace nivlo

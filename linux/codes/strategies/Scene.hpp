@@ -1,0 +1,41 @@
+// What there is to see in one picture, found once for all who want to read there.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "linux/codes/bars/BarFinder.hpp"
+#include "linux/codes/matrix/BullseyeFinder.hpp"
+#include "linux/codes/matrix/QRFinder.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
+
+namespace nivlo {
+
+/// Looks for things when they are first asked for. Used by one thread at a time.
+class Scene {
+ public:
+  /// The picture's pixels must outlive the scene.
+  explicit Scene(const LumaPicture& picture) : picture_(picture) {}
+
+  const LumaPicture& picture() const { return picture_; }
+  const std::vector<Quad>& bars() {
+    if (!bars_) bars_ = findBars(picture_);
+    return *bars_;
+  }
+  const std::vector<Bullseye>& bullseyes() {
+    if (!bullseyes_) bullseyes_ = findBullseyes(picture_);
+    return *bullseyes_;
+  }
+  const std::vector<QRPlace>& qrPlaces() {
+    if (!qrPlaces_) qrPlaces_ = findQRPlaces(picture_);
+    return *qrPlaces_;
+  }
+
+ private:
+  LumaPicture picture_;
+  std::optional<std::vector<Quad>> bars_;
+  std::optional<std::vector<Bullseye>> bullseyes_;
+  std::optional<std::vector<QRPlace>> qrPlaces_;
+};
+
+}  // namespace nivlo

@@ -1,0 +1,50 @@
+#include "tests/support/codes/ZXingCodeReader.hpp"
+
+#include <exception>
+
+#include "linux/codes/PictureReader.hpp"
+#include "linux/codes/SymbologyTypes.hpp"
+#include "platform/Foundation/NSLog.hpp"
+
+namespace nivlo {
+
+namespace {
+
+class ZXingCodeReader : public CodeReader {
+ public:
+  std::vector<DecodedCode> look(const VideoFrame& frame) override {
+    try {
+      const auto luma = lumaOf(frame, luma_);
+      return luma ? reader_.read(*luma, frame.captureTime) : std::vector<DecodedCode>();
+    } catch (const std::exception& error) {
+      if (!troubleReported_) {
+        NSLog(
+            "Code reader: a picture of %d x %d could not be read (%@). Later pictures are read all the same.",
+            frame.width, frame.height, std::string(error.what()));
+      }
+      troubleReported_ = true;
+      return {};
+    }
+  }
+
+ private:
+  FrameReader reader_;
+  LumaBuffer luma_;
+  bool troubleReported_ = false;
+};
+
+class ZXingCodeReaderDriver : public CodeReaderDriver {
+ public:
+  std::vector<std::string> availableTypes() const override {
+    return {symbology::kAll.begin(), symbology::kAll.end()};
+  }
+  std::unique_ptr<CodeReader> makeReader() override { return std::make_unique<ZXingCodeReader>(); }
+};
+
+}  // namespace
+
+std::unique_ptr<CodeReaderDriver> makeZXingCodeReaderDriver() {
+  return std::make_unique<ZXingCodeReaderDriver>();
+}
+
+}  // namespace nivlo
