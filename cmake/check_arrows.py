@@ -9,10 +9,10 @@ import sys
 
 MAY_INCLUDE = {
     "platform": {"platform"},
-    "bundle": {"bundle", "platform"},
+    "kit": {"kit", "platform"},
+    "bundle": {"bundle", "kit", "platform"},
     "linux": {"linux", "platform"},
-    # The logger and the device tables are libraries of their own that the host shares with the bundle.
-    "host": {"host", "linux", "platform", "bundle/MFLog", "bundle/UIDevice+Hardware"},
+    "host": {"host", "linux", "kit", "platform"},
 }
 # Third-party headers that the portable rooms may use; everything else there is the standard library.
 PORTABLE = re.compile(r"fmt/|pugixml\.hpp$")
@@ -24,7 +24,7 @@ def room_problems(name, system, target):
     if not system:
         allowed = any(target.startswith(prefix + "/") for prefix in MAY_INCLUDE[room])
         return [] if allowed else [f"{name}: {room}/ must not include {target}"]
-    if room in ("platform", "bundle") and ("/" in target or "." in target) and not PORTABLE.match(target):
+    if room in ("platform", "kit", "bundle") and ("/" in target or "." in target) and not PORTABLE.match(target):
         return [f"{name}: {room}/ is portable and must not include <{target}>"]
     return []
 

@@ -7,7 +7,7 @@
 #include <spdlog/logger.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 
-#include "bundle/MFLog/MFLoggerImpl.hpp"
+#include "kit/MFLog/MFLoggerImpl.hpp"
 #include "platform/drivers/Drivers.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 

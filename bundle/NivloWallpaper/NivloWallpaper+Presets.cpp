@@ -1,5 +1,5 @@
 #include "bundle/NivloWallpaper/NivloWallpaper.hpp"
-#include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
+#include "kit/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "platform/Foundation/NSBundle.hpp"
 
 namespace nivlo {

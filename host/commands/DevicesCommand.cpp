@@ -5,10 +5,10 @@
 
 #include <fmt/format.h>
 
-#include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/show/CameraActivity.hpp"
 #include "host/text/VisibleText.hpp"
+#include "kit/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
 #include "linux/desktop/LinuxDeviceIdentity.hpp"
 #include "platform/drivers/Drivers.hpp"

@@ -8,7 +8,6 @@
 
 #include <unistd.h>
 
-#include "bundle/MFLog/MFLog.hpp"
 #include "host/alerts/TerminalAlerts.hpp"
 #include "host/alerts/TerminalPasteboard.hpp"
 #include "host/alerts/gtk/GtkAlerts.hpp"
@@ -25,6 +24,7 @@
 #include "host/show/CameraActivity.hpp"
 #include "host/show/WallpaperShow.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
+#include "kit/MFLog/MFLog.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
 #include "linux/codes/pace/ScenePace.hpp"

@@ -1,7 +1,7 @@
 #include <utility>
 
-#include "bundle/MFLog/MFLog.hpp"
 #include "host/journal/Journal.hpp"
+#include "kit/MFLog/MFLog.hpp"
 
 namespace nivlo {
 

@@ -1,9 +1,9 @@
 #include <atomic>
 #include <utility>
 
-#include "bundle/MFLog/MFLog.hpp"
 #include "host/journal/Journal.hpp"
 #include "host/loop/EventSource.hpp"
+#include "kit/MFLog/MFLog.hpp"
 
 namespace nivlo {
 

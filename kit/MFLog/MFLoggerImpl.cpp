@@ -1,4 +1,4 @@
-#include "bundle/MFLog/MFLoggerImpl.hpp"
+#include "kit/MFLog/MFLoggerImpl.hpp"
 
 #include <array>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "tests/bundle-mflog/LogTest.hpp"
+#include "tests/kit/mflog/LogTest.hpp"
 
 namespace nivlo {
 namespace {

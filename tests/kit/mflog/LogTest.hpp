@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include "bundle/MFLog/MFLoggerImpl.hpp"
+#include "kit/MFLog/MFLoggerImpl.hpp"
 #include "platform/Foundation/NSBundle.hpp"
 #include "tests/fakes/FakeIdentity.hpp"
 #include "tests/fakes/FakeMachine.hpp"

@@ -1,4 +1,4 @@
-#include "bundle/MFLog/MFLog.hpp"
+#include "kit/MFLog/MFLog.hpp"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
+#include "kit/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "bundle/MFLog/MFLoggerImpl.hpp"
+#include "kit/MFLog/MFLoggerImpl.hpp"
 #include "platform/Foundation/NSString+Format.hpp"
 
 namespace nivlo {

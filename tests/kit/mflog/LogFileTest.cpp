@@ -3,10 +3,10 @@
 #include <thread>
 #include <vector>
 
-#include "bundle/MFLog/MFLog.hpp"
+#include "kit/MFLog/MFLog.hpp"
 #include "platform/Foundation/NSThread.hpp"
 #include "platform/UIKit/UIApplication.hpp"
-#include "tests/bundle-mflog/LogTest.hpp"
+#include "tests/kit/mflog/LogTest.hpp"
 #include "tests/support/Environment.hpp"
 
 namespace nivlo {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bundle/UIDevice+Hardware/UIDevice+Hardware.hpp"
+#include "kit/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "tests/fakes/FakeIdentity.hpp"
 #include "tests/fakes/FakeMachine.hpp"
 
