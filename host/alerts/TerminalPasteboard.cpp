@@ -2,7 +2,7 @@
 
 #include <glib.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

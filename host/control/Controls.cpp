@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/text/VisibleText.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

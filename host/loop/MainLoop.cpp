@@ -5,7 +5,7 @@
 #include <thread>
 #include <utility>
 
-#include "linux/glib/OwnedSource.hpp"
+#include "linux/handles/OwnedSource.hpp"
 
 namespace nivlo {
 

@@ -8,7 +8,7 @@
 
 #include <adwaita.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

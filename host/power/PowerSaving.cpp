@@ -7,7 +7,7 @@
 #include <gio/gio.h>
 
 #include "linux/desktop/bus/SharedBus.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {

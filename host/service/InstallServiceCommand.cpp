@@ -9,7 +9,7 @@
 
 #include "host/service/InstalledService.hpp"
 #include "host/service/LauncherTexts.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

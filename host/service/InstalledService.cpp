@@ -4,7 +4,7 @@
 #include <gio/gio.h>
 
 #include "host/service/LauncherTexts.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

@@ -7,7 +7,7 @@
 #include <fmt/ranges.h>
 #include <glib.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

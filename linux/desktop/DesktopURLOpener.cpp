@@ -6,7 +6,7 @@
 
 #include <gio/gio.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "platform/Foundation/NSLog.hpp"
 #include "platform/Foundation/NSURL.hpp"
 

@@ -9,7 +9,7 @@
 #include <glib.h>
 #include <sys/utsname.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {

@@ -6,7 +6,7 @@
 
 #include <pango/pango.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

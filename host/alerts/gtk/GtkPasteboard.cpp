@@ -6,7 +6,7 @@
 #include <gtk/gtk.h>
 
 #include "host/alerts/gtk/Toolkit.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

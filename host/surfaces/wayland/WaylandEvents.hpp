@@ -6,7 +6,7 @@
 
 #include <wayland-client.h>
 
-#include "linux/glib/OwnedSource.hpp"
+#include "linux/handles/OwnedSource.hpp"
 
 namespace nivlo {
 

@@ -12,7 +12,7 @@
 #include <xcb/xcb.h>
 
 #include "host/loop/EventSource.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

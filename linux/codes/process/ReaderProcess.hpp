@@ -8,8 +8,8 @@
 
 #include <sys/types.h>
 
-#include "linux/codes/process/Descriptor.hpp"
 #include "linux/codes/protocol/Messages.hpp"
+#include "linux/handles/Descriptor.hpp"
 
 namespace nivlo {
 

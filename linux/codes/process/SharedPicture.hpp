@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "linux/codes/picture/LumaPicture.hpp"
-#include "linux/codes/process/Descriptor.hpp"
+#include "linux/handles/Descriptor.hpp"
 
 namespace nivlo {
 

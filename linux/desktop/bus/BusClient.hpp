@@ -7,7 +7,7 @@
 #include <gio/gio.h>
 #include <gio/gunixfdlist.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 // Main thread only. Everything is asynchronous, and nothing is called within a constructor or after a
 // destructor.

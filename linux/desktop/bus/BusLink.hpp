@@ -7,8 +7,8 @@
 
 #include <gio/gio.h>
 
-#include "linux/glib/Owned.hpp"
-#include "linux/glib/OwnedSource.hpp"
+#include "linux/handles/Owned.hpp"
+#include "linux/handles/OwnedSource.hpp"
 
 namespace nivlo {
 

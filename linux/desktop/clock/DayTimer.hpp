@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "linux/glib/OwnedSource.hpp"
+#include "linux/handles/OwnedSource.hpp"
 
 namespace nivlo {
 

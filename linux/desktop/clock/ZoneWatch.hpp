@@ -7,7 +7,7 @@
 
 #include <gio/gio.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 

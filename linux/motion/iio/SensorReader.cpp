@@ -8,7 +8,7 @@
 
 #include <pthread.h>
 
-#include "linux/glib/OwnedSource.hpp"
+#include "linux/handles/OwnedSource.hpp"
 #include "linux/motion/iio/SensorWatch.hpp"
 #include "platform/Foundation/NSLog.hpp"
 

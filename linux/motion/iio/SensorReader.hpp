@@ -10,7 +10,7 @@
 
 #include <glib.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "platform/drivers/AccelerometerDriver.hpp"
 
 namespace nivlo {

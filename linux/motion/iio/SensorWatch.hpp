@@ -6,7 +6,7 @@
 
 #include <gudev/gudev.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "linux/motion/iio/IIOSensor.hpp"
 
 namespace nivlo {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/PrivateBus.hpp"
 

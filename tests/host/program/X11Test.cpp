@@ -5,7 +5,7 @@
 #include <xcb/xcb_icccm.h>
 
 #include "linux/camera/ImageFile.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "tests/host/program/Nivlo.hpp"
 
 namespace nivlo::test {

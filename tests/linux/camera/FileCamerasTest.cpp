@@ -11,7 +11,7 @@
 
 #include "linux/camera/ImageFile.hpp"
 #include "linux/camera/files/FileCameras.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 #include "tests/support/WaitFor.hpp"
 

@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <umockdev.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "linux/motion/iio/IIOAccelerometer.hpp"
 #include "tests/fakes/RecordingLog.hpp"
 #include "tests/support/WaitFor.hpp"

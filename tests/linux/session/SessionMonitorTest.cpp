@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "linux/desktop/session/SessionMonitor.hpp"
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "platform/Foundation/NSString+Format.hpp"
 #include "tests/fakes/RecordingLog.hpp"
 #include "tests/support/LoopUntil.hpp"

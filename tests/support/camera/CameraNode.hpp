@@ -5,7 +5,7 @@
 
 #include <pipewire/pipewire.h>
 
-#include "linux/glib/Owned.hpp"
+#include "linux/handles/Owned.hpp"
 #include "tests/support/camera/Options.hpp"
 #include "tests/support/pictures/Encoding.hpp"
 
