@@ -5,13 +5,13 @@
 
 #include "host/commands/ChimeCommand.hpp"
 #include "host/commands/CommandLine.hpp"
+#include "host/commands/CtlCommand.hpp"
 #include "host/commands/DevicesCommand.hpp"
+#include "host/commands/InstallServiceCommand.hpp"
+#include "host/commands/PickCommand.hpp"
 #include "host/commands/PresetsCommand.hpp"
 #include "host/commands/RunCommand.hpp"
-#include "host/control/CtlCommand.hpp"
-#include "host/control/PresetChoice.hpp"
-#include "host/pick/PickCommand.hpp"
-#include "host/service/InstallServiceCommand.hpp"
+#include "host/control/client/PresetChoice.hpp"
 
 namespace {
 

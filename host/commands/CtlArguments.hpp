@@ -5,7 +5,7 @@
 
 #include <CLI/App.hpp>
 
-#include "host/control/CtlCommand.hpp"
+#include "host/commands/CtlCommand.hpp"
 
 namespace nivlo {
 

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "host/control/CtlCommand.hpp"
-#include "host/pick/PickCommand.hpp"
-#include "host/scan/ScanCommand.hpp"
-#include "host/service/InstallServiceCommand.hpp"
+#include "host/commands/CtlCommand.hpp"
+#include "host/commands/InstallServiceCommand.hpp"
+#include "host/commands/PickCommand.hpp"
+#include "host/commands/ScanCommand.hpp"
 #include "host/show/WallpaperShow.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/selection/CameraSource.hpp"

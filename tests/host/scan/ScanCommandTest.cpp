@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <zint.h>
 
-#include "host/scan/ScanCommand.hpp"
+#include "host/commands/ScanCommand.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 #include "tests/support/TemporaryDirectory.hpp"

@@ -14,9 +14,9 @@
 #include "host/alerts/TerminalPasteboard.hpp"
 #include "host/alerts/gtk/GtkAlerts.hpp"
 #include "host/alerts/gtk/GtkPasteboard.hpp"
+#include "host/commands/PickCommand.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
-#include "host/pick/PickCommand.hpp"
 #include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {

@@ -1,4 +1,4 @@
-#include "host/scan/ScanCommand.hpp"
+#include "host/commands/ScanCommand.hpp"
 
 #include <algorithm>
 #include <atomic>

@@ -1,4 +1,4 @@
-#include "host/service/InstallServiceCommand.hpp"
+#include "host/commands/InstallServiceCommand.hpp"
 
 #include <filesystem>
 #include <iostream>

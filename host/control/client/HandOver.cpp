@@ -1,4 +1,4 @@
-#include "host/control/HandOver.hpp"
+#include "host/control/client/HandOver.hpp"
 
 #include <algorithm>
 #include <iostream>
@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "host/control/ControlClient.hpp"
+#include "host/control/client/ControlClient.hpp"
 
 namespace nivlo {
 

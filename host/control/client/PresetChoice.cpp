@@ -1,8 +1,8 @@
-#include "host/control/PresetChoice.hpp"
+#include "host/control/client/PresetChoice.hpp"
 
 #include <fmt/format.h>
 
-#include "host/control/ControlClient.hpp"
+#include "host/control/client/ControlClient.hpp"
 #include "host/service/InstalledService.hpp"
 
 namespace nivlo {

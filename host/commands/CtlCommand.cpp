@@ -1,9 +1,9 @@
-#include "host/control/CtlCommand.hpp"
+#include "host/commands/CtlCommand.hpp"
 
 #include <iostream>
 
-#include "host/control/ControlClient.hpp"
-#include "host/control/StatusText.hpp"
+#include "host/control/client/ControlClient.hpp"
+#include "host/control/client/StatusText.hpp"
 
 namespace nivlo {
 

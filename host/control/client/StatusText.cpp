@@ -1,4 +1,4 @@
-#include "host/control/StatusText.hpp"
+#include "host/control/client/StatusText.hpp"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

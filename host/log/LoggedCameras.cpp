@@ -1,7 +1,7 @@
 #include <atomic>
 #include <utility>
 
-#include "host/journal/Journal.hpp"
+#include "host/log/ProgramLog.hpp"
 #include "host/loop/EventSource.hpp"
 #include "kit/MFLog/MFLog.hpp"
 

@@ -1,4 +1,4 @@
-#include "host/journal/Journal.hpp"
+#include "host/log/ProgramLog.hpp"
 
 #include "platform/Foundation/NSBundle.hpp"
 

@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "host/journal/Journal.hpp"
+#include "host/log/ProgramLog.hpp"
 #include "kit/MFLog/MFLog.hpp"
 
 namespace nivlo {

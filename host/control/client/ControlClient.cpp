@@ -1,4 +1,4 @@
-#include "host/control/ControlClient.hpp"
+#include "host/control/client/ControlClient.hpp"
 
 #include <thread>
 

@@ -1,4 +1,4 @@
-#include "host/pick/PickCommand.hpp"
+#include "host/commands/PickCommand.hpp"
 
 #include <iostream>
 #include <variant>
