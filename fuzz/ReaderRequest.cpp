@@ -28,7 +28,7 @@ void look(LookRequest request, std::string_view bytes) {
   request.height = (request.height - 1) % kLongestSide + 1;
   const auto pixels = pictureOf(bytes, request);
   const std::string message(reinterpret_cast<const char*>(&request), sizeof request);
-  FrameReader reader;
+  PictureReader reader;
   // The number says which of the strategies is the last.
   for (auto left = request.number % kStrategies + 1; left > 0; --left) {
     const auto reply = answer(reader, message, pixels.data());

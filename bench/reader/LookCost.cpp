@@ -29,7 +29,7 @@ double cpuMilliseconds() {
 }
 
 void measure(const LumaPicture& picture, int output) {
-  FrameReader reader;
+  PictureReader reader;
   std::chrono::steady_clock::time_point captureTime;
   for (int i = 0; i < kLooks; ++i, captureTime += std::chrono::milliseconds(100)) {
     const double start = cpuMilliseconds();

@@ -54,7 +54,7 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
   Drivers set;
   set.logSink = makeConsoleLog();
   set.mainQueue = MainLoop::makeMainQueue();
-  if (auto cameras = journaled(makeSelectedCameras(options.sources, &error))) {
+  if (auto cameras = logged(makeSelectedCameras(options.sources, &error))) {
     set.cameras = observed(std::move(cameras), activity);
   }
   set.codeReader = savingPower(atScenesPace(makeProcessCodeReaderDriver()));
@@ -69,7 +69,7 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
     set.alerts = makeGtkAlerts(std::move(set.alerts));
     set.pasteboard = makeGtkPasteboard(std::move(set.pasteboard));
   }
-  set.alerts = journaled(std::move(set.alerts));
+  set.alerts = logged(std::move(set.alerts));
   set.urls = makeDesktopURLOpener();
   set.sound = makeGStreamerSound();
   set.device = makeLinuxDeviceIdentity(options.machine);
@@ -192,7 +192,7 @@ int runWallpaper(const RunOptions& options) {
   auto error = installLinuxDrivers(options, cameras);
   const auto* wallpaperClass = error.empty() ? loadWallpaperClass(options.bundle, &error) : nullptr;
   if (wallpaperClass) {
-    nameProgramForJournal();
+    nameProgramInLog();
     MFNotice("started: %@, preset %d", wallpaperClass->identifier(), options.show.preset.value_or(1));
     status = Run(options, loop, control).show(*wallpaperClass, cameras);
     MFNotice("stopped with status %d", status);

@@ -7,9 +7,9 @@ namespace nivlo {
 
 namespace {
 
-class JournaledAlerts : public AlertPresenter {
+class LoggedAlerts : public AlertPresenter {
  public:
-  explicit JournaledAlerts(std::unique_ptr<AlertPresenter> alerts) : alerts_(std::move(alerts)) {}
+  explicit LoggedAlerts(std::unique_ptr<AlertPresenter> alerts) : alerts_(std::move(alerts)) {}
 
   void present(AlertContent content, AlertCallbacks callbacks) override {
     MFInfo("dialog shown: %@", content.title);
@@ -34,8 +34,8 @@ class JournaledAlerts : public AlertPresenter {
 
 }  // namespace
 
-std::unique_ptr<AlertPresenter> journaled(std::unique_ptr<AlertPresenter> alerts) {
-  return std::make_unique<JournaledAlerts>(std::move(alerts));
+std::unique_ptr<AlertPresenter> logged(std::unique_ptr<AlertPresenter> alerts) {
+  return std::make_unique<LoggedAlerts>(std::move(alerts));
 }
 
 }  // namespace nivlo

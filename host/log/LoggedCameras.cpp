@@ -12,15 +12,15 @@ namespace {
 /// Longer than any camera's pause between frames, shorter than a person's patience.
 constexpr std::chrono::seconds kSilence{3};
 
-class JournaledStream : public CameraStream {
+class LoggedStream : public CameraStream {
  public:
-  JournaledStream(std::string camera, std::unique_ptr<CameraStream> stream,
-                  std::shared_ptr<const std::atomic<unsigned>> frames)
+  LoggedStream(std::string camera, std::unique_ptr<CameraStream> stream,
+               std::shared_ptr<const std::atomic<unsigned>> frames)
       : camera_(std::move(camera)), frames_(std::move(frames)), stream_(std::move(stream)) {
     MFInfo("camera %@ opened", camera_);
     watch();
   }
-  ~JournaledStream() override {
+  ~LoggedStream() override {
     stream_.reset();
     MFInfo("camera %@ closed", camera_);
   }
@@ -45,9 +45,9 @@ class JournaledStream : public CameraStream {
   std::unique_ptr<CameraStream> stream_;
 };
 
-class JournaledCameras : public CameraDriver {
+class LoggedCameras : public CameraDriver {
  public:
-  explicit JournaledCameras(std::unique_ptr<CameraDriver> cameras) : cameras_(std::move(cameras)) {}
+  explicit LoggedCameras(std::unique_ptr<CameraDriver> cameras) : cameras_(std::move(cameras)) {}
 
   std::vector<CameraInfo> cameras() override { return cameras_->cameras(); }
 
@@ -61,7 +61,7 @@ class JournaledCameras : public CameraDriver {
       MFWarning("camera %@ cannot be opened", uniqueID);
       return nullptr;
     }
-    return std::make_unique<JournaledStream>(uniqueID, std::move(stream), frames);
+    return std::make_unique<LoggedStream>(uniqueID, std::move(stream), frames);
   }
 
  private:
@@ -70,8 +70,8 @@ class JournaledCameras : public CameraDriver {
 
 }  // namespace
 
-std::unique_ptr<CameraDriver> journaled(std::unique_ptr<CameraDriver> cameras) {
-  return cameras ? std::make_unique<JournaledCameras>(std::move(cameras)) : nullptr;
+std::unique_ptr<CameraDriver> logged(std::unique_ptr<CameraDriver> cameras) {
+  return cameras ? std::make_unique<LoggedCameras>(std::move(cameras)) : nullptr;
 }
 
 }  // namespace nivlo

@@ -4,7 +4,7 @@
 
 namespace nivlo {
 
-void nameProgramForJournal() {
+void nameProgramInLog() {
   NSBundle::setMainBundle({}, {{"CFBundleName", "Nivlo"}, {"CFBundleVersion", NIVLO_VERSION}});
 }
 

@@ -11,13 +11,13 @@ namespace nivlo {
 
 /// Names the program to the logger, which writes the name and the version at the head of its files. Before
 /// the first line is logged.
-void nameProgramForJournal();
+void nameProgramInLog();
 
 /// The same cameras; which one is opened, falls silent, comes back and is closed is logged.
-std::unique_ptr<CameraDriver> journaled(std::unique_ptr<CameraDriver> cameras);
+std::unique_ptr<CameraDriver> logged(std::unique_ptr<CameraDriver> cameras);
 
 /// The same presenter; that a dialog is shown and how it is answered is logged, what it says is not: that is
 /// the business of whoever scanned it.
-std::unique_ptr<AlertPresenter> journaled(std::unique_ptr<AlertPresenter> alerts);
+std::unique_ptr<AlertPresenter> logged(std::unique_ptr<AlertPresenter> alerts);
 
 }  // namespace nivlo

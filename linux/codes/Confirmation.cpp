@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "linux/codes/SymbologyTypes.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
 
@@ -15,8 +15,9 @@ constexpr std::size_t kStrategiesNeeded = 2;
 constexpr std::size_t kFramesNeeded = 3;
 
 bool isWeak(std::string_view type) {
-  return type == symbology::kUPCE || type == symbology::kEAN8 || type == symbology::kEAN13 ||
-         type == symbology::kCode39 || type == symbology::kCode39Mod43;
+  return type == AVMetadataObjectTypeUPCECode || type == AVMetadataObjectTypeEAN8Code ||
+         type == AVMetadataObjectTypeEAN13Code || type == AVMetadataObjectTypeCode39Code ||
+         type == AVMetadataObjectTypeCode39Mod43Code;
 }
 
 }  // namespace

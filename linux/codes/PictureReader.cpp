@@ -27,7 +27,8 @@ void followBars(Reading& reading, const LumaPicture& picture) {
 
 }  // namespace
 
-std::vector<DecodedCode> FrameReader::read(const LumaPicture& picture, steady_clock::time_point captureTime) {
+std::vector<DecodedCode> PictureReader::read(const LumaPicture& picture,
+                                             steady_clock::time_point captureTime) {
   Scene scene(picture);
   std::vector<Reading> found;
   bool seenAny = false;

@@ -15,7 +15,7 @@ namespace nivlo {
 /// neighbours as well. ZXing alone has no bound: it can take 0.7 s over a PDF417 that it fails to decode.
 /// Matrix codes' corners are those that were found; a 1-D code's outline is followed along its bars, which
 /// may end it early where they are hidden. Used by one thread at a time.
-class FrameReader {
+class PictureReader {
  public:
   /// The codes found, the one that the user points at last. May throw.
   std::vector<DecodedCode> read(const LumaPicture& picture,

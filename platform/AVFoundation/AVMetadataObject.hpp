@@ -1,6 +1,7 @@
 // What a metadata output finds in the picture.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,16 +14,23 @@
 
 namespace nivlo {
 
-inline constexpr auto AVMetadataObjectTypeQRCode = "org.iso.QRCode";
-inline constexpr auto AVMetadataObjectTypePDF417Code = "org.iso.PDF417";
-inline constexpr auto AVMetadataObjectTypeUPCECode = "org.gs1.UPC-E";
-inline constexpr auto AVMetadataObjectTypeAztecCode = "org.iso.Aztec";
-inline constexpr auto AVMetadataObjectTypeCode39Code = "org.iso.Code39";
-inline constexpr auto AVMetadataObjectTypeCode39Mod43Code = "org.iso.Code39Mod43";
-inline constexpr auto AVMetadataObjectTypeEAN13Code = "org.gs1.EAN-13";
-inline constexpr auto AVMetadataObjectTypeEAN8Code = "org.gs1.EAN-8";
-inline constexpr auto AVMetadataObjectTypeCode93Code = "com.intermec.Code93";
-inline constexpr auto AVMetadataObjectTypeCode128Code = "org.iso.Code128";
+inline constexpr const char* AVMetadataObjectTypeQRCode = "org.iso.QRCode";
+inline constexpr const char* AVMetadataObjectTypePDF417Code = "org.iso.PDF417";
+inline constexpr const char* AVMetadataObjectTypeUPCECode = "org.gs1.UPC-E";
+inline constexpr const char* AVMetadataObjectTypeAztecCode = "org.iso.Aztec";
+inline constexpr const char* AVMetadataObjectTypeCode39Code = "org.iso.Code39";
+inline constexpr const char* AVMetadataObjectTypeCode39Mod43Code = "org.iso.Code39Mod43";
+inline constexpr const char* AVMetadataObjectTypeEAN13Code = "org.gs1.EAN-13";
+inline constexpr const char* AVMetadataObjectTypeEAN8Code = "org.gs1.EAN-8";
+inline constexpr const char* AVMetadataObjectTypeCode93Code = "com.intermec.Code93";
+inline constexpr const char* AVMetadataObjectTypeCode128Code = "org.iso.Code128";
+
+/// The ten symbologies that a code reader may report.
+inline constexpr std::array kMachineReadableCodeTypes = {
+    AVMetadataObjectTypeQRCode,     AVMetadataObjectTypePDF417Code, AVMetadataObjectTypeUPCECode,
+    AVMetadataObjectTypeAztecCode,  AVMetadataObjectTypeCode39Code, AVMetadataObjectTypeCode39Mod43Code,
+    AVMetadataObjectTypeEAN13Code,  AVMetadataObjectTypeEAN8Code,   AVMetadataObjectTypeCode93Code,
+    AVMetadataObjectTypeCode128Code};
 
 /// Immutable. Anything with a type and a place; only machine-readable codes have more.
 class AVMetadataObject {

@@ -115,8 +115,8 @@ void VideoStream::process() {
   }
   if (newest == nullptr) return;
 
-  const FrameReader::Result result = reader_.read(newest, loans_);
-  if (result.use != FrameReader::BufferUse::Lent) pw_stream_queue_buffer(stream_, newest);
+  const BufferReader::Result result = reader_.read(newest, loans_);
+  if (result.use != BufferReader::BufferUse::Lent) pw_stream_queue_buffer(stream_, newest);
   if (result.nonsense != nullptr) reportOnce(result.nonsense);
   if (result.frame) callbacks_.frame(result.frame);
 }

@@ -9,9 +9,9 @@
 #include <pipewire/pipewire.h>
 
 #include "linux/camera/pipewire/BufferLoans.hpp"
+#include "linux/camera/pipewire/BufferReader.hpp"
 #include "linux/camera/pipewire/CameraNode.hpp"
 #include "linux/camera/pipewire/EventLoop.hpp"
-#include "linux/camera/pipewire/FrameReader.hpp"
 #include "linux/camera/pipewire/Handles.hpp"
 #include "linux/camera/pipewire/StreamFormat.hpp"
 
@@ -52,7 +52,7 @@ class VideoStream {
   pw_stream* stream_ = nullptr;
   Listener listener_;
   BufferLoans loans_;
-  FrameReader reader_;
+  BufferReader reader_;
   bool reported_ = false;
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 /// ZXing throws over some pictures, mostly where it follows what is no code out of the picture. Only without
 /// memory does it make sense to begin anew.
-std::vector<DecodedCode> codesIn(FrameReader& reader, const LumaPicture& picture,
+std::vector<DecodedCode> codesIn(PictureReader& reader, const LumaPicture& picture,
                                  std::chrono::steady_clock::time_point captureTime) {
   try {
     return reader.read(picture, captureTime);
@@ -25,7 +25,8 @@ std::vector<DecodedCode> codesIn(FrameReader& reader, const LumaPicture& picture
 
 }  // namespace
 
-std::optional<std::string> answer(FrameReader& reader, std::string_view request, const std::uint8_t* pixels) {
+std::optional<std::string> answer(PictureReader& reader, std::string_view request,
+                                  const std::uint8_t* pixels) {
   const auto look = parseRequest(request);
   if (!look) return std::nullopt;
   const LumaPicture picture{pixels, look->width, look->height, look->width};
@@ -35,7 +36,7 @@ std::optional<std::string> answer(FrameReader& reader, std::string_view request,
 }
 
 bool serve(int socket, const std::uint8_t* pixels) {
-  FrameReader reader;
+  PictureReader reader;
   std::array<char, sizeof(LookRequest)> bytes{};
   for (;;) {
     const auto size = recv(socket, bytes.data(), bytes.size(), 0);

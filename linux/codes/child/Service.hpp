@@ -13,7 +13,8 @@ namespace nivlo {
 
 /// The answer to a request about the picture at `pixels`; nothing when the bytes are no request. A
 /// picture that the decoder fails at has no codes. Throws std::bad_alloc.
-std::optional<std::string> answer(FrameReader& reader, std::string_view request, const std::uint8_t* pixels);
+std::optional<std::string> answer(PictureReader& reader, std::string_view request,
+                                  const std::uint8_t* pixels);
 
 /// Answers what comes over the socket until its other end is closed. Returns whether all were requests.
 /// Throws std::bad_alloc.

@@ -19,7 +19,7 @@ void warmUp() {
   constexpr std::size_t kSide = 32;
   constexpr int kEveryStrategy = 20;
   const std::array<std::uint8_t, kSide * kSide> pixels{};
-  FrameReader reader;
+  PictureReader reader;
   for (int look = 0; look < kEveryStrategy; ++look) {
     reader.read({pixels.data(), int{kSide}, int{kSide}, int{kSide}}, {});
   }

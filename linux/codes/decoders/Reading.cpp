@@ -5,7 +5,7 @@
 #include <tuple>
 #include <utility>
 
-#include "linux/codes/SymbologyTypes.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
 
@@ -36,8 +36,9 @@ std::vector<Reading> withoutDuplicates(std::vector<Reading> readings) {
   }
   const std::vector<Reading> all = result;
   std::erase_if(result, [&](const Reading& reading) {
-    return reading.type == symbology::kUPCE && std::any_of(all.begin(), all.end(), [&](const Reading& other) {
-             return other.type == symbology::kEAN13 && meet(other, reading);
+    return reading.type == AVMetadataObjectTypeUPCECode &&
+           std::any_of(all.begin(), all.end(), [&](const Reading& other) {
+             return other.type == AVMetadataObjectTypeEAN13Code && meet(other, reading);
            });
   });
   return result;

@@ -11,10 +11,10 @@
 #include <ZXing/ReadBarcode.h>
 #include <utf8proc.h>
 
-#include "linux/codes/SymbologyTypes.hpp"
 #include "linux/codes/bars/BarOutline.hpp"
 #include "linux/codes/decoders/Code39.hpp"
 #include "linux/codes/decoders/CompactPDF417.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
 
@@ -38,23 +38,23 @@ constexpr std::uint8_t kPaper = 255;
 const char* typeOf(BarcodeFormat format, std::string_view text) {
   switch (format) {
     case BarcodeFormat::QRCode:
-      return symbology::kQRCode;
+      return AVMetadataObjectTypeQRCode;
     case BarcodeFormat::PDF417:
-      return symbology::kPDF417;
+      return AVMetadataObjectTypePDF417Code;
     case BarcodeFormat::Aztec:
-      return symbology::kAztec;
+      return AVMetadataObjectTypeAztecCode;
     case BarcodeFormat::UPCE:
-      return symbology::kUPCE;
+      return AVMetadataObjectTypeUPCECode;
     case BarcodeFormat::EAN8:
-      return symbology::kEAN8;
+      return AVMetadataObjectTypeEAN8Code;
     case BarcodeFormat::EAN13:
-      return symbology::kEAN13;
+      return AVMetadataObjectTypeEAN13Code;
     case BarcodeFormat::Code39:
-      return endsInMod43Check(text) ? symbology::kCode39Mod43 : symbology::kCode39;
+      return endsInMod43Check(text) ? AVMetadataObjectTypeCode39Mod43Code : AVMetadataObjectTypeCode39Code;
     case BarcodeFormat::Code93:
-      return symbology::kCode93;
+      return AVMetadataObjectTypeCode93Code;
     case BarcodeFormat::Code128:
-      return symbology::kCode128;
+      return AVMetadataObjectTypeCode128Code;
     default:
       return nullptr;
   }
@@ -126,7 +126,7 @@ std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Re
   std::string text = textOf(result);
   const char* type = typeOf(result.format(), text);
   if (!type) return std::nullopt;
-  if (type == symbology::kCode39) text = fullASCII(text).value_or(text);
+  if (type == AVMetadataObjectTypeCode39Code) text = fullASCII(text).value_or(text);
   return Reading{type, std::move(text), outline, true};
 }
 

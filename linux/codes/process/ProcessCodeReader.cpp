@@ -6,12 +6,12 @@
 #include <system_error>
 #include <utility>
 
-#include "linux/codes/SymbologyTypes.hpp"
 #include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/process/ReaderProcess.hpp"
 #include "linux/codes/process/RestartPause.hpp"
 #include "linux/codes/process/SharedPicture.hpp"
 #include "linux/codes/protocol/Messages.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
@@ -74,7 +74,7 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
       : program_(std::move(program)), deadline_(deadline) {}
 
   std::vector<std::string> availableTypes() const override {
-    return {symbology::kAll.begin(), symbology::kAll.end()};
+    return {kMachineReadableCodeTypes.begin(), kMachineReadableCodeTypes.end()};
   }
 
   std::unique_ptr<CodeReader> makeReader() override {

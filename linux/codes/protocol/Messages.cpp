@@ -8,7 +8,7 @@
 
 #include <utf8proc.h>
 
-#include "linux/codes/SymbologyTypes.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
 
@@ -25,7 +25,7 @@ struct ReplyHeader {
 /// Its text follows it.
 struct CodeHeader {
   std::array<CGPoint, kCorners> corners;
-  std::uint32_t type;  ///< index into symbology::kAll
+  std::uint32_t type;  ///< index into kMachineReadableCodeTypes
   std::uint32_t textLength;
 };
 
@@ -60,12 +60,12 @@ bool isIn(const LookRequest& picture, CGPoint point) {
 }
 
 std::optional<CodeHeader> headerOf(const LookRequest& picture, const DecodedCode& code) {
-  const auto type = std::find(symbology::kAll.begin(), symbology::kAll.end(), code.type);
-  if (type == symbology::kAll.end() || code.corners.size() != kCorners) return std::nullopt;
+  const auto type = std::find(kMachineReadableCodeTypes.begin(), kMachineReadableCodeTypes.end(), code.type);
+  if (type == kMachineReadableCodeTypes.end() || code.corners.size() != kCorners) return std::nullopt;
   const auto isSomewhere = [](CGPoint corner) { return std::isfinite(corner.x) && std::isfinite(corner.y); };
   if (!std::all_of(code.corners.begin(), code.corners.end(), isSomewhere)) return std::nullopt;
   CodeHeader header{{},
-                    static_cast<std::uint32_t>(type - symbology::kAll.begin()),
+                    static_cast<std::uint32_t>(type - kMachineReadableCodeTypes.begin()),
                     static_cast<std::uint32_t>(std::min(code.text.size(), kLongestReply))};
   std::transform(code.corners.begin(), code.corners.end(), header.corners.begin(), [&](CGPoint corner) {
     return CGPoint{std::clamp<double>(corner.x, 0, picture.width),
@@ -107,7 +107,8 @@ std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, s
   std::vector<DecodedCode> codes;
   for (std::uint64_t i = 0; i < header.codeCount; ++i) {
     CodeHeader code{};
-    if (!take(bytes, code) || code.type >= symbology::kAll.size() || code.textLength > bytes.size()) {
+    if (!take(bytes, code) || code.type >= kMachineReadableCodeTypes.size() ||
+        code.textLength > bytes.size()) {
       return std::nullopt;
     }
     if (!std::all_of(code.corners.begin(), code.corners.end(),
@@ -117,8 +118,9 @@ std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, s
     const auto text = bytes.substr(0, code.textLength);
     bytes.remove_prefix(code.textLength);
     if (isValidUTF8(text)) {
-      codes.push_back(
-          {symbology::kAll[code.type], std::string(text), {code.corners.begin(), code.corners.end()}});
+      codes.push_back({kMachineReadableCodeTypes[code.type],
+                       std::string(text),
+                       {code.corners.begin(), code.corners.end()}});
     }
   }
   if (!bytes.empty()) return std::nullopt;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "linux/codes/SymbologyTypes.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
 
@@ -162,17 +162,17 @@ RetailNumber numberOf(const Family& family, const DigitScores& scores, std::size
 }  // namespace
 
 const RetailSymbol& ean13Symbol() {
-  static const RetailSymbol kSymbol = makeSymbol(symbology::kEAN13, 6, "01010", 6, "101");
+  static const RetailSymbol kSymbol = makeSymbol(AVMetadataObjectTypeEAN13Code, 6, "01010", 6, "101");
   return kSymbol;
 }
 
 const RetailSymbol& ean8Symbol() {
-  static const RetailSymbol kSymbol = makeSymbol(symbology::kEAN8, 4, "01010", 4, "101");
+  static const RetailSymbol kSymbol = makeSymbol(AVMetadataObjectTypeEAN8Code, 4, "01010", 4, "101");
   return kSymbol;
 }
 
 const RetailSymbol& upceSymbol() {
-  static const RetailSymbol kSymbol = makeSymbol(symbology::kUPCE, 6, "", 0, "010101");
+  static const RetailSymbol kSymbol = makeSymbol(AVMetadataObjectTypeUPCECode, 6, "", 0, "010101");
   return kSymbol;
 }
 

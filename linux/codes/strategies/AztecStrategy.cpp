@@ -7,9 +7,9 @@
 
 #include <fmt/format.h>
 
-#include "linux/codes/SymbologyTypes.hpp"
 #include "linux/codes/matrix/AztecRune.hpp"
 #include "linux/codes/matrix/ModuleGrid.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
 
@@ -45,7 +45,7 @@ Reading readingOf(const AztecRune& rune, const ModuleGrid& grid, int across) {
   Quad outline = middle(kRuneModules, across);
   for (CGPoint& corner : outline) corner = grid.inPicture(corner);
   std::rotate(outline.begin(), outline.begin() + rune.turns, outline.end());
-  return {symbology::kAztec, fmt::format("{:03}", rune.number), outline};
+  return {AVMetadataObjectTypeAztecCode, fmt::format("{:03}", rune.number), outline};
 }
 
 }  // namespace

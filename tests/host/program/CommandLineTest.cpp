@@ -111,7 +111,7 @@ TEST(ProgramTest, TheTextOfACodeIsCopiedExactlyAndTheConfirmationFollows) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
-TEST(ProgramTest, TheJournalTellsTheProgramsLifeButNotWhatWasScanned) {
+TEST(ProgramTest, TheLogTellsTheProgramsLifeButNotWhatWasScanned) {
   const TemporaryDirectory directory;
   const auto picture = directory.path() / "code.png";
   writeCodePicture(picture, "QRCode", "secret-of-the-code");
@@ -119,14 +119,14 @@ TEST(ProgramTest, TheJournalTellsTheProgramsLifeButNotWhatWasScanned) {
   ASSERT_TRUE(program.answer("0) Cancel", 0));
   ASSERT_TRUE(program.waitForLine("Cancelled"));
   ASSERT_THAT(program.terminate(), Eq(0));
-  const auto journal = directory.read(program.logDirectory() / "log.txt");
-  EXPECT_TRUE(journal.starts_with("# Application: Nivlo\r\n# Version: "));
+  const auto log = directory.read(program.logDirectory() / "log.txt");
+  EXPECT_TRUE(log.starts_with("# Application: Nivlo\r\n# Version: "));
   for (const auto* event :
        {"started: NivloWallpaper", "surface: offscreen", "opened", "dialog shown: Barcode",
         "dialog answered: Cancel", "closed", "stopped with status 0"}) {
-    EXPECT_THAT(journal, HasSubstr(event));
+    EXPECT_THAT(log, HasSubstr(event));
   }
-  EXPECT_EQ(journal.find("secret"), std::string::npos);
+  EXPECT_EQ(log.find("secret"), std::string::npos);
 }
 
 TEST(ProgramTest, WhereTheLogIsNoTerminalALongRunOfSamplesBecomesACount) {

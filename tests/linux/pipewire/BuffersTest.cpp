@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "linux/camera/pipewire/BufferReader.hpp"
 #include "linux/camera/pipewire/CameraNode.hpp"
 #include "linux/camera/pipewire/FrameLayout.hpp"
-#include "linux/camera/pipewire/FrameReader.hpp"
 #include "linux/camera/pipewire/JpegDecoder.hpp"
 #include "tests/linux/pipewire/Frames.hpp"
 #include "tests/support/pictures/Encoding.hpp"
@@ -39,7 +39,7 @@ TEST(FrameLayout, NoClaimOfASenderReachesBeyondItsMemory) {
   EXPECT_FALSE(layPlanes(PixelFormat::I420, 4, 4, blocks)) << "the third plane is too small";
 }
 
-TEST(FrameReader, LeavesOutPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) {
+TEST(BufferReader, LeavesOutPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) {
   std::vector<std::uint8_t> memory(64);
   spa_chunk chunk{};
   spa_data data{.type = SPA_DATA_MemPtr, .fd = -1, .maxsize = 64, .data = memory.data(), .chunk = &chunk};
@@ -47,7 +47,7 @@ TEST(FrameReader, LeavesOutPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) 
   pw_buffer sent{.buffer = &content};
   BufferLoans loans;
   ASSERT_TRUE(loans.add(&sent));
-  FrameReader reader(0);
+  BufferReader reader(0);
   reader.setFormat({.pixels = PixelFormat::RGBx, .width = 4, .height = 4});
   const auto isRead = [&](std::uint32_t offset, std::uint32_t size, std::int32_t stride,
                           std::int32_t flags = 0) {

@@ -3,7 +3,7 @@
 #include <exception>
 
 #include "linux/codes/PictureReader.hpp"
-#include "linux/codes/SymbologyTypes.hpp"
+#include "platform/AVFoundation/AVMetadataObject.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
@@ -28,7 +28,7 @@ class ZXingCodeReader : public CodeReader {
   }
 
  private:
-  FrameReader reader_;
+  PictureReader reader_;
   LumaBuffer luma_;
   bool troubleReported_ = false;
 };
@@ -36,7 +36,7 @@ class ZXingCodeReader : public CodeReader {
 class ZXingCodeReaderDriver : public CodeReaderDriver {
  public:
   std::vector<std::string> availableTypes() const override {
-    return {symbology::kAll.begin(), symbology::kAll.end()};
+    return {kMachineReadableCodeTypes.begin(), kMachineReadableCodeTypes.end()};
   }
   std::unique_ptr<CodeReader> makeReader() override { return std::make_unique<ZXingCodeReader>(); }
 };

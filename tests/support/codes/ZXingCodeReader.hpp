@@ -7,7 +7,7 @@
 
 namespace nivlo {
 
-/// Its readers work in the calling thread (see FrameReader). For measuring and testing what is read: a
+/// Its readers work in the calling thread (see PictureReader). For measuring and testing what is read: a
 /// picture that ends ZXing ends this process, and one that keeps ZXing busy keeps the thread.
 std::unique_ptr<CodeReaderDriver> makeZXingCodeReaderDriver();
 

@@ -1,4 +1,4 @@
-#include "linux/camera/pipewire/FrameReader.hpp"
+#include "linux/camera/pipewire/BufferReader.hpp"
 
 #include <algorithm>
 #include <chrono>
@@ -50,9 +50,9 @@ Clock::time_point captureTimeOf(spa_buffer* buffer) {
 
 }  // namespace
 
-FrameReader::FrameReader(int rotation) : rotation_(rotation) {}
+BufferReader::BufferReader(int rotation) : rotation_(rotation) {}
 
-FrameReader::Result FrameReader::read(pw_buffer* buffer, BufferLoans& loans) {
+BufferReader::Result BufferReader::read(pw_buffer* buffer, BufferLoans& loans) {
   const SharedBuffer* memory = loans.memoryOf(buffer);
   if (memory == nullptr || !format_ || isMarkedCorrupt(buffer->buffer)) return {};
   const std::vector<Block> blocks = blocksOf(*buffer->buffer, *memory);
@@ -76,14 +76,14 @@ FrameReader::Result FrameReader::read(pw_buffer* buffer, BufferLoans& loans) {
   return {std::move(frame), lend ? BufferUse::Lent : BufferUse::Finished};
 }
 
-std::shared_ptr<VideoFrame> FrameReader::lendRaw(pw_buffer* buffer, BufferLoans& loans,
-                                                 const std::vector<Block>& blocks) const {
+std::shared_ptr<VideoFrame> BufferReader::lendRaw(pw_buffer* buffer, BufferLoans& loans,
+                                                  const std::vector<Block>& blocks) const {
   std::shared_ptr<VideoFrame> frame = describeRaw(blocks);
   if (frame) frame->storage = loans.lend(buffer);
   return frame;
 }
 
-std::shared_ptr<VideoFrame> FrameReader::copyRaw(const std::vector<Block>& blocks) {
+std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<Block>& blocks) {
   std::size_t size = 0;
   for (const Block& block : blocks) size += block.bytes.size();
   const std::shared_ptr<std::uint8_t> memory = copies_->take(size);
@@ -99,7 +99,7 @@ std::shared_ptr<VideoFrame> FrameReader::copyRaw(const std::vector<Block>& block
   return frame;
 }
 
-std::shared_ptr<VideoFrame> FrameReader::describeRaw(const std::vector<Block>& blocks) const {
+std::shared_ptr<VideoFrame> BufferReader::describeRaw(const std::vector<Block>& blocks) const {
   const auto planes = layPlanes(format_->pixels, format_->width, format_->height, blocks);
   if (!planes) return nullptr;
   auto frame = std::make_shared<VideoFrame>();
@@ -112,7 +112,7 @@ std::shared_ptr<VideoFrame> FrameReader::describeRaw(const std::vector<Block>& b
   return frame;
 }
 
-int FrameReader::rotationOf(spa_buffer* buffer) const {
+int BufferReader::rotationOf(spa_buffer* buffer) const {
   const auto* transform = findMeta<spa_meta_videotransform>(buffer, SPA_META_VideoTransform);
   if (transform == nullptr) return rotation_;
   // It tells, in quarter turns, how the picture has been turned; a frame tells how to turn it back. Mirroring

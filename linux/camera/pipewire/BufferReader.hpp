@@ -17,7 +17,7 @@
 namespace nivlo::pipewire {
 
 /// Trusts nothing that a buffer says about itself. Used on the loop's thread.
-class FrameReader {
+class BufferReader {
  public:
   enum class BufferUse { Finished, Lent };
   struct Result {
@@ -27,7 +27,7 @@ class FrameReader {
   };
 
   /// `rotation` is the sensor's, for buffers that do not tell their own.
-  explicit FrameReader(int rotation);
+  explicit BufferReader(int rotation);
 
   void setFormat(const StreamFormat& format) { format_ = format; }
 
