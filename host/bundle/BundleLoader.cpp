@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 #include <fmt/format.h>
 
+#include "linux/program/ProgramFile.hpp"
 #include "platform/Foundation/NSBundle.hpp"
 
 namespace nivlo {
@@ -33,13 +34,7 @@ std::string misfit(const WallpaperClass& wallpaperClass, const std::string& clas
 }  // namespace
 
 std::filesystem::path defaultBundlePath() {
-  std::error_code error;
-  const auto programs = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-  auto beside = programs / "NivloWallpaper.bundle";
-  if (std::filesystem::is_directory(beside, error)) {
-    return beside;
-  }
-  return (programs / "../lib/nivlo/NivloWallpaper.bundle").lexically_normal();
+  return programFile("NivloWallpaper.bundle", "../lib/nivlo/NivloWallpaper.bundle");
 }
 
 const WallpaperClass* loadWallpaperClass(const std::filesystem::path& bundlePath, std::string* error) {

@@ -10,9 +10,6 @@ namespace {
 constexpr std::uint32_t kAllEdges = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
                                     ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
 constexpr int kUnderPanels = -1;
-// A compositor that closes every surface must not keep the program busy.
-constexpr std::chrono::milliseconds kFirstReopenDelay{200};
-constexpr std::chrono::milliseconds kLongestReopenDelay{10'000};
 
 }  // namespace
 
@@ -55,7 +52,7 @@ void LayerBackground::close() {
 
 void LayerBackground::configured(std::uint32_t serial, int width, int height) {
   zwlr_layer_surface_v1_ack_configure(layer_.get(), serial);
-  reopenDelay_ = {};
+  reopenDelay_.reset();
   scale_ = output_.scale();
   const bool first = !canvas_->isConfigured();
   canvas_->resize(width, height, scale_);
@@ -75,8 +72,7 @@ void LayerBackground::outputChanged() {
 }
 
 void LayerBackground::closedByCompositor() {
-  reopenDelay_ = std::clamp(reopenDelay_ * 2, kFirstReopenDelay, kLongestReopenDelay);
-  reopening_ = EventSource::onTimeout(reopenDelay_, [this] {
+  reopening_ = EventSource::onTimeout(reopenDelay_.next(), [this] {
     close();
     open();
   });

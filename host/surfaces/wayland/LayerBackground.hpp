@@ -8,6 +8,7 @@
 #include "host/loop/EventSource.hpp"
 #include "host/surfaces/wayland/WaylandCanvas.hpp"
 #include "host/surfaces/wayland/WaylandPainter.hpp"
+#include "linux/timing/Backoff.hpp"
 
 namespace nivlo {
 
@@ -43,7 +44,8 @@ class LayerBackground {
   std::optional<WaylandCanvas> canvas_;
   WaylandHandle<zwlr_layer_surface_v1> layer_;
   int scale_ = 1;
-  std::chrono::milliseconds reopenDelay_{0};
+  /// A compositor that closes every surface must not keep the program busy.
+  Backoff reopenDelay_{std::chrono::milliseconds(200), std::chrono::seconds(10)};
   EventSource reopening_;
 };
 

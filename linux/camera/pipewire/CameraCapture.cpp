@@ -1,6 +1,5 @@
 #include "linux/camera/pipewire/CameraCapture.hpp"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/Foundation/NSLog.hpp"
@@ -10,8 +9,6 @@ namespace {
 
 // Cameras that have to wake up first take up to two seconds for their first picture.
 constexpr std::chrono::milliseconds kPatience{3000};
-constexpr std::chrono::milliseconds kShortestPause{200};
-constexpr std::chrono::milliseconds kLongestPause{5000};
 
 }  // namespace
 
@@ -21,7 +18,6 @@ CameraCapture::CameraCapture(EventLoop& loop, CameraRegistry& registry, std::str
       registry_(registry),
       name_(std::move(name)),
       onFrame_(std::move(onFrame)),
-      pause_(kShortestPause),
       timer_(loop, [this] { check(); }) {
   check();
 }
@@ -34,7 +30,7 @@ void CameraCapture::check() {
   const std::optional<CameraNode> camera = registry_.find(name_);
   if (camera && camera->id != target_) {
     retryAt_ = Clock::now();
-    pause_ = kShortestPause;
+    retryDelay_.reset();
   }
   const bool isTarget = camera && camera->id == target_;
   if (stream_ && (failed_ || isSilent() || !isTarget)) dropStream(!isTarget);
@@ -65,8 +61,7 @@ void CameraCapture::openStream(const CameraNode& camera) {
 
 void CameraCapture::dropStream(bool cameraIsGone) {
   stream_.reset();
-  retryAt_ = Clock::now() + pause_;
-  pause_ = std::min(2 * pause_, kLongestPause);
+  retryAt_ = Clock::now() + retryDelay_.next();
   if (std::exchange(lost_, true)) return;
   if (cameraIsGone) {
     NSLog("camera %@: gone; the picture returns when it does", name_);
@@ -83,7 +78,7 @@ void CameraCapture::frameArrived(const VideoFramePtr& frame) {
     return;
   }
   silentAt_ = Clock::now() + kPatience;
-  pause_ = kShortestPause;
+  retryDelay_.reset();
   if (std::exchange(lost_, false)) NSLog("camera %@: back", name_);
   onFrame_(frame);
 }

@@ -8,6 +8,7 @@
 #include "linux/camera/pipewire/CameraRegistry.hpp"
 #include "linux/camera/pipewire/EventLoop.hpp"
 #include "linux/camera/pipewire/VideoStream.hpp"
+#include "linux/timing/Backoff.hpp"
 #include "platform/drivers/CameraDriver.hpp"
 
 namespace nivlo::pipewire {
@@ -43,7 +44,7 @@ class CameraCapture {
   bool lost_ = false;
   Clock::time_point silentAt_;  ///< when to lose patience with the stream
   Clock::time_point retryAt_;
-  std::chrono::milliseconds pause_;
+  Backoff retryDelay_{std::chrono::milliseconds(200), std::chrono::seconds(5)};
   LoopTimer timer_;
   std::optional<VideoStream> stream_;
 };

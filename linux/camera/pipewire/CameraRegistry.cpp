@@ -9,9 +9,6 @@
 namespace nivlo::pipewire {
 namespace {
 
-constexpr std::chrono::milliseconds kShortestAbsence{100};
-constexpr std::chrono::milliseconds kLongestAbsence{2000};
-
 std::string_view valueOf(const spa_dict* properties, const char* key) {
   const char* value = properties != nullptr ? spa_dict_lookup(properties, key) : nullptr;
   return value != nullptr ? value : "";
@@ -75,7 +72,6 @@ CameraRegistry::CameraRegistry(EventLoop& loop, Callbacks callbacks)
     : loop_(loop),
       callbacks_(std::move(callbacks)),
       context_(pw_context_new(loop.get(), nullptr, 0)),
-      pause_(kShortestAbsence),
       timer_(loop, [this] {
         disconnect();
         connect();
@@ -145,10 +141,7 @@ void CameraRegistry::connectionBroke() {
   callbacks_.camerasChanged();
 }
 
-void CameraRegistry::reconnectLater() {
-  timer_.set(pause_);
-  pause_ = std::min(2 * pause_, kLongestAbsence);
-}
+void CameraRegistry::reconnectLater() { timer_.set(reconnectDelay_.next()); }
 
 void CameraRegistry::globalAdded(std::uint32_t id, const std::string& type, std::uint32_t version,
                                  const spa_dict* properties) {
@@ -177,7 +170,7 @@ void CameraRegistry::globalRemoved(std::uint32_t id) {
 // After the first round trip all nodes are known, after the second one their descriptions.
 void CameraRegistry::roundTripDone(int sequence) {
   if (sequence != roundTrip_ || listed_) return;
-  pause_ = kShortestAbsence;
+  reconnectDelay_.reset();
   if (++roundTrips_ < 2) {
     roundTrip_ = pw_core_sync(core_.get(), PW_ID_CORE, 0);
     return;

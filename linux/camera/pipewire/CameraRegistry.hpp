@@ -13,6 +13,7 @@
 #include "linux/camera/pipewire/CameraNode.hpp"
 #include "linux/camera/pipewire/EventLoop.hpp"
 #include "linux/camera/pipewire/Handles.hpp"
+#include "linux/timing/Backoff.hpp"
 
 namespace nivlo::pipewire {
 
@@ -77,7 +78,7 @@ class CameraRegistry {
   int roundTrips_ = 0;
   bool listed_ = false;
   bool broken_ = false;  ///< the connection is only waiting to be given up
-  std::chrono::milliseconds pause_;
+  Backoff reconnectDelay_{std::chrono::milliseconds(100), std::chrono::seconds(2)};
   LoopTimer timer_;
 };
 

@@ -8,9 +8,10 @@
 
 #include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/process/ReaderProcess.hpp"
-#include "linux/codes/process/RestartPause.hpp"
 #include "linux/codes/process/SharedPicture.hpp"
 #include "linux/codes/protocol/Messages.hpp"
+#include "linux/program/ProgramFile.hpp"
+#include "linux/timing/Backoff.hpp"
 #include "platform/AVFoundation/AVMetadataObject.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
@@ -18,20 +19,23 @@ namespace nivlo {
 
 namespace {
 
+// A failure after this long without one starts the delays anew.
+constexpr std::chrono::minutes kForgiveness{1};
+
 class ProcessCodeReader : public CodeReader {
  public:
   ProcessCodeReader(std::filesystem::path program, std::chrono::milliseconds deadline)
       : program_(std::move(program)), deadline_(deadline) {}
 
   std::vector<DecodedCode> look(const VideoFrame& frame) override {
-    if (!pause_.isOver(RestartPause::Clock::now())) return {};
+    if (Clock::now() < restartAt_) return {};
     const auto luma = lumaOf(frame, luma_);
     if (!luma || !isOfReadableSize(*luma)) return {};
     try {
       return look(*luma, frame.captureTime);
     } catch (const std::exception& failure) {
       process_.reset();
-      if (pause_.failed(RestartPause::Clock::now())) {
+      if (delayRestart()) {
         NSLog("codes: the reader %@. It is started again; a picture that ends it again is not read.",
               std::string(failure.what()));
       }
@@ -40,6 +44,18 @@ class ProcessCodeReader : public CodeReader {
   }
 
  private:
+  using Clock = std::chrono::steady_clock;
+
+  /// Returns whether this is the first failure in a while.
+  bool delayRestart() {
+    const auto now = Clock::now();
+    const bool isFirst = !lastFailure_ || now - *lastFailure_ > kForgiveness;
+    if (isFirst) restartDelay_.reset();
+    lastFailure_ = now;
+    restartAt_ = now + restartDelay_.next();
+    return isFirst;
+  }
+
   std::vector<DecodedCode> look(const LumaPicture& luma, std::chrono::steady_clock::time_point captureTime) {
     if (!picture_) picture_.emplace();
     if (!process_) process_ = std::make_unique<ReaderProcess>(program_, picture_->descriptor());
@@ -64,7 +80,9 @@ class ProcessCodeReader : public CodeReader {
   LumaBuffer luma_;
   std::optional<SharedPicture> picture_;
   std::unique_ptr<ReaderProcess> process_;
-  RestartPause pause_;
+  Backoff restartDelay_{std::chrono::milliseconds(100), std::chrono::seconds(5)};
+  std::optional<Clock::time_point> lastFailure_;
+  Clock::time_point restartAt_;
   bool isSizeReported_ = false;
 };
 
@@ -97,13 +115,7 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
 
 }  // namespace
 
-std::filesystem::path readerProgram() {
-  std::error_code error;
-  const auto programs = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-  auto beside = programs / "nivlo-reader";
-  if (std::filesystem::exists(beside, error)) return beside;
-  return (programs / "../libexec/nivlo/nivlo-reader").lexically_normal();
-}
+std::filesystem::path readerProgram() { return programFile("nivlo-reader", "../libexec/nivlo/nivlo-reader"); }
 
 std::unique_ptr<CodeReaderDriver> makeProcessCodeReaderDriver(std::chrono::milliseconds deadline,
                                                               std::filesystem::path program) {

@@ -1,23 +1,13 @@
 #include "linux/desktop/bus/BusLink.hpp"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
 
 namespace nivlo {
 
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr std::chrono::milliseconds kFirstDelay = 250ms;
-constexpr std::chrono::milliseconds kLongestDelay = 1min;
-
-}  // namespace
-
 BusLink::BusLink(const std::string& address, Events events)
-    : address_(address), events_(std::move(events)), delay_(kFirstDelay), cancellable_(g_cancellable_new()) {
+    : address_(address), events_(std::move(events)), cancellable_(g_cancellable_new()) {
   connect();
 }
 
@@ -38,14 +28,13 @@ void BusLink::connect() {
 }
 
 void BusLink::connectLater() {
-  retry_.reset(g_timeout_source_new(static_cast<guint>(delay_.count())));
+  retry_.reset(g_timeout_source_new(static_cast<guint>(delay_.next().count())));
   const auto retry = [](gpointer data) -> gboolean {
     static_cast<BusLink*>(data)->connect();
     return G_SOURCE_REMOVE;
   };
   g_source_set_callback(retry_.get(), retry, this, nullptr);
   g_source_attach(retry_.get(), nullptr);
-  delay_ = std::min(2 * delay_, kLongestDelay);
 }
 
 void BusLink::onConnected(GObject*, GAsyncResult* result, gpointer data) {
@@ -65,7 +54,7 @@ void BusLink::onConnected(GObject*, GAsyncResult* result, gpointer data) {
   }
   g_dbus_connection_set_exit_on_close(connection.get(), FALSE);
   g_signal_connect(connection.get(), "closed", G_CALLBACK(onClosed), &self);
-  self.delay_ = kFirstDelay;
+  self.delay_.reset();
   self.connection_ = std::move(connection);
   self.events_.connected(self.connection_.get());
 }

@@ -9,6 +9,7 @@
 
 #include "linux/handles/Owned.hpp"
 #include "linux/handles/OwnedSource.hpp"
+#include "linux/timing/Backoff.hpp"
 
 namespace nivlo {
 
@@ -37,7 +38,7 @@ class BusLink {
 
   std::string address_;
   Events events_;
-  std::chrono::milliseconds delay_;
+  Backoff delay_{std::chrono::milliseconds(250), std::chrono::minutes(1)};
   Owned<GCancellable, g_object_unref> cancellable_;
   Owned<GDBusConnection, g_object_unref> connection_;
   OwnedSource retry_;
