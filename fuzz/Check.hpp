@@ -8,7 +8,9 @@ namespace nivlo::fuzz {
 
 /// Ends the process, which the fuzzer reports with the input, where it does not hold.
 inline void check(bool holds, const char* what) {
-  if (holds) return;
+  if (holds) {
+    return;
+  }
   std::fprintf(stderr, "does not hold: %s\n", what);
   std::abort();
 }

@@ -15,7 +15,9 @@ namespace {
 
 void readLink(const std::string& text) {
   const auto url = NSURL::URLWithString(text);
-  if (!url) return;
+  if (!url) {
+    return;
+  }
   check(url->absoluteString() == text, "a link keeps its bytes");
   check(!url->scheme().empty(), "a link has a scheme");
   if (const auto path = url->filePath()) {
@@ -30,7 +32,9 @@ void readDescription(const std::string& text) {
   std::string error;
   const auto bundle = NSBundle::bundleWithPath(folder.path(), &error);
   check((bundle == nullptr) == !error.empty(), "no bundle without a cause");
-  if (!bundle) return;
+  if (!bundle) {
+    return;
+  }
   for (const auto& [key, value] : bundle->infoDictionary().entries()) {
     const auto* kept = bundle->infoDictionary().objectForKey(key);
     check(kept == &value, "a key is there once");
@@ -44,13 +48,17 @@ bool isOfSaneWidth(const std::string& format) {
   int digits = 0;
   for (const char c : format) {
     digits = c >= '0' && c <= '9' ? digits + 1 : 0;
-    if (digits > 4) return false;
+    if (digits > 4) {
+      return false;
+    }
   }
   return true;
 }
 
 void fillIn(const std::string& format) {
-  if (!isOfSaneWidth(format)) return;
+  if (!isOfSaneWidth(format)) {
+    return;
+  }
   stringWithFormat(format);
   stringWithFormat(format, 7, -1.5, "text", 'c');
   stringWithFormat(format, std::string("text"), 1UL << 63, 1e300, static_cast<const void*>(&format));

@@ -11,9 +11,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace nivlo;
   LookRequest request{.width = 640, .height = 480};
   // Answers to another request are not looked into.
-  if (size >= sizeof request.number) std::memcpy(&request.number, data, sizeof request.number);
+  if (size >= sizeof request.number) {
+    std::memcpy(&request.number, data, sizeof request.number);
+  }
   const auto codes = parseReply(request, {reinterpret_cast<const char*>(data), size});
-  if (!codes) return 0;
+  if (!codes) {
+    return 0;
+  }
   for (const DecodedCode& code : *codes) {
     fuzz::check(code.corners.size() == 4, "a code has four corners");
     for (const CGPoint corner : code.corners) {

@@ -40,8 +40,9 @@ class NoisyCamera {
     std::normal_distribution<double> noise(0, kNoise);
     for (LumaBuffer& picture : pictures_) {
       picture.copyFrom(scene);
-      for (std::uint8_t* pixel = picture.row(0); pixel != picture.row(kHeight); ++pixel)
+      for (std::uint8_t* pixel = picture.row(0); pixel != picture.row(kHeight); ++pixel) {
         *pixel = static_cast<std::uint8_t>(std::clamp(*pixel + noise(random), 0.0, 255.0));
+      }
     }
   }
 
@@ -60,7 +61,9 @@ class NoisyCamera {
 
 double secondsOn(clockid_t clock) {
   timespec time{};
-  if (clock_gettime(clock, &time) != 0) throw std::runtime_error("a reader has ended");
+  if (clock_gettime(clock, &time) != 0) {
+    throw std::runtime_error("a reader has ended");
+  }
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
@@ -69,21 +72,27 @@ clockid_t clockOfChild() {
   pid_t child = 0;
   std::ifstream("/proc/thread-self/children") >> child;
   clockid_t clock{};
-  if (child == 0 || clock_getcpuclockid(child, &clock) != 0) throw std::runtime_error("there is no reader");
+  if (child == 0 || clock_getcpuclockid(child, &clock) != 0) {
+    throw std::runtime_error("there is no reader");
+  }
   return clock;
 }
 
 IdleCost watched(const LumaPicture& scene) {
   NoisyCamera camera(scene);
   const auto reader = atScenesPace(makeProcessCodeReaderDriver())->makeReader();
-  if (!reader) throw std::runtime_error("nivlo-reader is missing");
+  if (!reader) {
+    throw std::runtime_error("nivlo-reader is missing");
+  }
   auto due = Clock::now();
   auto nextLook = due;
   const auto watchFor = [&](std::chrono::seconds time) {
     for (const auto end = due + time; due < end; due += kFrameInterval) {
       std::this_thread::sleep_until(due);
       const auto now = Clock::now();
-      if (now < nextLook) continue;
+      if (now < nextLook) {
+        continue;
+      }
       reader->look(camera.frame(now));
       nextLook = now + reader->lookInterval();
     }
@@ -107,12 +116,16 @@ std::vector<IdleCost> measureIdleCost(const std::vector<test::Photo>& scenes) {
       const ImageLoad image = loadImageFile(path);
       LumaBuffer buffer;
       const auto luma = image.frame ? lumaOf(*image.frame, buffer) : std::nullopt;
-      if (!luma) throw std::runtime_error(path.string() + ": " + image.error);
+      if (!luma) {
+        throw std::runtime_error(path.string() + ": " + image.error);
+      }
       return watched(cameraPicture(*luma, kWidth, kHeight).picture());
     }));
   }
   std::vector<IdleCost> costs;
-  for (auto& cost : running) costs.push_back(cost.get());
+  for (auto& cost : running) {
+    costs.push_back(cost.get());
+  }
   return costs;
 }
 

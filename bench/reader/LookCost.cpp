@@ -35,31 +35,43 @@ void measure(const LumaPicture& picture, int output) {
     const double start = cpuMilliseconds();
     reader.read(picture, captureTime);
     const double spent = cpuMilliseconds() - start;
-    if (write(output, &spent, sizeof spent) != sizeof spent) return;
+    if (write(output, &spent, sizeof spent) != sizeof spent) {
+      return;
+    }
   }
   const double start = cpuMilliseconds();
   ZXing::ReadBarcodes(
       {picture.pixels, picture.width, picture.height, ZXing::ImageFormat::Lum, picture.stride}, {});
   const double spent = cpuMilliseconds() - start;
-  if (write(output, &spent, sizeof spent) != sizeof spent) return;
+  if (write(output, &spent, sizeof spent) != sizeof spent) {
+    return;
+  }
 }
 
 std::vector<double> measuredApart(const LumaPicture& picture) {
   int ends[2];
-  if (pipe(ends) != 0) return {};
+  if (pipe(ends) != 0) {
+    return {};
+  }
   const pid_t child = fork();
   if (child == 0) {
     constexpr rlimit kNoCore{0, 0};
     setrlimit(RLIMIT_CORE, &kNoCore);
-    if (!std::freopen("/dev/null", "w", stderr)) _exit(1);
+    if (!std::freopen("/dev/null", "w", stderr)) {
+      _exit(1);
+    }
     measure(picture, ends[1]);
     _exit(0);
   }
   close(ends[1]);
   std::vector<double> times;
-  for (double time = 0; read(ends[0], &time, sizeof time) == sizeof time;) times.push_back(time);
+  for (double time = 0; read(ends[0], &time, sizeof time) == sizeof time;) {
+    times.push_back(time);
+  }
   close(ends[0]);
-  if (child > 0) waitpid(child, nullptr, 0);
+  if (child > 0) {
+    waitpid(child, nullptr, 0);
+  }
   return times;
 }
 
@@ -71,15 +83,18 @@ LookCost measureLookCost(const std::vector<test::Photo>& photos, int width, int 
     const ImageLoad image = loadImageFile(photo.path);
     LumaBuffer buffer;
     const auto luma = image.frame ? lumaOf(*image.frame, buffer) : std::nullopt;
-    if (!luma) continue;
+    if (!luma) {
+      continue;
+    }
     const LumaBuffer frame = cameraPicture(*luma, width, height);
     const std::vector<double> times = measuredApart(frame.picture());
     const auto looks = static_cast<std::ptrdiff_t>(std::min<std::size_t>(times.size(), kLooks));
     cost.looks.insert(cost.looks.end(), times.begin(), times.begin() + looks);
-    if (times.size() > kLooks)
+    if (times.size() > kLooks) {
       cost.libraryCalls.push_back(times[kLooks]);
-    else
+    } else {
       ++cost.libraryCrashes;
+    }
   }
   return cost;
 }

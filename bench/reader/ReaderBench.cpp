@@ -27,7 +27,9 @@ void printRecall(const std::vector<test::Photo>& photos) {
   Recall all;
   for (const auto& [type, recall] : measureRecall(photos)) {
     row(type == "-" ? "no code" : type, recall);
-    if (type == "-") continue;
+    if (type == "-") {
+      continue;
+    }
     all.photos += recall.photos;
     all.readAtOnce += recall.readAtOnce;
     all.readInASecond += recall.readInASecond;
@@ -41,7 +43,9 @@ void printRecall(const std::vector<test::Photo>& photos) {
 }
 
 double quantile(std::vector<double> values, double part) {
-  if (values.empty()) return 0;
+  if (values.empty()) {
+    return 0;
+  }
   std::sort(values.begin(), values.end());
   return values[static_cast<std::size_t>(part * static_cast<double>(values.size() - 1))];
 }
@@ -61,8 +65,9 @@ void printCost(const char* what, const std::vector<test::Photo>& photos) {
     };
     row("look", cost.looks);
     row("library call", cost.libraryCalls);
-    if (cost.libraryCrashes > 0)
+    if (cost.libraryCrashes > 0) {
       fmt::print("{:<27}{} library calls ended their process\n", "", cost.libraryCrashes);
+    }
   }
 }
 
@@ -87,7 +92,9 @@ std::vector<test::Photo> chosen(const std::vector<test::Photo>& photos, bool wit
   std::vector<test::Photo> result;
   std::size_t seen = 0;
   for (const test::Photo& photo : photos) {
-    if ((photo.type != "-") == withCode && seen++ % step == 0) result.push_back(photo);
+    if ((photo.type != "-") == withCode && seen++ % step == 0) {
+      result.push_back(photo);
+    }
   }
   return result;
 }
@@ -113,9 +120,15 @@ int run(const std::vector<std::string>& arguments) {
     return arguments.size() == 1 ||
            std::find(arguments.begin() + 1, arguments.end(), table) != arguments.end();
   };
-  if (wanted("recall")) printRecall(photos);
-  if (wanted("cost")) printCosts(photos);
-  if (wanted("idle")) printIdleCost(chosen(photos, false, 13));
+  if (wanted("recall")) {
+    printRecall(photos);
+  }
+  if (wanted("cost")) {
+    printCosts(photos);
+  }
+  if (wanted("idle")) {
+    printIdleCost(chosen(photos, false, 13));
+  }
   return 0;
 }
 

@@ -30,8 +30,12 @@ void look(const VideoFrame& still, const test::Photo& photo, Recall& recall) {
   bool read = false;
   bool misread = false;
   for (int look = 0; look < kLooksInASecond; ++look, frame.captureTime += milliseconds(100)) {
-    for (const DecodedCode& code : reader->look(frame)) (isRight(code, photo) ? read : misread) = true;
-    if (look == 0) recall.readAtOnce += read;
+    for (const DecodedCode& code : reader->look(frame)) {
+      (isRight(code, photo) ? read : misread) = true;
+    }
+    if (look == 0) {
+      recall.readAtOnce += read;
+    }
   }
   recall.readInASecond += read;
   recall.misread += misread;
@@ -47,32 +51,43 @@ std::filesystem::path asPNG(const VideoFrame& frame, const std::filesystem::path
       const std::uint8_t* rgb =
           frame.planes[0].data + static_cast<std::ptrdiff_t>(y) * frame.planes[0].stride + x * bytes;
       std::uint8_t* out = &bgrx[4 * (static_cast<std::size_t>(y) * frame.width + x)];
-      for (int channel = 0; channel < 3; ++channel) out[2 - channel] = rgb[channel];
+      for (int channel = 0; channel < 3; ++channel) {
+        out[2 - channel] = rgb[channel];
+      }
     }
   }
   std::filesystem::path path = directory / fmt::format("{}.png", index);
   if (const std::string error = writePNG(path, bgrx.data(), frame.width, frame.height, 4 * frame.width);
-      !error.empty())
+      !error.empty()) {
     throw std::runtime_error(error);
+  }
   return path;
 }
 
 /// Whether the text is there, in one of the ways in which the tools write it: UPC-A and UPC-E have several.
 bool tells(const std::string& output, const test::Photo& photo) {
-  if (photo.type == "-" || photo.text.empty()) return false;
-  if (output.find(photo.text) != std::string::npos) return true;
+  if (photo.type == "-" || photo.text.empty()) {
+    return false;
+  }
+  if (output.find(photo.text) != std::string::npos) {
+    return true;
+  }
   const bool hasDigits = photo.text.size() == 13 && photo.text[0] == '0';
-  if (photo.type == "org.gs1.EAN-13")
+  if (photo.type == "org.gs1.EAN-13") {
     return hasDigits && output.find(photo.text.substr(1)) != std::string::npos;
-  if (photo.type != "org.gs1.UPC-E") return false;
+  }
+  if (photo.type != "org.gs1.UPC-E") {
+    return false;
+  }
   std::string words = output;
   std::replace_if(
       words.begin(), words.end(), [](char c) { return c < '0' || c > '9'; }, ' ');
   std::istringstream stream(words);
   for (std::string word; stream >> word;) {
     if (hasDigits &&
-        (word == photo.text.substr(1) || (word.size() == 8 && test::expandedUPCE(word) == photo.text)))
+        (word == photo.text.substr(1) || (word.size() == 8 && test::expandedUPCE(word) == photo.text))) {
       return true;
+    }
   }
   return false;
 }
@@ -122,7 +137,9 @@ std::map<std::string, Recall> measureRecall(const std::vector<test::Photo>& phot
     }
   };
   std::vector<std::jthread> workers;
-  for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) workers.emplace_back(work);
+  for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) {
+    workers.emplace_back(work);
+  }
   workers.clear();
   return recalls;
 }

@@ -74,9 +74,12 @@ class ParallelScan {
 };
 
 void writeText(std::ostream& out, std::ostream& err, const std::string& prefix, const Scan& scan) {
-  for (const DecodedCode& code : scan.codes)
+  for (const DecodedCode& code : scan.codes) {
     out << prefix << code.type << ": " << visibleText(code.text) << '\n';
-  if (scan.codes.empty() && scan.error.empty()) err << prefix << "no code found\n";
+  }
+  if (scan.codes.empty() && scan.error.empty()) {
+    err << prefix << "no code found\n";
+  }
 }
 
 void writeJSON(std::ostream& out, const std::filesystem::path& file, const Scan& scan) {
@@ -85,11 +88,15 @@ void writeJSON(std::ostream& out, const std::filesystem::path& file, const Scan&
   object["codes"] = nlohmann::ordered_json::array();
   for (const DecodedCode& code : scan.codes) {
     nlohmann::ordered_json corners = nlohmann::ordered_json::array();
-    for (const CGPoint& corner : code.corners) corners.push_back({corner.x, corner.y});
+    for (const CGPoint& corner : code.corners) {
+      corners.push_back({corner.x, corner.y});
+    }
     object["codes"].push_back({{"type", code.type}, {"text", code.text}, {"corners", corners}});
   }
   object["milliseconds"] = std::round(scan.duration.count() * 10) / 10;
-  if (!scan.error.empty()) object["error"] = scan.error;
+  if (!scan.error.empty()) {
+    object["error"] = scan.error;
+  }
   // A file's name may hold any bytes; those that are not UTF-8 become U+FFFD.
   out << object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
@@ -101,10 +108,14 @@ class Progress {
       : err_(err), total_(total), shown_(total > 1 && &err == &std::cerr && isatty(STDERR_FILENO)) {}
 
   void show(std::size_t done) {
-    if (shown_) err_ << "\r" << done << " of " << total_ << " pictures" << std::flush;
+    if (shown_) {
+      err_ << "\r" << done << " of " << total_ << " pictures" << std::flush;
+    }
   }
   void wipe() {
-    if (shown_) err_ << "\r\x1b[K" << std::flush;
+    if (shown_) {
+      err_ << "\r\x1b[K" << std::flush;
+    }
   }
 
  private:
@@ -116,7 +127,9 @@ class Progress {
 }  // namespace
 
 int runScan(const ScanOptions& options, std::ostream& out, std::ostream& err) {
-  if (!makeProcessCodeReaderDriver()->makeReader()) return 1;
+  if (!makeProcessCodeReaderDriver()->makeReader()) {
+    return 1;
+  }
   ParallelScan scans(options.files);
   Progress progress(err, options.files.size());
   int status = 0;
@@ -132,7 +145,9 @@ int runScan(const ScanOptions& options, std::ostream& out, std::ostream& err) {
       writeText(out, err, options.files.size() > 1 ? name + ": " : "", scan);
     }
     out << std::flush;
-    if (scan.error.empty()) continue;
+    if (scan.error.empty()) {
+      continue;
+    }
     err << "nivlo: " << name << ": " << visibleText(scan.error) << '\n';
     status = 1;
   }

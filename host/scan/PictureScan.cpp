@@ -24,7 +24,9 @@ Box boxAround(const std::vector<CGPoint>& corners) {
 
 /// Different looks place the same code some pixels apart; equal labels do not lie on one another.
 bool isSameCode(const DecodedCode& first, const DecodedCode& second) {
-  if (first.type != second.type || first.text != second.text) return false;
+  if (first.type != second.type || first.text != second.text) {
+    return false;
+  }
   const Box a = boxAround(first.corners);
   const Box b = boxAround(second.corners);
   return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
@@ -39,8 +41,9 @@ std::vector<DecodedCode> scanPicture(CodeReader& reader, const VideoFrame& frame
     bool news = codes.empty();
     for (DecodedCode& code : reader.look(frame)) {
       if (std::any_of(codes.begin(), codes.end(),
-                      [&](const DecodedCode& known) { return isSameCode(known, code); }))
+                      [&](const DecodedCode& known) { return isSameCode(known, code); })) {
         continue;
+      }
       codes.push_back(std::move(code));
       news = true;
     }

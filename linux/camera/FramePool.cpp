@@ -15,7 +15,9 @@ struct FramePool::Shelf {
 
   Block take() {
     const std::lock_guard lock(mutex);
-    if (blocks.empty()) return std::make_unique_for_overwrite<std::uint8_t[]>(bytesPerFrame);
+    if (blocks.empty()) {
+      return std::make_unique_for_overwrite<std::uint8_t[]>(bytesPerFrame);
+    }
     Block block = std::move(blocks.back());
     blocks.pop_back();
     return block;
@@ -23,7 +25,9 @@ struct FramePool::Shelf {
 
   void put(Block block) {
     const std::lock_guard lock(mutex);
-    if (blocks.size() < capacity) blocks.push_back(std::move(block));
+    if (blocks.size() < capacity) {
+      blocks.push_back(std::move(block));
+    }
   }
 
   const std::size_t bytesPerFrame;

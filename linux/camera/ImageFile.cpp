@@ -38,12 +38,24 @@ std::string takeMessage(GError* error) {
 std::string fileProblem(const std::filesystem::path& path) {
   std::error_code problem;
   const auto status = std::filesystem::status(path, problem);
-  if (status.type() == std::filesystem::file_type::not_found) return "there is no such file; check the path";
-  if (problem) return problem.message() + "; check the path and its permissions";
-  if (std::filesystem::is_directory(status)) return "it is a directory; name a picture inside it";
-  if (!std::filesystem::is_regular_file(status)) return "it is not a regular file; copy the picture into one";
-  if (!std::ifstream(path)) return "it may not be read; check its permissions";
-  if (std::filesystem::file_size(path, problem) == 0) return "the file is empty; save or download it again";
+  if (status.type() == std::filesystem::file_type::not_found) {
+    return "there is no such file; check the path";
+  }
+  if (problem) {
+    return problem.message() + "; check the path and its permissions";
+  }
+  if (std::filesystem::is_directory(status)) {
+    return "it is a directory; name a picture inside it";
+  }
+  if (!std::filesystem::is_regular_file(status)) {
+    return "it is not a regular file; copy the picture into one";
+  }
+  if (!std::ifstream(path)) {
+    return "it may not be read; check its permissions";
+  }
+  if (std::filesystem::file_size(path, problem) == 0) {
+    return "the file is empty; save or download it again";
+  }
   return {};
 }
 
@@ -83,8 +95,12 @@ bool endsBeforeEndMarker(std::string_view jpeg) {
     const int marker = byteAt(at + 1);
     const bool isMarker = byteAt(at) == 0xFF && marker != 0 && marker != 0xFF;
     const bool hasLength = isMarker && (marker < firstRestart || marker > lastRestart);
-    if (isMarker && marker == endOfImage) return false;
-    if (hasLength && at + 3 >= jpeg.size()) return true;
+    if (isMarker && marker == endOfImage) {
+      return false;
+    }
+    if (hasLength && at + 3 >= jpeg.size()) {
+      return true;
+    }
     at += hasLength ? 2 + (byteAt(at + 2) << 8 | byteAt(at + 3)) : 1;
   }
   return true;
@@ -93,7 +109,9 @@ bool endsBeforeEndMarker(std::string_view jpeg) {
 bool endsBeforeStatedSize(std::string_view riff) {
   constexpr std::size_t headerSize = 8;
   std::size_t size = 0;
-  for (const std::size_t at : {7, 6, 5, 4}) size = size << 8 | static_cast<unsigned char>(riff[at]);
+  for (const std::size_t at : {7, 6, 5, 4}) {
+    size = size << 8 | static_cast<unsigned char>(riff[at]);
+  }
   return riff.size() < headerSize + size;
 }
 
@@ -101,16 +119,22 @@ bool endsBeforeStatedSize(std::string_view riff) {
 bool isTruncated(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (bytes.starts_with("\xFF\xD8")) return endsBeforeEndMarker(bytes);
+  if (bytes.starts_with("\xFF\xD8")) {
+    return endsBeforeEndMarker(bytes);
+  }
   return bytes.starts_with("RIFF") && bytes.size() > 8 && endsBeforeStatedSize(bytes);
 }
 
 Pixbuf onWhite(Pixbuf picture) {
-  if (!gdk_pixbuf_get_has_alpha(picture.get())) return picture;
+  if (!gdk_pixbuf_get_has_alpha(picture.get())) {
+    return picture;
+  }
   const int width = gdk_pixbuf_get_width(picture.get());
   const int height = gdk_pixbuf_get_height(picture.get());
   Pixbuf opaque(gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height));
-  if (!opaque) return nullptr;
+  if (!opaque) {
+    return nullptr;
+  }
   gdk_pixbuf_fill(opaque.get(), 0xFFFFFFFF);
   gdk_pixbuf_composite(picture.get(), opaque.get(), 0, 0, width, height, 0, 0, 1, 1, GDK_INTERP_NEAREST, 255);
   return opaque;
@@ -135,15 +159,27 @@ ImageLoad loadImageFile(const std::filesystem::path& path) {
   const auto failure = [&](const std::string& cause) {
     return ImageLoad{nullptr, "cannot read the picture " + path.string() + ": " + cause};
   };
-  if (const auto problem = fileProblem(path); !problem.empty()) return failure(problem);
-  if (const auto problem = contentProblem(path); !problem.empty()) return failure(problem);
+  if (const auto problem = fileProblem(path); !problem.empty()) {
+    return failure(problem);
+  }
+  if (const auto problem = contentProblem(path); !problem.empty()) {
+    return failure(problem);
+  }
   GError* error = nullptr;
   Pixbuf picture(gdk_pixbuf_new_from_file(path.c_str(), &error));
-  if (!picture) return failure(takeMessage(error) + "; save or download it again");
-  if (isTruncated(path)) return failure("the file breaks off before its end; save or download it again");
+  if (!picture) {
+    return failure(takeMessage(error) + "; save or download it again");
+  }
+  if (isTruncated(path)) {
+    return failure("the file breaks off before its end; save or download it again");
+  }
   picture.reset(gdk_pixbuf_apply_embedded_orientation(picture.get()));
-  if (picture) picture = onWhite(std::move(picture));
-  if (!picture) return failure("there is not enough memory for it; scale it down");
+  if (picture) {
+    picture = onWhite(std::move(picture));
+  }
+  if (!picture) {
+    return failure("there is not enough memory for it; scale it down");
+  }
   return {asFrame(std::move(picture)), {}};
 }
 
@@ -152,9 +188,13 @@ std::string writePNG(const std::filesystem::path& path, const std::uint8_t* bgrx
   const auto failure = [&](const std::string& cause) {
     return "cannot write " + path.string() + ": " + cause;
   };
-  if (!bgrx || width <= 0 || height <= 0) return failure("there is no picture to write");
+  if (!bgrx || width <= 0 || height <= 0) {
+    return failure("there is no picture to write");
+  }
   Pixbuf picture(gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height));
-  if (!picture) return failure("there is not enough memory for the picture");
+  if (!picture) {
+    return failure("there is not enough memory for the picture");
+  }
   libyuv::ARGBToRAW(bgrx, stride, gdk_pixbuf_get_pixels(picture.get()),
                     gdk_pixbuf_get_rowstride(picture.get()), width, height);
   GError* error = nullptr;

@@ -13,9 +13,13 @@ PacedStream::PacedStream(Clock::duration interval, FrameSource source, CameraFra
 void PacedStream::run(const std::stop_token& stop) {
   auto due = Clock::now();
   while (!stop.stop_requested()) {
-    if (auto frame = source_(due); frame && !stop.stop_requested()) onFrame_(std::move(frame));
+    if (auto frame = source_(due); frame && !stop.stop_requested()) {
+      onFrame_(std::move(frame));
+    }
     due += interval_;
-    if (const auto now = Clock::now(); due < now) due += (now - due) / interval_ * interval_;
+    if (const auto now = Clock::now(); due < now) {
+      due += (now - due) / interval_ * interval_;
+    }
     std::unique_lock lock(mutex_);
     wake_.wait_until(lock, stop, due, [] { return false; });
   }

@@ -25,7 +25,9 @@ bool isWeak(std::string_view type) {
 std::vector<Reading> Confirmation::confirmed(std::vector<Reading> readings, const Look& look) {
   ++looks_;
   std::erase_if(readings, [&](const Reading& reading) {
-    if (!isWeak(reading.type)) return false;
+    if (!isWeak(reading.type)) {
+      return false;
+    }
     return !counts(noted(reading, look));
   });
   std::erase_if(sightings_,
@@ -37,7 +39,9 @@ Confirmation::Sighting& Confirmation::noted(const Reading& reading, const Look& 
   auto known = std::find_if(sightings_.begin(), sightings_.end(), [&](const Sighting& sighting) {
     return sighting.reading.type == reading.type && sighting.reading.text == reading.text;
   });
-  if (known == sightings_.end()) known = sightings_.insert(known, {reading, {}, {}});
+  if (known == sightings_.end()) {
+    known = sightings_.insert(known, {reading, {}, {}});
+  }
   known->reading.outline = reading.outline;
   known->lastLook = looks_;
   known->isCertain = known->isCertain || reading.isCertain;
@@ -47,8 +51,12 @@ Confirmation::Sighting& Confirmation::noted(const Reading& reading, const Look& 
 }
 
 bool Confirmation::counts(const Sighting& sighting) const {
-  if (sighting.isCertain) return true;
-  if (sighting.strategies.size() < kStrategiesNeeded && sighting.frames.size() < kFramesNeeded) return false;
+  if (sighting.isCertain) {
+    return true;
+  }
+  if (sighting.strategies.size() < kStrategiesNeeded && sighting.frames.size() < kFramesNeeded) {
+    return false;
+  }
   return std::none_of(sightings_.begin(), sightings_.end(), [&](const Sighting& other) {
     return &other != &sighting && meet(other.reading, sighting.reading) &&
            (other.isCertain || sighting.strategies.size() <= other.strategies.size());

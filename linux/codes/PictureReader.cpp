@@ -19,7 +19,9 @@ constexpr double kLeastBudget = 960 * 540;
 
 /// The outline as it was read may be of a view that was squeezed along the bars.
 void followBars(Reading& reading, const LumaPicture& picture) {
-  if (!reading.isLinear) return;
+  if (!reading.isLinear) {
+    return;
+  }
   const auto& [topLeft, topRight, bottomRight, bottomLeft] = reading.outline;
   reading.outline = barOutline(picture, {(topLeft.x + bottomLeft.x) / 2, (topLeft.y + bottomLeft.y) / 2},
                                {(topRight.x + bottomRight.x) / 2, (topRight.y + bottomRight.y) / 2});
@@ -36,7 +38,9 @@ std::vector<DecodedCode> PictureReader::read(const LumaPicture& picture,
     std::vector<Reading> readings = withoutDuplicates(strategy.read(scene));
     seenAny = seenAny || !readings.empty();
     readings = confirmation_.confirmed(std::move(readings), {&strategy, captureTime});
-    for (Reading& reading : readings) followBars(reading, picture);
+    for (Reading& reading : readings) {
+      followBars(reading, picture);
+    }
     found.insert(found.end(), std::make_move_iterator(readings.begin()),
                  std::make_move_iterator(readings.end()));
   };
@@ -46,14 +50,18 @@ std::vector<DecodedCode> PictureReader::read(const LumaPicture& picture,
   for (std::size_t step = 0; step < schedule_.rotation.size() && found.empty() && spent < budget; ++step) {
     ReadingStrategy& strategy = *schedule_.rotation[next_];
     spent += strategy.cost(scene);
-    if (step > 0 && spent > budget) break;
+    if (step > 0 && spent > budget) {
+      break;
+    }
     readWith(strategy);
     next_ = (next_ + 1) % schedule_.rotation.size();
   }
   // Which of the codes in view is pointed at shows only when all of them are known, so a look that finds one
   // looks for the others as well. It may also confirm what was found.
   if (seenAny) {
-    for (ReadingStrategy* strategy : schedule_.mostComplete) readWith(*strategy);
+    for (ReadingStrategy* strategy : schedule_.mostComplete) {
+      readWith(*strategy);
+    }
   }
   found = withoutDuplicates(std::move(found));
   sortPointedAtLast(found, picture.width, picture.height);

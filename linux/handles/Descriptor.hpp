@@ -11,7 +11,9 @@ class Descriptor {
  public:
   explicit Descriptor(int number = -1) : number_(number) {}
   ~Descriptor() {
-    if (number_ >= 0) close(number_);
+    if (number_ >= 0) {
+      close(number_);
+    }
   }
   Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {

@@ -30,17 +30,23 @@ std::vector<std::string> environmentWith(const Environment& changes) {
   std::vector<std::string> result;
   for (char** entry = environ; *entry != nullptr; ++entry) {
     const std::string_view text = *entry;
-    if (!changes.contains(std::string(text.substr(0, text.find('='))))) result.emplace_back(text);
+    if (!changes.contains(std::string(text.substr(0, text.find('='))))) {
+      result.emplace_back(text);
+    }
   }
   for (const auto& [name, value] : changes) {
-    if (value) result.push_back(name + "=" + *value);
+    if (value) {
+      result.push_back(name + "=" + *value);
+    }
   }
   return result;
 }
 
 std::vector<char*> pointersTo(std::vector<std::string>& strings) {
   std::vector<char*> pointers;
-  for (std::string& string : strings) pointers.push_back(string.data());
+  for (std::string& string : strings) {
+    pointers.push_back(string.data());
+  }
   pointers.push_back(nullptr);
   return pointers;
 }
@@ -50,7 +56,9 @@ std::vector<char*> pointersTo(std::vector<std::string>& strings) {
                                 char** environment) {
   setpgid(0, 0);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
-  if (getppid() != parent) _exit(127);
+  if (getppid() != parent) {
+    _exit(127);
+  }
   dup2(input, STDIN_FILENO);
   dup2(output, STDOUT_FILENO);
   dup2(error, STDERR_FILENO);
@@ -70,13 +78,17 @@ ChildProcess::ChildProcess(std::vector<std::string> arguments, const Environment
   const std::vector<char*> argumentPointers = pointersTo(arguments);
   const std::vector<char*> environmentPointers = pointersTo(environment);
   std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category(), "pipe");
+  }
   const FileDescriptor readEnd(ends[0]);
   input_ = FileDescriptor(ends[1]);
 
   const pid_t self = getpid();
   pid_ = fork();
-  if (pid_ < 0) throw std::system_error(errno, std::generic_category(), "fork");
+  if (pid_ < 0) {
+    throw std::system_error(errno, std::generic_category(), "fork");
+  }
   if (pid_ == 0) {
     becomeProgram(self, readEnd.get(), output_.file.get(), error_.file.get(),
                   const_cast<char**>(argumentPointers.data()),
@@ -96,7 +108,9 @@ std::optional<std::string> ChildProcess::waitForLine(std::string_view text,
         // Asked before the search, which so sees the last words of a program that has ended.
         const bool goesOn = isRunning();
         line = output_.findLine(text);
-        if (!line) line = error_.findLine(text);
+        if (!line) {
+          line = error_.findLine(text);
+        }
         return line || !goesOn;
       },
       timeout);
@@ -119,7 +133,9 @@ void ChildProcess::expectReady(const std::function<bool()>& condition) {
 }
 
 void ChildProcess::require(bool holds) const {
-  if (!holds) throw std::runtime_error(name_ + " does not do what is expected: " + output());
+  if (!holds) {
+    throw std::runtime_error(name_ + " does not do what is expected: " + output());
+  }
 }
 
 ChildProcess::Collected::Collected() : file(makeCollector()) {}
@@ -136,7 +152,9 @@ std::optional<std::string> ChildProcess::Collected::findLine(std::string_view te
   const std::string all = this->text();
   const std::size_t found = all.find(text, searched);
   const std::size_t end = found == std::string::npos ? found : all.find('\n', found);
-  if (end == std::string::npos) return std::nullopt;
+  if (end == std::string::npos) {
+    return std::nullopt;
+  }
   const std::size_t begin = std::max(all.rfind('\n', found) + 1, searched);
   searched = end + 1;
   return all.substr(begin, end - begin);
@@ -152,8 +170,12 @@ bool ChildProcess::write(std::string_view text) {
   static_cast<void>(previous);
   while (!text.empty()) {
     const ssize_t written = ::write(input_.get(), text.data(), text.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
+    if (written < 0 && errno == EINTR) {
+      continue;
+    }
+    if (written <= 0) {
+      return false;
+    }
     text.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
@@ -162,7 +184,9 @@ bool ChildProcess::write(std::string_view text) {
 void ChildProcess::closeInput() { input_.reset(); }
 
 void ChildProcess::signal(int number) {
-  if (!exitStatus_) ::kill(pid_, number);
+  if (!exitStatus_) {
+    ::kill(pid_, number);
+  }
 }
 
 std::optional<int> ChildProcess::terminate(std::chrono::milliseconds timeout) {
@@ -181,9 +205,13 @@ std::optional<int> ChildProcess::waitForExit(std::chrono::milliseconds timeout) 
 }
 
 bool ChildProcess::isRunning() {
-  if (exitStatus_) return false;
+  if (exitStatus_) {
+    return false;
+  }
   int status = 0;
-  if (waitpid(pid_, &status, WNOHANG) != pid_) return true;
+  if (waitpid(pid_, &status, WNOHANG) != pid_) {
+    return true;
+  }
   exitStatus_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   return false;
 }

@@ -18,7 +18,9 @@ void apply(const Environment& changes) {
 }  // namespace
 
 Environment merged(Environment first, const Environment& second) {
-  for (const auto& [name, value] : second) first[name] = value;
+  for (const auto& [name, value] : second) {
+    first[name] = value;
+  }
   return first;
 }
 

@@ -21,7 +21,9 @@ class FileDescriptor {
   int get() const { return number_; }
 
   void reset() {
-    if (number_ >= 0) close(number_);
+    if (number_ >= 0) {
+      close(number_);
+    }
     number_ = -1;
   }
 

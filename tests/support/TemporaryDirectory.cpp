@@ -11,7 +11,9 @@ namespace nivlo::test {
 
 TemporaryDirectory::TemporaryDirectory() {
   std::string name = std::filesystem::temp_directory_path() / "nivlo-XXXXXX";
-  if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
+  if (mkdtemp(name.data()) == nullptr) {
+    throw std::system_error(errno, std::generic_category(), name);
+  }
   path_ = name;
 }
 

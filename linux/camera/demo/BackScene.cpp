@@ -63,7 +63,9 @@ void forEachWindow(Visitor visit) {
   for (const auto& building : buildings) {
     for (double y = building.top + 14; y < cityBottom - 10; y += windowStep + 3) {
       for (double x = building.x + 9; x < building.x + building.width - 12; x += windowStep) {
-        if (scatter(++index) < 0.42) visit(x, y, index);
+        if (scatter(++index) < 0.42) {
+          visit(x, y, index);
+        }
       }
     }
   }
@@ -87,7 +89,9 @@ void drawCity(cairo_t* cairo) {
 void drawWindowFrame(cairo_t* cairo) {
   cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_EVEN_ODD);
   cairo_rectangle(cairo, 46, -20, 1188, 512);
-  for (const auto& pane : panes) cairo_rectangle(cairo, pane.x, pane.y, pane.width, pane.height);
+  for (const auto& pane : panes) {
+    cairo_rectangle(cairo, pane.x, pane.y, pane.width, pane.height);
+  }
   setVerticalGradient(cairo, 0, 500, {{0, {0x3D2A33}}, {1, {0x6B4636}}});
   cairo_fill(cairo);
   cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
@@ -233,7 +237,9 @@ void drawSteam(cairo_t* cairo, double seconds) {
 void drawTwinkle(cairo_t* cairo, double seconds) {
   constexpr double besideLamp = 1040;
   forEachWindow([&](double x, double y, unsigned index) {
-    if (x > besideLamp || scatter(index + 77) > 0.22) return;
+    if (x > besideLamp || scatter(index + 77) > 0.22) {
+      return;
+    }
     const double wave = std::sin(seconds * (0.5 + scatter(index)) + index);
     setPaint(cairo, {0x2B1E46, smoothStep(0.1, 0.5, wave) * 0.85});
     cairo_rectangle(cairo, x, y, 6, 8);
@@ -248,7 +254,9 @@ void drawAeroplane(cairo_t* cairo, double seconds) {
   fillRectangle(cairo, x + 6, y - 0.75, 70, 1.5);
   setPaint(cairo, {0xFFFFFF, 0.9});
   fillEllipse(cairo, {x, y}, 2.4, 2.4);
-  if (std::fmod(seconds, 1.2) < 0.25) drawGlow(cairo, {x, y}, 12, {0xFF5A5A, 1});
+  if (std::fmod(seconds, 1.2) < 0.25) {
+    drawGlow(cairo, {x, y}, 12, {0xFF5A5A, 1});
+  }
 }
 
 }  // namespace
@@ -266,13 +274,16 @@ BackScene::BackScene()
   drawLamp(cairo.get());
   drawLightString(cairo.get());
   drawGlow(drawOn(bulbGlow_).get(), {32, 32}, 32, {0xFFD98A, 0.9});
-  for (const int width : {300, 220, 380})
+  for (const int width : {300, 220, 380}) {
     clouds_.push_back(drawCloud(width, {0xF7B7B0, 0.55}, {0xB0578C, 0.30}));
+  }
 }
 
 void BackScene::drawSky(cairo_t* cairo, double seconds) const {
   cairo_save(cairo);
-  for (const auto& pane : panes) cairo_rectangle(cairo, pane.x, pane.y, pane.width, pane.height);
+  for (const auto& pane : panes) {
+    cairo_rectangle(cairo, pane.x, pane.y, pane.width, pane.height);
+  }
   cairo_clip(cairo);
   drawAeroplane(cairo, seconds);
   for (std::size_t i = 0; i < clouds_.size(); ++i) {
@@ -287,7 +298,9 @@ void BackScene::drawSky(cairo_t* cairo, double seconds) const {
 void BackScene::drawCard(cairo_t* cairo, double seconds) const {
   constexpr double appears = 0.5, stays = 4, moves = 0.45;
   const double local = std::fmod(seconds, cardPeriod) - appears;
-  if (local < 0 || local > stays) return;
+  if (local < 0 || local > stays) {
+    return;
+  }
   const auto& card = cards_[static_cast<std::size_t>(seconds / cardPeriod) % cards_.size()];
   const double shown = smoothStep(0, moves, local) * smoothStep(stays, stays - moves, local);
   const double x = sceneWidth / 2.0 + 20 * std::sin(local * 1.15 - 1.6);

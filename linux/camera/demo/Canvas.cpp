@@ -69,7 +69,9 @@ void fillEllipse(cairo_t* cairo, Point center, double radiusX, double radiusY) {
 }
 
 void fillPolygon(cairo_t* cairo, const std::vector<Point>& corners) {
-  for (const auto& corner : corners) cairo_line_to(cairo, corner.x, corner.y);
+  for (const auto& corner : corners) {
+    cairo_line_to(cairo, corner.x, corner.y);
+  }
   cairo_close_path(cairo);
   cairo_fill(cairo);
 }

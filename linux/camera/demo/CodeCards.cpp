@@ -32,7 +32,9 @@ constexpr int barHeight = 210;
 char checkCharacter(std::string_view text) {
   constexpr std::string_view alphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%";
   std::size_t sum = 0;
-  for (const char character : text) sum += alphabet.find(character);
+  for (const char character : text) {
+    sum += alphabet.find(character);
+  }
   return alphabet[sum % alphabet.size()];
 }
 
@@ -69,8 +71,9 @@ Layer drawCode(const CardDesign& design) {
   cairo_set_antialias(cairo.get(), CAIRO_ANTIALIAS_NONE);
   for (int y = 0; y < bits.height(); ++y) {
     for (int x = 0; x < bits.width(); ++x) {
-      if (bits.get(x, y))
+      if (bits.get(x, y)) {
         cairo_rectangle(cairo.get(), x * scale, y * scale, scale, linear ? barHeight : scale);
+      }
     }
   }
   setPaint(cairo.get(), {0x101418});
@@ -136,7 +139,9 @@ CodeCard drawCard(const CardDesign& design) {
 
 std::vector<CodeCard> drawCodeCards() {
   std::vector<CodeCard> cards;
-  for (const auto& design : designs()) cards.push_back(drawCard(design));
+  for (const auto& design : designs()) {
+    cards.push_back(drawCard(design));
+  }
   return cards;
 }
 

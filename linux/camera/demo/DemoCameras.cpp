@@ -65,7 +65,9 @@ class DemoCameras final : public CameraDriver {
 
   std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
     for (const auto& camera : {back_, front_}) {
-      if (camera->info().uniqueID != uniqueID) continue;
+      if (camera->info().uniqueID != uniqueID) {
+        continue;
+      }
       return std::make_unique<PacedStream>(
           interval, [camera](Clock::time_point now) { return camera->frameAt(now); }, std::move(onFrame));
     }

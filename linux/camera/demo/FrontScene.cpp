@@ -42,8 +42,9 @@ void drawMountain(cairo_t* cairo, Point peak, double halfWidth, unsigned rgb, un
 
 void drawMeadow(cairo_t* cairo, double top, double swing, double phase, unsigned light, unsigned dark) {
   cairo_move_to(cairo, 0, sceneHeight);
-  for (int x = 0; x <= sceneWidth; x += 20)
+  for (int x = 0; x <= sceneWidth; x += 20) {
     cairo_line_to(cairo, x, top + swing * std::sin(x / 260.0 + phase));
+  }
   cairo_line_to(cairo, sceneWidth, sceneHeight);
   setVerticalGradient(cairo, top - swing, sceneHeight, {{0, {light}}, {1, {dark}}});
   cairo_fill(cairo);
@@ -273,8 +274,9 @@ FrontScene::FrontScene()
   drawBody(drawOn(body_).get());
   drawBackHair(drawOn(hair_).get());
   drawHead(drawOn(head_).get());
-  for (const int width : {340, 240, 420})
+  for (const int width : {340, 240, 420}) {
     clouds_.push_back(drawCloud(width, {0xFFFFFF, 0.95}, {0xDCEFF8, 0.85}));
+  }
   balloons_.push_back(drawBalloon(0xFF6B57, 0xFFD166));
   balloons_.push_back(drawBalloon(0x7A5CFA, 0xF9F3FF));
 }
@@ -320,7 +322,9 @@ void FrontScene::draw(cairo_t* cairo, double seconds) const {
   constexpr double wavePeriod = 9;
   const double local = std::fmod(seconds, wavePeriod) - 2;
   const double raised = smoothStep(0, 0.6, local) * smoothStep(4.2, 3.6, local);
-  if (raised <= 0) return;
+  if (raised <= 0) {
+    return;
+  }
   cairo_save(cairo);
   cairo_translate(cairo, 980, 500 + (1 - raised) * 360);
   cairo_rotate(cairo, 0.12 + 0.26 * std::sin(local * 7.5));

@@ -34,8 +34,12 @@ class FileCamera final : public CameraDriver {
   std::vector<CameraInfo> cameras() override { return {info_}; }
 
   std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
-    if (uniqueID != info_.uniqueID) return nullptr;
-    if (picture_) return openPicture(picture_, std::move(onFrame));
+    if (uniqueID != info_.uniqueID) {
+      return nullptr;
+    }
+    if (picture_) {
+      return openPicture(picture_, std::move(onFrame));
+    }
     return std::make_unique<FilmStream>(path_, std::move(onFrame));
   }
 
@@ -57,13 +61,19 @@ std::unique_ptr<CameraDriver> makeFileCamera(const std::filesystem::path& path,
   std::string problem;
   if (isNonEmptyFile(path) && !isImageFile(path)) {
     problem = findFilmProblem(path);
-    if (problem.empty()) return std::make_unique<FileCamera>(path, position, nullptr);
+    if (problem.empty()) {
+      return std::make_unique<FileCamera>(path, position, nullptr);
+    }
   } else {
     const auto image = loadImageFile(path);
-    if (image.frame) return std::make_unique<FileCamera>(path, position, asCameraFrame(*image.frame));
+    if (image.frame) {
+      return std::make_unique<FileCamera>(path, position, asCameraFrame(*image.frame));
+    }
     problem = image.error;
   }
-  if (error) *error = problem;
+  if (error) {
+    *error = problem;
+  }
   return nullptr;
 }
 

@@ -20,7 +20,9 @@ struct MappedPicture {
                gst_video_frame_map(&video, &info, buffer, GST_MAP_READ);
   }
   ~MappedPicture() {
-    if (isMapped) gst_video_frame_unmap(&video);
+    if (isMapped) {
+      gst_video_frame_unmap(&video);
+    }
   }
   MappedPicture(const MappedPicture&) = delete;
   MappedPicture& operator=(const MappedPicture&) = delete;
@@ -38,13 +40,21 @@ ColorMatrix matrixOf(const GstVideoColorimetry& colorimetry) {
 
 int rotationFromTagList(const GstTagList* tags) {
   gchar* text = nullptr;
-  if (!gst_tag_list_get_string(tags, GST_TAG_IMAGE_ORIENTATION, &text)) return 0;
+  if (!gst_tag_list_get_string(tags, GST_TAG_IMAGE_ORIENTATION, &text)) {
+    return 0;
+  }
   const std::unique_ptr<gchar, decltype(&g_free)> owner(text, g_free);
   const std::string_view orientation(text);
   // The tag counts clockwise.
-  if (orientation.ends_with("rotate-90")) return 270;
-  if (orientation.ends_with("rotate-180")) return 180;
-  if (orientation.ends_with("rotate-270")) return 90;
+  if (orientation.ends_with("rotate-90")) {
+    return 270;
+  }
+  if (orientation.ends_with("rotate-180")) {
+    return 180;
+  }
+  if (orientation.ends_with("rotate-270")) {
+    return 90;
+  }
   return 0;
 }
 
@@ -52,10 +62,14 @@ int rotationFromTagList(const GstTagList* tags) {
 
 VideoFramePtr frameFromSample(GstSample* sample, int rotation) {
   auto mapped = std::make_shared<MappedPicture>(sample);
-  if (!mapped->isMapped) return nullptr;
+  if (!mapped->isMapped) {
+    return nullptr;
+  }
   const GstVideoFrame& video = mapped->video;
   const auto format = GST_VIDEO_FRAME_FORMAT(&video);
-  if (format != GST_VIDEO_FORMAT_I420 && format != GST_VIDEO_FORMAT_NV12) return nullptr;
+  if (format != GST_VIDEO_FORMAT_I420 && format != GST_VIDEO_FORMAT_NV12) {
+    return nullptr;
+  }
   auto frame = std::make_shared<VideoFrame>();
   frame->format = format == GST_VIDEO_FORMAT_I420 ? PixelFormat::I420 : PixelFormat::NV12;
   frame->width = GST_VIDEO_FRAME_WIDTH(&video);
@@ -78,7 +92,9 @@ int rotationFromTags(GstPad* pad) {
   for (guint i = 0; GstEvent* event = gst_pad_get_sticky_event(pad, GST_EVENT_TAG, i); ++i) {
     GstTagList* tags = nullptr;
     gst_event_parse_tag(event, &tags);
-    if (const int found = rotationFromTagList(tags)) rotation = found;
+    if (const int found = rotationFromTagList(tags)) {
+      rotation = found;
+    }
     gst_event_unref(event);
   }
   return rotation;

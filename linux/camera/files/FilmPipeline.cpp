@@ -40,12 +40,16 @@ std::string problemIn(const Message& message) {
 
 GstFlowReturn handleSample(GstAppSink* sink, gpointer handler) {
   GstSample* sample = gst_app_sink_pull_sample(sink);
-  if (!sample) return GST_FLOW_EOS;
+  if (!sample) {
+    return GST_FLOW_EOS;
+  }
   GstPad* pad = gst_element_get_static_pad(GST_ELEMENT(sink), "sink");
   auto frame = frameFromSample(sample, rotationFromTags(pad));
   gst_object_unref(pad);
   gst_sample_unref(sample);
-  if (frame) (*static_cast<CameraFrameHandler*>(handler))(std::move(frame));
+  if (frame) {
+    (*static_cast<CameraFrameHandler*>(handler))(std::move(frame));
+  }
   return GST_FLOW_OK;
 }
 
@@ -68,7 +72,9 @@ FilmPipeline::FilmPipeline(const std::filesystem::path& path, CameraFrameHandler
   const std::unique_ptr<GstElement, Unref> film(gst_bin_get_by_name(GST_BIN(pipeline_.get()), "film"));
   g_object_set(film.get(), "uri", uri, nullptr);
   g_free(uri);
-  if (!onFrame_) return;
+  if (!onFrame_) {
+    return;
+  }
   const std::unique_ptr<GstElement, Unref> sink(gst_bin_get_by_name(GST_BIN(pipeline_.get()), "sink"));
   GstAppSinkCallbacks callbacks{};
   callbacks.new_sample = handleSample;
@@ -76,11 +82,15 @@ FilmPipeline::FilmPipeline(const std::filesystem::path& path, CameraFrameHandler
 }
 
 FilmPipeline::~FilmPipeline() {
-  if (pipeline_) gst_element_set_state(pipeline_.get(), GST_STATE_NULL);
+  if (pipeline_) {
+    gst_element_set_state(pipeline_.get(), GST_STATE_NULL);
+  }
 }
 
 std::string FilmPipeline::prepare() {
-  if (!problem_.empty()) return problem_;
+  if (!problem_.empty()) {
+    return problem_;
+  }
   gst_element_set_state(pipeline_.get(), GST_STATE_PAUSED);
   return awaitFirstPicture();
 }
@@ -88,18 +98,26 @@ std::string FilmPipeline::prepare() {
 std::string FilmPipeline::awaitFirstPicture() {
   const auto message = awaitMessage(bus_.get(), patience,
                                     GST_MESSAGE_ASYNC_DONE | GST_MESSAGE_ERROR | GST_MESSAGE_APPLICATION);
-  if (!message) return "no picture could be decoded within 5 seconds";
+  if (!message) {
+    return "no picture could be decoded within 5 seconds";
+  }
   return GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ERROR ? problemIn(message) : std::string();
 }
 
 std::string FilmPipeline::play(const std::stop_token& stop) {
-  if (!problem_.empty()) return problem_;
+  if (!problem_.empty()) {
+    return problem_;
+  }
   // An application message ends whatever wait on the bus is under way.
   const std::stop_callback interrupt(stop, [this] {
     gst_bus_post(bus_.get(), gst_message_new_application(nullptr, gst_structure_new_empty("stop")));
   });
-  if (auto problem = prepare(); !problem.empty() || stop.stop_requested()) return problem;
-  if (!rewind(GST_SEEK_FLAG_FLUSH)) return "it cannot be rewound";
+  if (auto problem = prepare(); !problem.empty() || stop.stop_requested()) {
+    return problem;
+  }
+  if (!rewind(GST_SEEK_FLAG_FLUSH)) {
+    return "it cannot be rewound";
+  }
   gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING);
   return playRounds(stop);
 }
@@ -110,16 +128,23 @@ std::string FilmPipeline::playRounds(const std::stop_token& stop) {
     const auto message = awaitMessage(
         bus_.get(), GST_CLOCK_TIME_NONE,
         GST_MESSAGE_SEGMENT_DONE | GST_MESSAGE_EOS | GST_MESSAGE_ERROR | GST_MESSAGE_APPLICATION);
-    if (!message || GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_APPLICATION) return {};
-    if (GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ERROR) return problemIn(message);
+    if (!message || GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_APPLICATION) {
+      return {};
+    }
+    if (GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ERROR) {
+      return problemIn(message);
+    }
     const auto rest = shortestRound - (std::chrono::steady_clock::now() - begin);
-    if (rest.count() > 0)
+    if (rest.count() > 0) {
       awaitMessage(bus_.get(), std::chrono::nanoseconds(rest).count(), GST_MESSAGE_APPLICATION);
+    }
     begin = std::chrono::steady_clock::now();
     // A demuxer that knows segments goes on without a gap; the others end the stream and start afresh, and so
     // must a film of one picture, which has not moved on from its beginning.
     const bool goesOn = GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_SEGMENT_DONE && rest.count() <= 0;
-    if (!rewind(goesOn ? GST_SEEK_FLAG_NONE : GST_SEEK_FLAG_FLUSH)) return "it cannot be rewound";
+    if (!rewind(goesOn ? GST_SEEK_FLAG_NONE : GST_SEEK_FLAG_FLUSH)) {
+      return "it cannot be rewound";
+    }
   }
   return {};
 }

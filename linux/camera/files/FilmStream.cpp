@@ -20,7 +20,9 @@ constexpr std::chrono::seconds longestPause = 30s;
 std::string findFilmProblem(const std::filesystem::path& path) {
   FilmPipeline pipeline(path, {});
   const auto problem = pipeline.prepare();
-  if (problem.empty()) return {};
+  if (problem.empty()) {
+    return {};
+  }
   return "cannot play " + path.string() + ": " + problem +
          "; give a PNG, JPEG or WebP picture, or a film whose GStreamer plugins are installed";
 }
@@ -36,10 +38,14 @@ void FilmStream::run(const std::stop_token& stop) {
     const auto begin = std::chrono::steady_clock::now();
     FilmPipeline pipeline(path_, onFrame_);
     const auto problem = pipeline.play(stop);
-    if (stop.stop_requested()) return;
+    if (stop.stop_requested()) {
+      return;
+    }
     report(problem);
     const bool playedWell = std::chrono::steady_clock::now() - begin > longestPause;
-    if (playedWell) pause = shortestPause;
+    if (playedWell) {
+      pause = shortestPause;
+    }
     std::unique_lock lock(mutex_);
     wake_.wait_for(lock, stop, pause, [] { return false; });
     pause = std::min(pause * 2, longestPause);
@@ -47,7 +53,9 @@ void FilmStream::run(const std::stop_token& stop) {
 }
 
 void FilmStream::report(const std::string& problem) {
-  if (problem == reported_) return;
+  if (problem == reported_) {
+    return;
+  }
   reported_ = problem;
   NSLog("film camera: %@ stopped: %@; it is tried again by itself, make sure the file is whole and readable",
         path_.string(), problem);

@@ -38,7 +38,9 @@ I420Picture convert(const VideoFrame& rgb) {
 
 I420Picture shrink(I420Picture large) {
   const double factor = static_cast<double>(longestSide) / std::max(large.width, large.height);
-  if (factor >= 1) return large;
+  if (factor >= 1) {
+    return large;
+  }
   I420Picture small(std::max(1, static_cast<int>(large.width * factor)),
                     std::max(1, static_cast<int>(large.height * factor)));
   libyuv::I420Scale(large.y(), large.width, large.u(), large.chromaStride(), large.v(), large.chromaStride(),

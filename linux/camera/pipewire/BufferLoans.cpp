@@ -35,9 +35,13 @@ bool BufferLoans::add(pw_buffer* buffer) {
 
 void BufferLoans::remove(pw_buffer* buffer) {
   const auto found = tickets_.find(buffer);
-  if (found == tickets_.end()) return;
+  if (found == tickets_.end()) {
+    return;
+  }
   const auto entry = entries_.find(found->second);
-  if (entry->second.lent) --lentCount_;
+  if (entry->second.lent) {
+    --lentCount_;
+  }
   entries_.erase(entry);
   tickets_.erase(found);
 }
@@ -70,7 +74,9 @@ std::vector<pw_buffer*> BufferLoans::takeReturned() {
   std::vector<pw_buffer*> buffers;
   for (const Ticket ticket : tickets) {
     const auto found = entries_.find(ticket);
-    if (found == entries_.end()) continue;
+    if (found == entries_.end()) {
+      continue;
+    }
     found->second.lent = false;
     --lentCount_;
     buffers.push_back(found->second.buffer);

@@ -17,7 +17,9 @@ const T* findMeta(spa_buffer* buffer, spa_meta_type type) {
 
 bool isMarkedCorrupt(spa_buffer* buffer) {
   const auto* header = findMeta<spa_meta_header>(buffer, SPA_META_Header);
-  if (header != nullptr && (header->flags & SPA_META_HEADER_FLAG_CORRUPTED) != 0) return true;
+  if (header != nullptr && (header->flags & SPA_META_HEADER_FLAG_CORRUPTED) != 0) {
+    return true;
+  }
   return std::any_of(buffer->datas, buffer->datas + buffer->n_datas, [](const spa_data& data) {
     return (data.chunk->flags & SPA_CHUNK_FLAG_CORRUPTED) != 0;
   });
@@ -33,7 +35,9 @@ std::vector<Block> blocksOf(const spa_buffer& buffer, const SharedBuffer& memory
     const std::size_t offset = chunk.offset;
     const std::size_t size = chunk.size;
     const int stride = chunk.stride;
-    if (offset > all.size() || size > all.size() - offset || stride < 0) return {};
+    if (offset > all.size() || size > all.size() - offset || stride < 0) {
+      return {};
+    }
     blocks.push_back({all.subspan(offset, size), stride});
   }
   return blocks;
@@ -43,7 +47,9 @@ std::vector<Block> blocksOf(const spa_buffer& buffer, const SharedBuffer& memory
 Clock::time_point captureTimeOf(spa_buffer* buffer) {
   const Clock::time_point now = Clock::now();
   const auto* header = findMeta<spa_meta_header>(buffer, SPA_META_Header);
-  if (header == nullptr) return now;
+  if (header == nullptr) {
+    return now;
+  }
   const Clock::time_point told{std::chrono::nanoseconds(header->pts)};
   return told <= now && told > now - std::chrono::seconds(1) ? told : now;
 }
@@ -54,11 +60,17 @@ BufferReader::BufferReader(int rotation) : rotation_(rotation) {}
 
 BufferReader::Result BufferReader::read(pw_buffer* buffer, BufferLoans& loans) {
   const SharedBuffer* memory = loans.memoryOf(buffer);
-  if (memory == nullptr || !format_ || isMarkedCorrupt(buffer->buffer)) return {};
+  if (memory == nullptr || !format_ || isMarkedCorrupt(buffer->buffer)) {
+    return {};
+  }
   const std::vector<Block> blocks = blocksOf(*buffer->buffer, *memory);
-  if (blocks.empty()) return {.nonsense = "a picture lies outside its buffer"};
+  if (blocks.empty()) {
+    return {.nonsense = "a picture lies outside its buffer"};
+  }
   // Cameras send empty buffers when a picture was lost on the way.
-  if (blocks[0].bytes.empty()) return {};
+  if (blocks[0].bytes.empty()) {
+    return {};
+  }
 
   const bool lend = !format_->isJpeg && loans.canLend(buffer);
   std::shared_ptr<VideoFrame> frame;
@@ -70,7 +82,9 @@ BufferReader::Result BufferReader::read(pw_buffer* buffer, BufferLoans& loans) {
         format_->isJpeg ? jpeg_.decode(blocks[0].bytes, format_->width, format_->height) : copyRaw(blocks);
     memory->endReading();
   }
-  if (!frame) return {.nonsense = format_->isJpeg ? nullptr : "a buffer is too small for its picture"};
+  if (!frame) {
+    return {.nonsense = format_->isJpeg ? nullptr : "a buffer is too small for its picture"};
+  }
   frame->rotation = rotationOf(buffer->buffer);
   frame->captureTime = captureTimeOf(buffer->buffer);
   return {std::move(frame), lend ? BufferUse::Lent : BufferUse::Finished};
@@ -79,13 +93,17 @@ BufferReader::Result BufferReader::read(pw_buffer* buffer, BufferLoans& loans) {
 std::shared_ptr<VideoFrame> BufferReader::lendRaw(pw_buffer* buffer, BufferLoans& loans,
                                                   const std::vector<Block>& blocks) const {
   std::shared_ptr<VideoFrame> frame = describeRaw(blocks);
-  if (frame) frame->storage = loans.lend(buffer);
+  if (frame) {
+    frame->storage = loans.lend(buffer);
+  }
   return frame;
 }
 
 std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<Block>& blocks) {
   std::size_t size = 0;
-  for (const Block& block : blocks) size += block.bytes.size();
+  for (const Block& block : blocks) {
+    size += block.bytes.size();
+  }
   const std::shared_ptr<std::uint8_t> memory = copies_->take(size);
   std::vector<Block> copied;
   std::uint8_t* to = memory.get();
@@ -95,13 +113,17 @@ std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<Block>& bloc
     to += block.bytes.size();
   }
   std::shared_ptr<VideoFrame> frame = describeRaw(copied);
-  if (frame) frame->storage = memory;
+  if (frame) {
+    frame->storage = memory;
+  }
   return frame;
 }
 
 std::shared_ptr<VideoFrame> BufferReader::describeRaw(const std::vector<Block>& blocks) const {
   const auto planes = layPlanes(format_->pixels, format_->width, format_->height, blocks);
-  if (!planes) return nullptr;
+  if (!planes) {
+    return nullptr;
+  }
   auto frame = std::make_shared<VideoFrame>();
   frame->format = format_->pixels;
   frame->width = format_->width;
@@ -114,7 +136,9 @@ std::shared_ptr<VideoFrame> BufferReader::describeRaw(const std::vector<Block>& 
 
 int BufferReader::rotationOf(spa_buffer* buffer) const {
   const auto* transform = findMeta<spa_meta_videotransform>(buffer, SPA_META_VideoTransform);
-  if (transform == nullptr) return rotation_;
+  if (transform == nullptr) {
+    return rotation_;
+  }
   // It tells, in quarter turns, how the picture has been turned; a frame tells how to turn it back. Mirroring
   // comes on top of the same turns, and is left alone.
   constexpr std::uint32_t kQuarters = 4;

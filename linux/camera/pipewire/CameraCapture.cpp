@@ -23,7 +23,9 @@ CameraCapture::CameraCapture(EventLoop& loop, CameraRegistry& registry, std::str
 }
 
 void CameraCapture::connectionLost() {
-  if (stream_) dropStream(true);
+  if (stream_) {
+    dropStream(true);
+  }
 }
 
 void CameraCapture::check() {
@@ -33,8 +35,12 @@ void CameraCapture::check() {
     retryDelay_.reset();
   }
   const bool isTarget = camera && camera->id == target_;
-  if (stream_ && (failed_ || isSilent() || !isTarget)) dropStream(!isTarget);
-  if (!stream_ && camera && Clock::now() >= retryAt_) openStream(*camera);
+  if (stream_ && (failed_ || isSilent() || !isTarget)) {
+    dropStream(!isTarget);
+  }
+  if (!stream_ && camera && Clock::now() >= retryAt_) {
+    openStream(*camera);
+  }
   if (stream_) {
     timer_.set(failed_ ? Clock::duration::zero() : silentAt_ - Clock::now());
   } else if (camera) {
@@ -62,7 +68,9 @@ void CameraCapture::openStream(const CameraNode& camera) {
 void CameraCapture::dropStream(bool cameraIsGone) {
   stream_.reset();
   retryAt_ = Clock::now() + retryDelay_.next();
-  if (std::exchange(lost_, true)) return;
+  if (std::exchange(lost_, true)) {
+    return;
+  }
   if (cameraIsGone) {
     NSLog("camera %@: gone; the picture returns when it does", name_);
   } else {
@@ -79,7 +87,9 @@ void CameraCapture::frameArrived(const VideoFramePtr& frame) {
   }
   silentAt_ = Clock::now() + kPatience;
   retryDelay_.reset();
-  if (std::exchange(lost_, false)) NSLog("camera %@: back", name_);
+  if (std::exchange(lost_, false)) {
+    NSLog("camera %@: back", name_);
+  }
   onFrame_(frame);
 }
 

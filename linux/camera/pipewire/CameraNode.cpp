@@ -17,10 +17,14 @@ bool hasWord(const std::string& text, std::string_view word) {
   const auto sameLetter = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
   for (auto from = text.begin();;) {
     const auto found = std::search(from, text.end(), word.begin(), word.end(), sameLetter);
-    if (found == text.end()) return false;
+    if (found == text.end()) {
+      return false;
+    }
     const auto behind = found + static_cast<std::ptrdiff_t>(word.size());
     const bool starts = found == text.begin() || !isLetter(*(found - 1));
-    if (starts && (behind == text.end() || !isLetter(*behind))) return true;
+    if (starts && (behind == text.end() || !isLetter(*behind))) {
+      return true;
+    }
     from = found + 1;
   }
 }
@@ -30,15 +34,23 @@ AVCaptureDevicePosition positionFromWords(const std::string& text) {
   static constexpr std::array<std::pair<std::string_view, AVCaptureDevicePosition>, 5> kWords{
       {{"front", Front}, {"user", Front}, {"rear", Back}, {"back", Back}, {"world", Back}}};
   for (const auto& [word, position] : kWords) {
-    if (hasWord(text, word)) return position;
+    if (hasWord(text, word)) {
+      return position;
+    }
   }
   return Unspecified;
 }
 
 AVCaptureDevicePosition positionOf(std::string_view location, const CameraNode& camera) {
-  if (location == "front") return AVCaptureDevicePosition::Front;
-  if (location == "back") return AVCaptureDevicePosition::Back;
-  if (!location.empty()) return AVCaptureDevicePosition::Unspecified;
+  if (location == "front") {
+    return AVCaptureDevicePosition::Front;
+  }
+  if (location == "back") {
+    return AVCaptureDevicePosition::Back;
+  }
+  if (!location.empty()) {
+    return AVCaptureDevicePosition::Unspecified;
+  }
   const AVCaptureDevicePosition byName = positionFromWords(camera.name);
   return byName != AVCaptureDevicePosition::Unspecified ? byName : positionFromWords(camera.description);
 }
@@ -61,7 +73,9 @@ CameraNode describeCamera(std::uint32_t id, const PropertyLookup& property) {
   camera.serial = text("object.serial");
   camera.name = text("node.name");
   for (const char* key : {"node.description", "node.nick", "node.name"}) {
-    if (camera.description.empty()) camera.description = text(key);
+    if (camera.description.empty()) {
+      camera.description = text(key);
+    }
   }
   camera.position = positionOf(text("api.libcamera.location"), camera);
   camera.rotation = rotationFrom(text("api.libcamera.rotation"));
@@ -70,7 +84,9 @@ CameraNode describeCamera(std::uint32_t id, const PropertyLookup& property) {
 
 bool comesBefore(const CameraNode& first, const CameraNode& second) {
   const auto rank = [](const CameraNode& camera) {
-    if (camera.position == AVCaptureDevicePosition::Back) return 0;
+    if (camera.position == AVCaptureDevicePosition::Back) {
+      return 0;
+    }
     return camera.position == AVCaptureDevicePosition::Front ? 2 : 1;
   };
   return std::make_tuple(rank(first), std::cref(first.name), first.id) <

@@ -34,10 +34,14 @@ const pw_core_events CameraRegistry::kCoreEvents = [] {
   pw_core_events events{};
   events.version = PW_VERSION_CORE_EVENTS;
   events.done = [](void* self, uint32_t id, int sequence) {
-    if (id == PW_ID_CORE) static_cast<CameraRegistry*>(self)->roundTripDone(sequence);
+    if (id == PW_ID_CORE) {
+      static_cast<CameraRegistry*>(self)->roundTripDone(sequence);
+    }
   };
   events.error = [](void* self, uint32_t id, int, int result, const char*) {
-    if (id == PW_ID_CORE && result == -EPIPE) static_cast<CameraRegistry*>(self)->connectionBroke();
+    if (id == PW_ID_CORE && result == -EPIPE) {
+      static_cast<CameraRegistry*>(self)->connectionBroke();
+    }
   };
   return events;
 }();
@@ -60,7 +64,9 @@ const pw_node_events CameraRegistry::kNodeEvents = [] {
   events.version = PW_VERSION_NODE_EVENTS;
   events.info = [](void* data, const pw_node_info* info) {
     auto* entry = static_cast<Entry*>(data);
-    if (info->props == nullptr || (info->change_mask & PW_NODE_CHANGE_MASK_PROPS) == 0) return;
+    if (info->props == nullptr || (info->change_mask & PW_NODE_CHANGE_MASK_PROPS) == 0) {
+      return;
+    }
     entry->camera = describeCamera(entry->camera.id,
                                    [info](const char* key) { return spa_dict_lookup(info->props, key); });
     entry->registry->callbacks_.camerasChanged();
@@ -83,10 +89,14 @@ CameraRegistry::~CameraRegistry() { disconnect(); }
 
 std::vector<CameraNode> CameraRegistry::cameras() const {
   std::vector<CameraNode> cameras;
-  if (broken_) return cameras;
+  if (broken_) {
+    return cameras;
+  }
   for (const auto& [id, entry] : entries_) {
     const auto isSame = [&name = entry->camera.name](const CameraNode& other) { return other.name == name; };
-    if (entry->camera.name.empty() || std::any_of(cameras.begin(), cameras.end(), isSame)) continue;
+    if (entry->camera.name.empty() || std::any_of(cameras.begin(), cameras.end(), isSame)) {
+      continue;
+    }
     cameras.push_back(entry->camera);
   }
   std::sort(cameras.begin(), cameras.end(), comesBefore);
@@ -94,9 +104,13 @@ std::vector<CameraNode> CameraRegistry::cameras() const {
 }
 
 std::optional<CameraNode> CameraRegistry::find(const std::string& name) const {
-  if (broken_) return std::nullopt;
+  if (broken_) {
+    return std::nullopt;
+  }
   for (const auto& [id, entry] : entries_) {
-    if (entry->camera.name == name) return entry->camera;
+    if (entry->camera.name == name) {
+      return entry->camera;
+    }
   }
   return std::nullopt;
 }
@@ -126,8 +140,12 @@ void CameraRegistry::disconnect() {
   const bool hadCameras = !entries_.empty();
   entries_.clear();
   links_.clear();
-  if (core_) callbacks_.connectionLost();
-  if (hadCameras) callbacks_.camerasChanged();
+  if (core_) {
+    callbacks_.connectionLost();
+  }
+  if (hadCameras) {
+    callbacks_.camerasChanged();
+  }
   registryListener_.reset();
   registry_.reset();
   coreListener_.reset();
@@ -136,7 +154,9 @@ void CameraRegistry::disconnect() {
 
 // The connection cannot be given up from within its own messages; the timer does it.
 void CameraRegistry::connectionBroke() {
-  if (std::exchange(broken_, true)) return;
+  if (std::exchange(broken_, true)) {
+    return;
+  }
   reconnectLater();
   callbacks_.camerasChanged();
 }
@@ -150,26 +170,34 @@ void CameraRegistry::globalAdded(std::uint32_t id, const std::string& type, std:
                   numberOf(properties, PW_KEY_LINK_INPUT_NODE)};
     return;
   }
-  if (type != PW_TYPE_INTERFACE_Node || valueOf(properties, PW_KEY_MEDIA_CLASS) != "Video/Source") return;
+  if (type != PW_TYPE_INTERFACE_Node || valueOf(properties, PW_KEY_MEDIA_CLASS) != "Video/Source") {
+    return;
+  }
   auto entry = std::make_unique<Entry>();
   entry->registry = this;
   entry->camera.id = id;
   // The list itself has only some of the properties; the others come with the node's own description.
   entry->node.reset(static_cast<pw_node*>(
       pw_registry_bind(registry_.get(), id, type.c_str(), std::min<uint32_t>(version, PW_VERSION_NODE), 0)));
-  if (!entry->node) return;
+  if (!entry->node) {
+    return;
+  }
   pw_node_add_listener(entry->node.get(), entry->listener.claim(), &kNodeEvents, entry.get());
   entries_[id] = std::move(entry);
 }
 
 void CameraRegistry::globalRemoved(std::uint32_t id) {
   links_.erase(id);
-  if (entries_.erase(id) > 0) callbacks_.camerasChanged();
+  if (entries_.erase(id) > 0) {
+    callbacks_.camerasChanged();
+  }
 }
 
 // After the first round trip all nodes are known, after the second one their descriptions.
 void CameraRegistry::roundTripDone(int sequence) {
-  if (sequence != roundTrip_ || listed_) return;
+  if (sequence != roundTrip_ || listed_) {
+    return;
+  }
   reconnectDelay_.reset();
   if (++roundTrips_ < 2) {
     roundTrip_ = pw_core_sync(core_.get(), PW_ID_CORE, 0);

@@ -11,7 +11,9 @@ EventLoop::EventLoop() {
 }
 
 EventLoop::~EventLoop() {
-  if (running_) pw_thread_loop_stop(loop_.get());
+  if (running_) {
+    pw_thread_loop_stop(loop_.get());
+  }
 }
 
 void EventLoop::run(const std::function<void()>& work) {

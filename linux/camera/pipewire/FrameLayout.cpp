@@ -44,7 +44,9 @@ std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int
                                               std::span<const Block> blocks) {
   const std::vector<PlaneShape> shapes = shapesOf(format, width, height);
   const bool shared = blocks.size() == 1;
-  if (!shared && blocks.size() != shapes.size()) return std::nullopt;
+  if (!shared && blocks.size() != shapes.size()) {
+    return std::nullopt;
+  }
 
   std::array<Plane, 3> planes{};
   std::size_t offset = 0;
@@ -52,9 +54,15 @@ std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int
   for (std::size_t i = 0; i < shapes.size(); ++i) {
     const Block& block = shared ? blocks[0] : blocks[i];
     int stride = firstStride / shapes[i].strideDivisor;
-    if (!shared) stride = block.stride != 0 ? block.stride : usualStride(shapes[i]);
-    if (stride < shapes[i].rowBytes) return std::nullopt;
-    if (!shared) offset = 0;
+    if (!shared) {
+      stride = block.stride != 0 ? block.stride : usualStride(shapes[i]);
+    }
+    if (stride < shapes[i].rowBytes) {
+      return std::nullopt;
+    }
+    if (!shared) {
+      offset = 0;
+    }
     if (offset > block.bytes.size() || bytesNeeded(shapes[i], stride) > block.bytes.size() - offset) {
       return std::nullopt;
     }

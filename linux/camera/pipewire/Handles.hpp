@@ -43,7 +43,9 @@ class Listener {
   }
 
   void reset() {
-    if (claimed_) spa_hook_remove(&hook_);
+    if (claimed_) {
+      spa_hook_remove(&hook_);
+    }
     claimed_ = false;
   }
 

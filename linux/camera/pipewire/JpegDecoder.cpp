@@ -30,7 +30,9 @@ std::shared_ptr<VideoFrame> JpegDecoder::decode(std::span<const std::uint8_t> jp
   const std::shared_ptr<std::uint8_t> memory = pool_->take(lumaSize + lumaSize / 2);
   const std::array<Plane, 3> planes{Plane{memory.get(), stride}, Plane{memory.get() + lumaSize, stride / 2},
                                     Plane{memory.get() + lumaSize + lumaSize / 4, stride / 2}};
-  if (!decodePlanes(jpeg, planes, width, height)) return nullptr;
+  if (!decodePlanes(jpeg, planes, width, height)) {
+    return nullptr;
+  }
 
   auto frame = std::make_shared<VideoFrame>();
   frame->format = PixelFormat::I420;
@@ -46,7 +48,9 @@ std::shared_ptr<VideoFrame> JpegDecoder::decode(std::span<const std::uint8_t> jp
 bool JpegDecoder::decodePlanes(std::span<const std::uint8_t> jpeg, const std::array<Plane, 3>& planes,
                                int width, int height) {
   const std::optional<Chroma> chroma = chromaOf(jpeg, width, height);
-  if (!chroma) return false;
+  if (!chroma) {
+    return false;
+  }
   Targets targets{};
   for (std::size_t i = 0; i < planes.size(); ++i) {
     targets[i] = {const_cast<std::uint8_t*>(planes[i].data), planes[i].stride};
@@ -69,8 +73,12 @@ bool JpegDecoder::decodePlanes(std::span<const std::uint8_t> jpeg, const std::ar
   // Only the last complaint can be asked for, and damage is followed by stray bytes: so the first one
   // decides.
   if (!run(TJFLAG_STOPONWARNING)) {
-    if (!isOnlyUntidy()) return false;
-    if (!run(0) && tjGetErrorCode(decompressor_.get()) != TJERR_WARNING) return false;
+    if (!isOnlyUntidy()) {
+      return false;
+    }
+    if (!run(0) && tjGetErrorCode(decompressor_.get()) != TJERR_WARNING) {
+      return false;
+    }
   }
   return finishChroma(*chroma, targets, final, width, height);
 }
@@ -81,13 +89,23 @@ std::optional<JpegDecoder::Chroma> JpegDecoder::chromaOf(std::span<const std::ui
   int actualHeight = 0;
   int sampling = 0;
   int colors = 0;
-  if (jpeg.empty()) return std::nullopt;
+  if (jpeg.empty()) {
+    return std::nullopt;
+  }
   const int result = tjDecompressHeader3(decompressor_.get(), jpeg.data(), jpeg.size(), &actualWidth,
                                          &actualHeight, &sampling, &colors);
-  if (result != 0 && !isOnlyUntidy()) return std::nullopt;
-  if (actualWidth != width || actualHeight != height) return std::nullopt;
-  if (colors == TJCS_GRAY) return Chroma::None;
-  if (colors != TJCS_YCbCr) return std::nullopt;
+  if (result != 0 && !isOnlyUntidy()) {
+    return std::nullopt;
+  }
+  if (actualWidth != width || actualHeight != height) {
+    return std::nullopt;
+  }
+  if (colors == TJCS_GRAY) {
+    return Chroma::None;
+  }
+  if (colors != TJCS_YCbCr) {
+    return std::nullopt;
+  }
   switch (sampling) {
     case TJSAMP_420:
       return Chroma::C420;
@@ -102,7 +120,9 @@ std::optional<JpegDecoder::Chroma> JpegDecoder::chromaOf(std::span<const std::ui
 
 bool JpegDecoder::finishChroma(Chroma chroma, const Targets& decoded, const Targets& final, int width,
                                int height) {
-  if (chroma == Chroma::C420) return true;
+  if (chroma == Chroma::C420) {
+    return true;
+  }
   if (chroma == Chroma::None) {
     for (const Target& plane : {final[1], final[2]}) {
       std::memset(plane.bytes, kNoColor, static_cast<std::size_t>(plane.stride) * ((height + 1) / 2));

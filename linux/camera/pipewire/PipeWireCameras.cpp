@@ -22,7 +22,9 @@ constexpr std::chrono::milliseconds kFirstListTimeout{900};
 /// What the driver and its open cameras have in common. All but the loop lives on the loop's thread.
 struct Session {
   Session() {
-    if (!loop.isRunning()) return;
+    if (!loop.isRunning()) {
+      return;
+    }
     loop.run([this] {
       registry.emplace(loop,
                        CameraRegistry::Callbacks{[this] { camerasChanged(); }, [this] { connectionLost(); }});
@@ -31,15 +33,21 @@ struct Session {
   }
 
   ~Session() {
-    if (loop.isRunning()) loop.run([this] { registry.reset(); });
+    if (loop.isRunning()) {
+      loop.run([this] { registry.reset(); });
+    }
   }
 
   void camerasChanged() {
-    for (CameraCapture& capture : captures) capture.camerasChanged();
+    for (CameraCapture& capture : captures) {
+      capture.camerasChanged();
+    }
   }
 
   void connectionLost() {
-    for (CameraCapture& capture : captures) capture.connectionLost();
+    for (CameraCapture& capture : captures) {
+      capture.connectionLost();
+    }
   }
 
   EventLoop loop;
@@ -70,7 +78,9 @@ class PipeWireCameras : public CameraDriver {
  public:
   std::vector<CameraInfo> cameras() override {
     std::vector<CameraInfo> result;
-    if (!session_->loop.isRunning()) return result;
+    if (!session_->loop.isRunning()) {
+      return result;
+    }
     session_->loop.run([&] {
       for (const CameraNode& camera : session_->registry->cameras()) {
         result.push_back({std::string(kPrefix) + camera.name, camera.description, camera.position});
@@ -80,7 +90,9 @@ class PipeWireCameras : public CameraDriver {
   }
 
   std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
-    if (!uniqueID.starts_with(kPrefix) || !session_->loop.isRunning()) return nullptr;
+    if (!uniqueID.starts_with(kPrefix) || !session_->loop.isRunning()) {
+      return nullptr;
+    }
     const auto name = uniqueID.substr(kPrefix.size());
     if (!isThere(uniqueID)) {
       NSLog("camera %@: not there; its picture comes when it does ('nivlo devices' lists those there are)",

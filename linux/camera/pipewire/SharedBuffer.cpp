@@ -15,7 +15,9 @@ namespace {
 // Touching a file's mapping behind the file's end is fatal. Device memory does not tell its size, and is
 // never cut short.
 bool isLargeEnough(const spa_data& data) {
-  if (data.type == SPA_DATA_DmaBuf) return true;
+  if (data.type == SPA_DATA_DmaBuf) {
+    return true;
+  }
   struct stat status {};
   return fstat(static_cast<int>(data.fd), &status) == 0 &&
          static_cast<std::uint64_t>(status.st_size) >= std::uint64_t{data.mapoffset} + data.maxsize;
@@ -26,15 +28,21 @@ bool isLargeEnough(const spa_data& data) {
 std::shared_ptr<SharedBuffer> SharedBuffer::map(const spa_buffer& buffer) {
   std::shared_ptr<SharedBuffer> shared(new SharedBuffer);
   for (uint32_t i = 0; i < buffer.n_datas; ++i) {
-    if (!shared->add(buffer.datas[i])) return nullptr;
+    if (!shared->add(buffer.datas[i])) {
+      return nullptr;
+    }
   }
   return shared;
 }
 
 SharedBuffer::~SharedBuffer() {
   for (const Block& block : blocks_) {
-    if (block.mapping != nullptr) munmap(block.mapping, block.mappedSize);
-    if (block.deviceMemory >= 0) close(block.deviceMemory);
+    if (block.mapping != nullptr) {
+      munmap(block.mapping, block.mappedSize);
+    }
+    if (block.deviceMemory >= 0) {
+      close(block.deviceMemory);
+    }
   }
 }
 
@@ -52,7 +60,9 @@ bool SharedBuffer::add(const spa_data& data) {
   const std::size_t size = intoPage + data.maxsize;
   void* mapping = mmap(nullptr, size, PROT_READ, MAP_SHARED, static_cast<int>(data.fd),
                        static_cast<off_t>(data.mapoffset - intoPage));
-  if (mapping == MAP_FAILED) return false;
+  if (mapping == MAP_FAILED) {
+    return false;
+  }
   const int deviceMemory =
       data.type == SPA_DATA_DmaBuf ? fcntl(static_cast<int>(data.fd), F_DUPFD_CLOEXEC, 0) : -1;
   blocks_.push_back(
@@ -66,7 +76,9 @@ void SharedBuffer::endReading() const { synchronise(DMA_BUF_SYNC_END); }
 
 void SharedBuffer::synchronise(std::uint64_t direction) const {
   for (const Block& block : blocks_) {
-    if (block.deviceMemory < 0) continue;
+    if (block.deviceMemory < 0) {
+      continue;
+    }
     dma_buf_sync request{direction | DMA_BUF_SYNC_READ};
     while (ioctl(block.deviceMemory, DMA_BUF_IOCTL_SYNC, &request) < 0 &&
            (errno == EINTR || errno == EAGAIN)) {

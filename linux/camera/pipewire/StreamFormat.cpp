@@ -77,8 +77,9 @@ ColorMatrix matrixOf(const spa_video_info_raw& info) {
 }
 
 bool setSize(StreamFormat& format, const spa_rectangle& size) {
-  if (size.width < 1 || size.height < 1 || size.width > kLargestSize || size.height > kLargestSize)
+  if (size.width < 1 || size.height < 1 || size.width > kLargestSize || size.height > kLargestSize) {
     return false;
+  }
   format.width = static_cast<int>(size.width);
   format.height = static_cast<int>(size.height);
   return true;
@@ -86,10 +87,14 @@ bool setSize(StreamFormat& format, const spa_rectangle& size) {
 
 std::optional<StreamFormat> parseRaw(const spa_pod* pod) {
   spa_video_info_raw info{};
-  if (spa_format_video_raw_parse(pod, &info) < 0) return std::nullopt;
+  if (spa_format_video_raw_parse(pod, &info) < 0) {
+    return std::nullopt;
+  }
   const std::optional<PixelFormat> pixels = pixelFormat(info.format);
   StreamFormat format;
-  if (!pixels || !setSize(format, info.size)) return std::nullopt;
+  if (!pixels || !setSize(format, info.size)) {
+    return std::nullopt;
+  }
   format.pixels = *pixels;
   format.matrix = matrixOf(info);
   format.range = info.color_range == SPA_VIDEO_COLOR_RANGE_0_255 ? ColorRange::Full : ColorRange::Limited;
@@ -110,8 +115,12 @@ std::vector<const spa_pod*> welcomeFormats(spa_pod_builder& builder) {
 std::optional<StreamFormat> parseFormat(const spa_pod* pod) {
   uint32_t type = 0;
   uint32_t subtype = 0;
-  if (spa_format_parse(pod, &type, &subtype) < 0 || type != SPA_MEDIA_TYPE_video) return std::nullopt;
-  if (subtype == SPA_MEDIA_SUBTYPE_raw) return parseRaw(pod);
+  if (spa_format_parse(pod, &type, &subtype) < 0 || type != SPA_MEDIA_TYPE_video) {
+    return std::nullopt;
+  }
+  if (subtype == SPA_MEDIA_SUBTYPE_raw) {
+    return parseRaw(pod);
+  }
   spa_video_info_mjpg info{};
   StreamFormat format;
   format.isJpeg = true;

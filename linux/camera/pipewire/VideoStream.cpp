@@ -36,11 +36,15 @@ const pw_stream_events VideoStream::kEvents = [] {
     static_cast<VideoStream*>(self)->stateChanged(state);
   };
   events.param_changed = [](void* self, uint32_t id, const spa_pod* param) {
-    if (id == SPA_PARAM_Format && param != nullptr) static_cast<VideoStream*>(self)->formatChanged(param);
+    if (id == SPA_PARAM_Format && param != nullptr) {
+      static_cast<VideoStream*>(self)->formatChanged(param);
+    }
   };
   events.add_buffer = [](void* data, pw_buffer* buffer) {
     auto* self = static_cast<VideoStream*>(data);
-    if (!self->loans_.add(buffer)) self->reportOnce("a buffer cannot be mapped");
+    if (!self->loans_.add(buffer)) {
+      self->reportOnce("a buffer cannot be mapped");
+    }
   };
   events.remove_buffer = [](void* self, pw_buffer* buffer) {
     static_cast<VideoStream*>(self)->loans_.remove(buffer);
@@ -56,7 +60,9 @@ VideoStream::VideoStream(EventLoop& loop, pw_core* core, const CameraNode& camer
 
 VideoStream::~VideoStream() {
   listener_.reset();
-  if (stream_ == nullptr) return;
+  if (stream_ == nullptr) {
+    return;
+  }
   pw_stream_disconnect(stream_);
   // Pictures that the camera's thread has announced wait in the loop with a pointer to the stream: they go
   // first.
@@ -87,7 +93,9 @@ void VideoStream::connect(pw_core* core, const CameraNode& camera) {
 }
 
 void VideoStream::stateChanged(pw_stream_state state) {
-  if (state == PW_STREAM_STATE_ERROR || state == PW_STREAM_STATE_UNCONNECTED) callbacks_.failed();
+  if (state == PW_STREAM_STATE_ERROR || state == PW_STREAM_STATE_UNCONNECTED) {
+    callbacks_.failed();
+  }
 }
 
 void VideoStream::formatChanged(const spa_pod* format) {
@@ -107,22 +115,36 @@ void VideoStream::formatChanged(const spa_pod* format) {
 }
 
 void VideoStream::process() {
-  for (pw_buffer* returned : loans_.takeReturned()) pw_stream_queue_buffer(stream_, returned);
+  for (pw_buffer* returned : loans_.takeReturned()) {
+    pw_stream_queue_buffer(stream_, returned);
+  }
   pw_buffer* newest = nullptr;
   while (pw_buffer* buffer = pw_stream_dequeue_buffer(stream_)) {
-    if (newest != nullptr) pw_stream_queue_buffer(stream_, newest);
+    if (newest != nullptr) {
+      pw_stream_queue_buffer(stream_, newest);
+    }
     newest = buffer;
   }
-  if (newest == nullptr) return;
+  if (newest == nullptr) {
+    return;
+  }
 
   const BufferReader::Result result = reader_.read(newest, loans_);
-  if (result.use != BufferReader::BufferUse::Lent) pw_stream_queue_buffer(stream_, newest);
-  if (result.nonsense != nullptr) reportOnce(result.nonsense);
-  if (result.frame) callbacks_.frame(result.frame);
+  if (result.use != BufferReader::BufferUse::Lent) {
+    pw_stream_queue_buffer(stream_, newest);
+  }
+  if (result.nonsense != nullptr) {
+    reportOnce(result.nonsense);
+  }
+  if (result.frame) {
+    callbacks_.frame(result.frame);
+  }
 }
 
 void VideoStream::reportOnce(const std::string& cause) {
-  if (!reported_) callbacks_.nonsense(cause);
+  if (!reported_) {
+    callbacks_.nonsense(cause);
+  }
   reported_ = true;
 }
 

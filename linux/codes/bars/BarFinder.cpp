@@ -71,8 +71,9 @@ Block blockOf(const LumaPicture& picture, int left, int top, int side) {
   }
   const auto energy = static_cast<float>(xx + yy);
   const float directed = std::hypot(static_cast<float>(xx - yy), static_cast<float>(2 * xy));
-  if (energy < kLeastEnergy * static_cast<float>(side * side) || directed < kLeastCoherence * energy)
+  if (energy < kLeastEnergy * static_cast<float>(side * side) || directed < kLeastCoherence * energy) {
     return {};
+  }
   const double angle = 0.5 * std::atan2(2.0 * xy, static_cast<double>(xx - yy));
   return {angle < 0 ? angle + std::numbers::pi : angle, std::sqrt(directed)};
 }
@@ -128,7 +129,9 @@ Cluster clusterFrom(Grid& grid, int column, int row, int number) {
       for (int x = std::max(0, fromColumn - kReach); x <= std::min(grid.columns - 1, fromColumn + kReach);
            ++x) {
         Block& block = grid.at(x, y);
-        if (block.cluster || block.weight < least || turnBetween(block.angle, angle) > kMostTurn) continue;
+        if (block.cluster || block.weight < least || turnBetween(block.angle, angle) > kMostTurn) {
+          continue;
+        }
         cluster.add(x, y, block);
       }
     }
@@ -142,10 +145,13 @@ Cluster dense(Grid& grid, const Cluster& cluster) {
   for (const auto& [column, row] : cluster.places) {
     int neighbours = 0;
     for (int y = std::max(0, row - kReach); y <= std::min(grid.rows - 1, row + kReach); ++y) {
-      for (int x = std::max(0, column - kReach); x <= std::min(grid.columns - 1, column + kReach); ++x)
+      for (int x = std::max(0, column - kReach); x <= std::min(grid.columns - 1, column + kReach); ++x) {
         neighbours += grid.at(x, y).cluster == cluster.number;
+      }
     }
-    if (neighbours >= kFewestNeighbours) result.add(column, row, grid.at(column, row));
+    if (neighbours >= kFewestNeighbours) {
+      result.add(column, row, grid.at(column, row));
+    }
   }
   return result;
 }
@@ -179,7 +185,9 @@ struct Axes {
 /// short or too sparse to be a code.
 Quad rectangleOf(const Cluster& cluster, int blockSide) {
   double angle = cluster.angle();
-  if (angle > std::numbers::pi / 2) angle -= std::numbers::pi;
+  if (angle > std::numbers::pi / 2) {
+    angle -= std::numbers::pi;
+  }
   const Axes axes{{std::cos(angle), std::sin(angle)}};
   const double half = blockSide / 2.0;
   Interval u, v;
@@ -191,8 +199,9 @@ Quad rectangleOf(const Cluster& cluster, int blockSide) {
     }
   }
   const double filled = static_cast<double>(cluster.places.size()) * blockSide * blockSide;
-  if (u.length() < kFewestBlocksAcross * blockSide || filled < kLeastFilled * u.length() * v.length())
+  if (u.length() < kFewestBlocksAcross * blockSide || filled < kLeastFilled * u.length() * v.length()) {
     return {};
+  }
   return axes.rectangle(u, v);
 }
 
@@ -235,7 +244,9 @@ Quad joinedEnds(const Quad& first, const Quad& second, const Axes& axes) {
   const bool areHigh = one.v.length() > one.u.length() && other.v.length() > other.u.length();
   const double ratio = one.v.length() / other.v.length();
   const bool areAlike = ratio >= kLeastHeightOfEnds && ratio * kLeastHeightOfEnds <= 1;
-  if (!areHigh || !areAlike || turnBetween(axes, through) > kMostTurn) return {};
+  if (!areHigh || !areAlike || turnBetween(axes, through) > kMostTurn) {
+    return {};
+  }
   return rectangleAround(first, second, through);
 }
 
@@ -243,15 +254,21 @@ Quad joinedEnds(const Quad& first, const Quad& second, const Axes& axes) {
 /// be that.
 Quad joined(const Quad& first, const Quad& second) {
   const Axes axes = axesThrough(first[0], first[1]);
-  if (turnBetween(axes, axesThrough(second[0], second[1])) > kMostTurn) return {};
+  if (turnBetween(axes, axesThrough(second[0], second[1])) > kMostTurn) {
+    return {};
+  }
   const Extent one = extentOf(first, axes);
   const Extent other = extentOf(second, axes);
   const double gap = std::max(one.u.low, other.u.low) - std::min(one.u.high, other.u.high);
   const double shared = std::min(one.v.high, other.v.high) - std::max(one.v.low, other.v.low);
   const double height = std::max(one.v.length(), other.v.length());
   const double length = one.u.length();
-  if (gap > kMostGapOfEnds * length) return {};
-  if (gap > kMostGap * length) return joinedEnds(first, second, axes);
+  if (gap > kMostGapOfEnds * length) {
+    return {};
+  }
+  if (gap > kMostGap * length) {
+    return joinedEnds(first, second, axes);
+  }
   return shared >= kLeastShared * height ? rectangleAround(first, second, axes) : Quad{};
 }
 
@@ -263,7 +280,9 @@ void addJoined(std::vector<Quad>& regions) {
   for (std::size_t i = 0; i < count; ++i) {
     for (std::size_t k = i + 1; k < count; ++k) {
       const Quad whole = joined(regions[i], regions[k]);
-      if (areaOf(whole) > 0) regions.push_back(whole);
+      if (areaOf(whole) > 0) {
+        regions.push_back(whole);
+      }
     }
   }
 }
@@ -288,17 +307,25 @@ std::vector<Quad> findBars(const LumaPicture& picture) {
   for (int row = 0; row < grid.rows; ++row) {
     for (int column = 0; column < grid.columns; ++column) {
       const Block& block = grid.at(column, row);
-      if (block.cluster || block.weight == 0) continue;
+      if (block.cluster || block.weight == 0) {
+        continue;
+      }
       const Cluster cluster = clusterFrom(grid, column, row, ++clusters);
       Quad rectangle = rectangleOf(cluster, grid.blockSide);
-      if (areaOf(rectangle) == 0) rectangle = rectangleOf(dense(grid, cluster), grid.blockSide);
-      if (areaOf(rectangle) > 0) regions.push_back(scaledAndMoved(rectangle, 1 / scale, {}));
+      if (areaOf(rectangle) == 0) {
+        rectangle = rectangleOf(dense(grid, cluster), grid.blockSide);
+      }
+      if (areaOf(rectangle) > 0) {
+        regions.push_back(scaledAndMoved(rectangle, 1 / scale, {}));
+      }
     }
   }
   std::sort(regions.begin(), regions.end(), isLarger);
   addJoined(regions);
   std::sort(regions.begin(), regions.end(), isLarger);
-  if (regions.size() > kMostRegions) regions.resize(kMostRegions);
+  if (regions.size() > kMostRegions) {
+    regions.resize(kMostRegions);
+  }
   return regions;
 }
 

@@ -24,11 +24,15 @@ double edgesWith(const LumaPicture& view, int lean, int most, std::vector<int>& 
   for (int y = 0; y < view.height; ++y) {
     const int shift = lean * (2 * y - view.height) / (2 * view.height);
     const int to = view.width - std::max(0, shift);
-    for (int x = std::max(0, -shift); x < to; ++x) sums[x] += view.row(y)[x + shift];
+    for (int x = std::max(0, -shift); x < to; ++x) {
+      sums[x] += view.row(y)[x + shift];
+    }
   }
   double edges = 0;
   // Columns near the sides lack some rows.
-  for (int x = most; x + 1 < view.width - most; ++x) edges += std::pow(sums[x + 1] - sums[x], 2);
+  for (int x = most; x + 1 < view.width - most; ++x) {
+    edges += std::pow(sums[x + 1] - sums[x], 2);
+  }
   return edges;
 }
 
@@ -40,7 +44,9 @@ int leanOf(const LumaPicture& view, int most) {
   const auto tryBetween = [&](int first, int last, int step) {
     for (int lean = first; lean <= last; lean += step) {
       const double edges = edgesWith(view, lean, most, sums);
-      if (edges <= bestEdges) continue;
+      if (edges <= bestEdges) {
+        continue;
+      }
       bestEdges = edges;
       best = lean;
     }

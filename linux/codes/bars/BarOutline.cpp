@@ -32,7 +32,9 @@ std::vector<float> profile(const LumaPicture& picture, CGPoint start, CGPoint en
     const double along = static_cast<double>(i) / (kSamples - 1);
     const int x = static_cast<int>(std::lround(start.x + (end.x - start.x) * along));
     const int y = static_cast<int>(std::lround(start.y + (end.y - start.y) * along));
-    if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) return {};
+    if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) {
+      return {};
+    }
     samples[i] = picture.row(y)[x];
     sum += samples[i];
   }
@@ -41,15 +43,23 @@ std::vector<float> profile(const LumaPicture& picture, CGPoint start, CGPoint en
     sample -= sum / kSamples;
     squares += sample * sample;
   }
-  if (squares == 0) return {};
-  for (float& sample : samples) sample /= std::sqrt(squares);
+  if (squares == 0) {
+    return {};
+  }
+  for (float& sample : samples) {
+    sample /= std::sqrt(squares);
+  }
   return samples;
 }
 
 double correlation(const std::vector<float>& first, const std::vector<float>& second) {
-  if (first.empty() || second.empty()) return 0;
+  if (first.empty() || second.empty()) {
+    return 0;
+  }
   double sum = 0;
-  for (int i = 0; i < kSamples; ++i) sum += first[i] * second[i];
+  for (int i = 0; i < kSamples; ++i) {
+    sum += first[i] * second[i];
+  }
   return sum;
 }
 
@@ -83,12 +93,16 @@ ScanLine lastLineWithBars(const LumaPicture& picture, const ScanLine& line, Side
     for (const double candidate : {lean, lean - step / 2, lean + step / 2}) {
       const ScanLine moved = line.moved(down, distance, candidate);
       const double similarity = correlation(bars, profile(picture, moved.start, moved.end));
-      if (similarity <= best) continue;
+      if (similarity <= best) {
+        continue;
+      }
       best = similarity;
       bestLean = candidate;
     }
     if (best < kSmallestCorrelation) {
-      if (++misses > kMissesAllowed) break;
+      if (++misses > kMissesAllowed) {
+        break;
+      }
       continue;
     }
     misses = 0;
@@ -114,7 +128,9 @@ ScanLine straightened(const ScanLine& line, const ScanLine& top, const ScanLine&
 
 Quad barOutline(const LumaPicture& picture, CGPoint start, CGPoint end) {
   const double length = std::hypot(end.x - start.x, end.y - start.y);
-  if (length == 0) return {start, start, start, start};
+  if (length == 0) {
+    return {start, start, start, start};
+  }
   ScanLine line{start, end, {(end.x - start.x) / length, (end.y - start.y) / length}, length};
   ScanLine top = lastLineWithBars(picture, line, Side::Top);
   ScanLine bottom = lastLineWithBars(picture, line, Side::Bottom);

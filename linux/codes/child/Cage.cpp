@@ -25,7 +25,9 @@ constexpr rlim_t kMostMemory = 512ULL << 20;
 constexpr int kNiceness = 5;
 
 void require(bool done, const char* what) {
-  if (!done) throw std::system_error(errno, std::generic_category(), what);
+  if (!done) {
+    throw std::system_error(errno, std::generic_category(), what);
+  }
 }
 
 void limit(__rlimit_resource resource, rlim_t most) {
@@ -39,7 +41,9 @@ void setLimits() {
   limit(RLIMIT_NOFILE, 0);
   limit(RLIMIT_NPROC, 0);
   // AddressSanitizer and ThreadSanitizer reserve terabytes of addresses.
-  if (!kSanitized) limit(RLIMIT_AS, kMostMemory);
+  if (!kSanitized) {
+    limit(RLIMIT_AS, kMostMemory);
+  }
 }
 
 struct FreeFilter {
@@ -56,7 +60,9 @@ void add(const Filter& filter, std::uint32_t action, const std::vector<Call>& ca
   for (const auto& [number, conditions] : calls) {
     const int error = seccomp_rule_add_array(filter.get(), action, number,
                                              static_cast<unsigned>(conditions.size()), conditions.data());
-    if (error != 0) throw std::system_error(-error, std::generic_category(), "no rule for a system call");
+    if (error != 0) {
+      throw std::system_error(-error, std::generic_category(), "no rule for a system call");
+    }
   }
 }
 
@@ -113,7 +119,9 @@ void enterCage() {
   setLimits();
   const Filter filter = kSanitized ? makeLaxFilter() : makeFilter();
   const int error = seccomp_load(filter.get());
-  if (error != 0) throw std::system_error(-error, std::generic_category(), "system calls cannot be filtered");
+  if (error != 0) {
+    throw std::system_error(-error, std::generic_category(), "system calls cannot be filtered");
+  }
 }
 
 }  // namespace nivlo

@@ -18,7 +18,9 @@ std::optional<char> shifted(char shift, char letter) {
       return static_cast<char>('a' + place);
     case '/':
       // /A to /O are the signs from ! on, and /Z is the colon after the digits.
-      if (letter > 'O' && letter != 'Z') return std::nullopt;
+      if (letter > 'O' && letter != 'Z') {
+        return std::nullopt;
+      }
       return letter == 'Z' ? ':' : static_cast<char>('!' + place);
     default:
       break;
@@ -30,18 +32,24 @@ std::optional<char> shifted(char shift, char letter) {
 }  // namespace
 
 bool endsInMod43Check(std::string_view text) {
-  if (text.size() < 2) return false;
+  if (text.size() < 2) {
+    return false;
+  }
   std::size_t sum = 0;
   for (const char character : text.substr(0, text.size() - 1)) {
     const std::size_t value = kAlphabet.find(character);
-    if (value == std::string_view::npos) return false;
+    if (value == std::string_view::npos) {
+      return false;
+    }
     sum += value;
   }
   return kAlphabet[sum % kAlphabet.size()] == text.back();
 }
 
 std::optional<std::string> fullASCII(std::string_view text) {
-  if (text.starts_with('+') || text.find_first_of(kShifts) == std::string_view::npos) return std::nullopt;
+  if (text.starts_with('+') || text.find_first_of(kShifts) == std::string_view::npos) {
+    return std::nullopt;
+  }
   std::string plain;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (kShifts.find(text[i]) == std::string_view::npos) {
@@ -49,9 +57,13 @@ std::optional<std::string> fullASCII(std::string_view text) {
       continue;
     }
     const char letter = i + 1 < text.size() ? text[i + 1] : '\0';
-    if (letter < 'A' || letter > 'Z') return std::nullopt;
+    if (letter < 'A' || letter > 'Z') {
+      return std::nullopt;
+    }
     const auto character = shifted(text[i++], letter);
-    if (!character) return std::nullopt;
+    if (!character) {
+      return std::nullopt;
+    }
     plain += *character;
   }
   return plain;

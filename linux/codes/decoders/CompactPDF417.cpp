@@ -18,14 +18,18 @@ std::vector<int> along(const LumaPicture& picture, CGPoint start, CGPoint direct
   for (double distance = 0;; ++distance) {
     const int x = static_cast<int>(std::lround(start.x + direction.x * distance));
     const int y = static_cast<int>(std::lround(start.y + direction.y * distance));
-    if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) return luma;
+    if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) {
+      return luma;
+    }
     luma.push_back(picture.row(y)[x]);
   }
 }
 
 /// How long the row of bars is that begins the line.
 double lengthOfRow(const std::vector<int>& luma, double leftEdge) {
-  if (luma.empty()) return 0;
+  if (luma.empty()) {
+    return 0;
+  }
   // The first bars and spaces tell dark from light; what lies behind the code may be anything.
   const auto near = luma.begin() +
                     static_cast<std::ptrdiff_t>(std::min<double>(leftEdge, static_cast<double>(luma.size())));
@@ -36,11 +40,17 @@ double lengthOfRow(const std::vector<int>& luma, double leftEdge) {
   bool inFirstBar = true;
   for (std::size_t i = 0; i < luma.size(); ++i) {
     const bool isDark = luma[i] <= threshold;
-    if (isDark) lastDark = i;
-    if (inFirstBar && isDark) firstBar = i + 1;
+    if (isDark) {
+      lastDark = i;
+    }
+    if (inFirstBar && isDark) {
+      firstBar = i + 1;
+    }
     inFirstBar = inFirstBar && (isDark || firstBar == 0);
     const double quiet = kModulesOfQuietZone * static_cast<double>(firstBar) / kModulesOfFirstBar;
-    if (firstBar > 0 && static_cast<double>(i - lastDark) > quiet + 1) break;
+    if (firstBar > 0 && static_cast<double>(i - lastDark) > quiet + 1) {
+      break;
+    }
   }
   return static_cast<double>(lastDark) + 1;
 }
@@ -50,7 +60,9 @@ double lengthOfRow(const std::vector<int>& luma, double leftEdge) {
 Quad compactPDF417Outline(const LumaPicture& picture, CGPoint topLeft, CGPoint bottomLeft) {
   const CGPoint down{bottomLeft.x - topLeft.x, bottomLeft.y - topLeft.y};
   const double height = std::hypot(down.x, down.y);
-  if (height == 0) return {topLeft, topLeft, bottomLeft, bottomLeft};
+  if (height == 0) {
+    return {topLeft, topLeft, bottomLeft, bottomLeft};
+  }
   const CGPoint right{down.y / height, -down.x / height};
   double length = 0;
   for (const double part : {0.3, 0.5, 0.7}) {

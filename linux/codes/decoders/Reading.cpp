@@ -32,7 +32,9 @@ std::vector<Reading> withoutDuplicates(std::vector<Reading> readings) {
   for (Reading& reading : readings) {
     const auto known = std::find_if(result.begin(), result.end(),
                                     [&](const Reading& other) { return sameCode(other, reading); });
-    if (known == result.end()) result.push_back(std::move(reading));
+    if (known == result.end()) {
+      result.push_back(std::move(reading));
+    }
   }
   const std::vector<Reading> all = result;
   std::erase_if(result, [&](const Reading& reading) {

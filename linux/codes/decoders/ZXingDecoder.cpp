@@ -85,7 +85,9 @@ std::string withReplacementCharacters(std::string_view text) {
 std::string textOf(const ZXing::Result& result) {
   const std::string text = result.text();
   // ZXing gives nothing at all where a code names a character set that it does not know.
-  if (text.empty() && !result.bytes().empty()) return latin1ToUTF8(result.bytes());
+  if (text.empty() && !result.bytes().empty()) {
+    return latin1ToUTF8(result.bytes());
+  }
   return withReplacementCharacters(text);
 }
 
@@ -111,7 +113,9 @@ std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& view, ZXing::
   hints.setMaxNumberOfSymbols(1);
   hints.setMinLineCount(kScanLines);
   ZXing::Results results = ZXing::ReadBarcodes(view, hints);
-  if (results.empty() || !results.front().isValid()) return std::nullopt;
+  if (results.empty() || !results.front().isValid()) {
+    return std::nullopt;
+  }
   return std::move(results.front());
 }
 
@@ -125,8 +129,12 @@ std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Re
       barOutline(picture, middle(at.topLeft(), at.bottomLeft()), middle(at.topRight(), at.bottomRight()));
   std::string text = textOf(result);
   const char* type = typeOf(result.format(), text);
-  if (!type) return std::nullopt;
-  if (type == AVMetadataObjectTypeCode39Code) text = fullASCII(text).value_or(text);
+  if (!type) {
+    return std::nullopt;
+  }
+  if (type == AVMetadataObjectTypeCode39Code) {
+    text = fullASCII(text).value_or(text);
+  }
   return Reading{type, std::move(text), outline, true};
 }
 
@@ -136,9 +144,13 @@ std::vector<Reading> readLinear(const LumaPicture& picture, Effort effort) {
   LumaPicture view = picture;
   while (readings.size() < kMostLinearCodes) {
     const auto result = readOneLinear(viewOf(view), kLinearFormats, effort);
-    if (!result) break;
+    if (!result) {
+      break;
+    }
     std::optional<Reading> reading = linearReading(view, *result);
-    if (!reading) break;
+    if (!reading) {
+      break;
+    }
     if (readings.empty()) {
       rest.copyFrom(picture);
       view = rest.picture();
@@ -169,15 +181,18 @@ std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormat
   for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(formats, effort))) {
     const std::string text = textOf(result);
     const char* type = typeOf(result.format(), text);
-    if (!type || !result.isValid()) continue;
+    if (!type || !result.isValid()) {
+      continue;
+    }
     Quad outline;
     for (int i = 0; i < 4; ++i) {
       const ZXing::PointI corner = result.position()[i];
       outline[i] = {static_cast<double>(corner.x), static_cast<double>(corner.y)};
     }
     const bool hasNoRightEdge = result.position()[1] == result.position()[2];
-    if (result.format() == BarcodeFormat::PDF417 && hasNoRightEdge)
+    if (result.format() == BarcodeFormat::PDF417 && hasNoRightEdge) {
       outline = compactPDF417Outline(picture, outline[0], outline[3]);
+    }
     readings.push_back({type, text, outline, false});
   }
   return readings;
@@ -186,9 +201,15 @@ std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormat
 std::vector<Reading> readAll(const LumaPicture& picture, Symbologies symbologies, Effort effort) {
   std::vector<Reading> readings;
   const ZXing::BarcodeFormats matrix = matrixFormats(symbologies);
-  if (!matrix.empty()) readings = readMatrix(picture, matrix, effort);
-  if (symbologies == Symbologies::Matrix || symbologies == Symbologies::Aztec) return readings;
-  for (Reading& reading : readLinear(picture, effort)) readings.push_back(std::move(reading));
+  if (!matrix.empty()) {
+    readings = readMatrix(picture, matrix, effort);
+  }
+  if (symbologies == Symbologies::Matrix || symbologies == Symbologies::Aztec) {
+    return readings;
+  }
+  for (Reading& reading : readLinear(picture, effort)) {
+    readings.push_back(std::move(reading));
+  }
   return readings;
 }
 
@@ -203,9 +224,12 @@ Decoder zxing(Symbologies symbologies, Effort effort) {
   const auto cost = [=](int width, int height) {
     const double pixels = static_cast<double>(width) * height;
     double lines = 0;
-    if (readsLinear && effort != Effort::Quick) lines += static_cast<double>(width) * linesLookedAt(height);
-    if (readsLinear && effort == Effort::Thorough)
+    if (readsLinear && effort != Effort::Quick) {
+      lines += static_cast<double>(width) * linesLookedAt(height);
+    }
+    if (readsLinear && effort == Effort::Thorough) {
       lines += static_cast<double>(height) * linesLookedAt(width);
+    }
     return (readsMatrix ? pixels : 0) + kCostOfLinePixel * lines;
   };
   return {[=](const LumaPicture& picture) { return readAll(picture, symbologies, effort); }, cost};

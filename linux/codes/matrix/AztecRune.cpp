@@ -23,7 +23,9 @@ using Words = std::array<int, kWords>;
 int product(int a, int b) {
   int result = 0;
   for (; b != 0; b >>= 1, a = a & 8 ? (a << 1) ^ 0b10011 : a << 1) {
-    if (b & 1) result ^= a;
+    if (b & 1) {
+      result ^= a;
+    }
   }
   return result;
 }
@@ -35,10 +37,14 @@ Words wordsOf(int number) {
   Words words{number >> kBits, number & 0xf};
   Words rest = words;
   for (int i = 0; i < kDataWords; ++i) {
-    for (std::size_t k = 0; k < kGenerator.size(); ++k) rest[i + 1 + k] ^= product(kGenerator[k], rest[i]);
+    for (std::size_t k = 0; k < kGenerator.size(); ++k) {
+      rest[i + 1 + k] ^= product(kGenerator[k], rest[i]);
+    }
   }
   std::copy(rest.begin() + kDataWords, rest.end(), words.begin() + kDataWords);
-  for (int& word : words) word ^= kFlipped;
+  for (int& word : words) {
+    word ^= kFlipped;
+  }
   return words;
 }
 
@@ -91,13 +97,17 @@ Words wordsAround(const Upright& rune) {
 std::optional<AztecRune> readAztecRune(const Modules& modules) {
   for (int turns = 0; turns < 4; ++turns) {
     const Upright rune(modules, turns);
-    if (!areMarksRight(rune)) continue;
+    if (!areMarksRight(rune)) {
+      continue;
+    }
     const Words read = wordsAround(rune);
     for (int number = 0; number < 256; ++number) {
       const Words words = wordsOf(number);
       const int wrong = std::transform_reduce(words.begin(), words.end(), read.begin(), 0, std::plus<>(),
                                               std::not_equal_to<>());
-      if (wrong <= kWrongWords) return AztecRune{number, turns};
+      if (wrong <= kWrongWords) {
+        return AztecRune{number, turns};
+      }
     }
   }
   return std::nullopt;

@@ -23,10 +23,14 @@ constexpr double kNarrowestRun = 1.5;
 /// narrower, so a run is compared together with its neighbour.
 bool areEven(const int* edges) {
   const int width = edges[kRuns] - edges[0];
-  if (width < kNarrowestRun * kRuns) return false;
+  if (width < kNarrowestRun * kRuns) {
+    return false;
+  }
   const int room = std::max(kRuns, width / 2);
   for (int i = 0; i + 1 < kRuns; ++i) {
-    if (std::abs((edges[i + 2] - edges[i]) * kRuns - 2 * width) > room) return false;
+    if (std::abs((edges[i + 2] - edges[i]) * kRuns - 2 * width) > room) {
+      return false;
+    }
   }
   return true;
 }
@@ -40,13 +44,16 @@ std::optional<Bullseye> bullseyeAt(const LumaPicture& picture, const RunsMiddle&
   const bool light = lumaAt(picture, middle.place) > middle.threshold;
   const auto inner = squareAt(picture, middle, 4);
   const auto innermost = inner ? squareAt(picture, middle, 2) : std::nullopt;
-  if (!innermost || std::abs(std::sqrt(areaOf(*innermost) / areaOf(*inner)) - 3.0 / 7) > 0.1)
+  if (!innermost || std::abs(std::sqrt(areaOf(*innermost) / areaOf(*inner)) - 3.0 / 7) > 0.1) {
     return std::nullopt;
+  }
   Bullseye bullseye{*inner, 7, light};
   // Codes of more than four layers have two squares more, which tell the perspective better.
   const auto outer = squareAt(picture, middle, 6);
   const double ratio = outer ? std::sqrt(areaOf(*outer) / areaOf(*inner)) : 0;
-  if (std::abs(ratio - 11.0 / 7) < 0.12) bullseye = {*outer, 11, light};
+  if (std::abs(ratio - 11.0 / 7) < 0.12) {
+    bullseye = {*outer, 11, light};
+  }
   return bullseye;
 }
 
@@ -66,8 +73,12 @@ std::vector<Bullseye> findBullseyes(const LumaPicture& picture) {
     const bool isKnown = std::any_of(found.begin(), found.end(), [&](const Bullseye& other) {
       return distanceBetween(centreOf(other.outline), middle.place) < 4 * middle.module;
     });
-    if (isKnown) return true;
-    if (const auto bullseye = bullseyeAt(picture, middle)) found.push_back(*bullseye);
+    if (isKnown) {
+      return true;
+    }
+    if (const auto bullseye = bullseyeAt(picture, middle)) {
+      found.push_back(*bullseye);
+    }
     return found.size() < kMostBullseyes && ++candidates < kMostCandidates;
   });
   return found;

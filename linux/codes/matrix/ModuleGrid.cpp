@@ -78,8 +78,9 @@ ModuleGrid::ModuleGrid(const LumaPicture& picture, const Quad& outline, int modu
   findMeans();
   findUnrest();
   for (int row = 0; row < nodesAcross_; ++row) {
-    for (int column = 0; column < nodesAcross_; ++column)
+    for (int column = 0; column < nodesAcross_; ++column) {
       nodes_.push_back({{column * nodeSpacing_, row * nodeSpacing_}, {}, false});
+    }
   }
 }
 
@@ -97,8 +98,9 @@ void ModuleGrid::findMeans() {
       int count = 0;
       for (int v = std::max(0, y - kSurroundings); v <= std::min(across - 1, y + kSurroundings); ++v) {
         for (int u = std::max(0, x - kSurroundings); u <= std::min(across - 1, x + kSurroundings);
-             ++u, ++count)
+             ++u, ++count) {
           total += modules.row(v)[u];
+        }
       }
       means_.row(y)[x] = static_cast<std::uint8_t>(total / count);
     }
@@ -137,7 +139,9 @@ std::optional<ModuleGrid::Sighting> ModuleGrid::findAlignment(bool lightOnDark) 
         for (int u = -2; u <= 2; ++u) {
           const int x = static_cast<int>((place.x + u + kBorder) * kModule) + dx;
           const int y = static_cast<int>((place.y + v + kBorder) * kModule) + dy;
-          if (x < 0 || y < 0 || x >= side || y >= side) continue;
+          if (x < 0 || y < 0 || x >= side || y >= side) {
+            continue;
+          }
           const int difference = straight.row(y)[x] - means.row(y / kModule)[x / kModule];
           const bool isDark = std::max(std::abs(u), std::abs(v)) != 1;
           likeness += isDark == lightOnDark ? difference : -difference;
@@ -172,7 +176,9 @@ void ModuleGrid::follow(const std::vector<Sighting>& known) {
         const CGPoint seen = toPicture_.inverse(sighting.inPicture);
         const CGPoint shift{seen.x - (sighting.place.x + kBorder) * kModule,
                             seen.y - (sighting.place.y + kBorder) * kModule};
-        if (distance >= turn.distance || !isWithin(pixelsAcross(across_), shift)) continue;
+        if (distance >= turn.distance || !isWithin(pixelsAcross(across_), shift)) {
+          continue;
+        }
         turn.distance = distance;
         turn.shift = shift;
       }
@@ -185,7 +191,9 @@ void ModuleGrid::follow(const std::vector<Sighting>& known) {
       const bool isNear = round == 0 && distance <= kNodeStep;
       const bool isFirst = round == 0 && distance > kNodeStep;
       Slope expected = slopeAt(column, row);
-      if (isNear) expected.shift = shift;
+      if (isNear) {
+        expected.shift = shift;
+      }
       settle(node(column, row), expected, isFirst ? kFirstRoom : kLaterRoom);
       node(column, row).isKnown = true;
     }
@@ -200,7 +208,9 @@ ModuleGrid::Slope ModuleGrid::slopeAt(int column, int row) const {
        ++v) {
     for (int u = std::max(0, column - kNodesConsidered);
          u <= std::min(nodesAcross_ - 1, column + kNodesConsidered); ++u) {
-      if ((u == column && v == row) || !node(u, v).isKnown) continue;
+      if ((u == column && v == row) || !node(u, v).isKnown) {
+        continue;
+      }
       const double dx = u - column;
       const double dy = v - row;
       const double weight = 1 / (dx * dx + dy * dy);
@@ -224,12 +234,16 @@ ModuleGrid::Slope ModuleGrid::slopeAt(int column, int row) const {
   const double e = x * y - n * xy;
   const double f = n * xx - x * x;
   const double determinant = n * a + x * b + y * c;
-  if (determinant == 0) return {};
+  if (determinant == 0) {
+    return {};
+  }
   const auto solved = [&](double ofS, double ofSx, double ofSy) {
     return times(1 / determinant, sum(times(ofS, s), sum(times(ofSx, sx), times(ofSy, sy))));
   };
   const CGPoint shift = solved(a, b, c);
-  if (!isWithin(pixelsAcross(across_), shift)) return {};
+  if (!isWithin(pixelsAcross(across_), shift)) {
+    return {};
+  }
   return {shift, times(1 / nodeSpacing_, solved(b, d, e)), times(1 / nodeSpacing_, solved(c, e, f))};
 }
 
@@ -264,7 +278,9 @@ double ModuleGrid::unrestAround(CGPoint place, const Slope& slope) const {
                                      right * slope.perColumn.x + down * slope.perRow.x);
       const int y = static_cast<int>((v + 0.5 + kBorder) * kModule + slope.shift.y +
                                      right * slope.perColumn.y + down * slope.perRow.y);
-      if (x >= 0 && y >= 0 && x < side && y < side) total += unrest_.picture().row(y)[x];
+      if (x >= 0 && y >= 0 && x < side && y < side) {
+        total += unrest_.picture().row(y)[x];
+      }
     }
   }
   return static_cast<double>(total) / count;
@@ -290,7 +306,9 @@ Modules ModuleGrid::modules(bool lightOnDark) const {
       const CGPoint middle = onStraight({u + 0.5, v + 0.5});
       double luma = 0;
       for (const double y : {-1.5, -0.5, 0.5}) {
-        for (const double x : {-1.5, -0.5, 0.5}) luma += lumaAt(straight, sum(middle, {x, y})) / 9;
+        for (const double x : {-1.5, -0.5, 0.5}) {
+          luma += lumaAt(straight, sum(middle, {x, y})) / 9;
+        }
       }
       const bool isLight = luma >= means_.picture().row(v + kBorder)[u + kBorder];
       modules.set(u, v, isLight == lightOnDark);
@@ -304,7 +322,9 @@ std::vector<Reading> ModuleGrid::read(const Modules& modules, const Decoder& dec
   draw(modules, drawing);
   std::vector<Reading> readings = decoder.read(drawing.picture());
   for (Reading& reading : readings) {
-    for (CGPoint& corner : reading.outline) corner = inPicture(placeShown(corner));
+    for (CGPoint& corner : reading.outline) {
+      corner = inPicture(placeShown(corner));
+    }
   }
   return readings;
 }

@@ -23,8 +23,9 @@ void draw(const Modules& modules, LumaBuffer& drawing) {
   for (int y = 0; y < modules.across() * kSide; ++y) {
     std::uint8_t* row = drawing.row(kQuietZone * kSide + y) + static_cast<std::ptrdiff_t>(kQuietZone) * kSide;
     for (int x = 0; x < modules.across(); ++x) {
-      if (modules.isDark(x, y / kSide))
+      if (modules.isDark(x, y / kSide)) {
         std::fill_n(row + static_cast<std::ptrdiff_t>(x) * kSide, kSide, kDark);
+      }
     }
   }
 }

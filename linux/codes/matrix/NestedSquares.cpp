@@ -20,7 +20,9 @@ std::vector<double> crossings(const LumaPicture& picture, CGPoint centre, CGPoin
   for (double distance = kStep; distance < farthest && result.size() < count; distance += kStep) {
     const double here =
         lumaAt(picture, {centre.x + direction.x * distance, centre.y + direction.y * distance}) - threshold;
-    if ((here < 0) != (last < 0)) result.push_back(distance - kStep * here / (here - last));
+    if ((here < 0) != (last < 0)) {
+      result.push_back(distance - kStep * here / (here - last));
+    }
     last = here;
   }
   return result;
@@ -28,7 +30,9 @@ std::vector<double> crossings(const LumaPicture& picture, CGPoint centre, CGPoin
 
 Line fittedLine(const std::vector<CGPoint>& points) {
   CGPoint mean;
-  for (const CGPoint& point : points) mean = {mean.x + point.x, mean.y + point.y};
+  for (const CGPoint& point : points) {
+    mean = {mean.x + point.x, mean.y + point.y};
+  }
   const auto count = static_cast<double>(points.size());
   mean = {mean.x / count, mean.y / count};
   double xx = 0, yy = 0, xy = 0;
@@ -75,8 +79,12 @@ std::optional<Quad> fittedQuad(const std::vector<CGPoint>& points, CGPoint centr
     const int length = (corners[(i + 1) % 4] - from + count) % count;
     const int margin = std::max(1, length / 8);
     std::vector<CGPoint> onSide;
-    for (int k = margin; k <= length - margin; ++k) onSide.push_back(points[(from + k) % count]);
-    if (onSide.size() < 4) return std::nullopt;
+    for (int k = margin; k <= length - margin; ++k) {
+      onSide.push_back(points[(from + k) % count]);
+    }
+    if (onSide.size() < 4) {
+      return std::nullopt;
+    }
     sides[i] = fittedLine(onSide);
     const CGPoint normal{-sides[i].direction.y, sides[i].direction.x};
     double squares = 0;
@@ -85,12 +93,16 @@ std::optional<Quad> fittedQuad(const std::vector<CGPoint>& points, CGPoint centr
       squares += off * off;
     }
     const double size = distanceBetween(points[first], points[third]);
-    if (std::sqrt(squares / static_cast<double>(onSide.size())) > 0.04 * size) return std::nullopt;
+    if (std::sqrt(squares / static_cast<double>(onSide.size())) > 0.04 * size) {
+      return std::nullopt;
+    }
   }
   Quad quad;
   for (int i = 0; i < 4; ++i) {
     const auto corner = intersectionOf(sides[(i + 3) % 4], sides[i]);
-    if (!corner) return std::nullopt;
+    if (!corner) {
+      return std::nullopt;
+    }
     quad[i] = *corner;
   }
   return quad;
@@ -122,7 +134,9 @@ std::optional<Quad> squareAround(const LumaPicture& picture, CGPoint centre, dou
     const CGPoint direction{std::cos(angle), std::sin(angle)};
     const auto distances = crossings(picture, centre, direction, threshold, edge, farthest);
     if (static_cast<int>(distances.size()) < edge) {
-      if (++lost > kRays / 4) return std::nullopt;
+      if (++lost > kRays / 4) {
+        return std::nullopt;
+      }
       continue;
     }
     points.push_back({centre.x + direction.x * distances.back(), centre.y + direction.y * distances.back()});

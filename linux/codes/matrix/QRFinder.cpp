@@ -30,10 +30,14 @@ struct FinderSquare {
 
 bool areOfFinder(const int* edges) {
   const double module = (edges[kRuns.size()] - edges[0]) / static_cast<double>(kModules);
-  if (module < kNarrowestModule) return false;
+  if (module < kNarrowestModule) {
+    return false;
+  }
   for (std::size_t i = 0; i < kRuns.size(); ++i) {
     const int width = edges[i + 1] - edges[i];
-    if (std::abs(width - kRuns[i] * module) > 0.3 * module * kRuns[i] + 1) return false;
+    if (std::abs(width - kRuns[i] * module) > 0.3 * module * kRuns[i] + 1) {
+      return false;
+    }
   }
   return true;
 }
@@ -42,8 +46,9 @@ std::optional<FinderSquare> finderAt(const LumaPicture& picture, const RunsMiddl
   const auto& [place, module, threshold] = middle;
   const auto outer = squareAround(picture, place, threshold, 3, 3.5 * module);
   const auto inner = outer ? squareAround(picture, place, threshold, 1, 1.5 * module) : std::nullopt;
-  if (!inner || std::abs(std::sqrt(areaOf(*inner) / areaOf(*outer)) - 3.0 / kModules) > 0.1)
+  if (!inner || std::abs(std::sqrt(areaOf(*inner) / areaOf(*outer)) - 3.0 / kModules) > 0.1) {
     return std::nullopt;
+  }
   return FinderSquare{*outer, centreOf(*outer), lumaAt(picture, place) > threshold};
 }
 
@@ -54,8 +59,12 @@ std::vector<FinderSquare> findSquares(const LumaPicture& picture) {
     const bool isKnown = std::any_of(found.begin(), found.end(), [&](const FinderSquare& other) {
       return distanceBetween(other.centre, middle.place) < 4 * middle.module;
     });
-    if (isKnown) return true;
-    if (const auto square = finderAt(picture, middle)) found.push_back(*square);
+    if (isKnown) {
+      return true;
+    }
+    if (const auto square = finderAt(picture, middle)) {
+      found.push_back(*square);
+    }
     return found.size() < kMostSquares && ++candidates < kMostCandidates;
   });
   return found;
@@ -96,20 +105,28 @@ struct RatedPlace {
 
 std::optional<RatedPlace> placeOf(const FinderSquare& corner, const FinderSquare& right,
                                   const FinderSquare& below) {
-  if (corner.lightOnDark != right.lightOnDark || corner.lightOnDark != below.lightOnDark) return std::nullopt;
+  if (corner.lightOnDark != right.lightOnDark || corner.lightOnDark != below.lightOnDark) {
+    return std::nullopt;
+  }
   const CGPoint a = corner.centre;
   const CGPoint b{right.centre.x - a.x, right.centre.y - a.y};
   const CGPoint c{below.centre.x - a.x, below.centre.y - a.y};
   const double turn = (b.x * c.y - b.y * c.x) / (std::hypot(b.x, b.y) * std::hypot(c.x, c.y));
-  if (turn < 0.8) return std::nullopt;
+  if (turn < 0.8) {
+    return std::nullopt;
+  }
   const double modulesAcross = modulesBetween(corner, right);
   const double modulesDown = modulesBetween(corner, below);
   const double flaw = std::abs(std::log(modulesAcross / modulesDown)) + 1 - turn;
-  if (flaw > 0.35) return std::nullopt;
+  if (flaw > 0.35) {
+    return std::nullopt;
+  }
   const double centres = (modulesAcross + modulesDown) / 2;
   const int version = static_cast<int>(std::lround((centres + kModules - kLeastQRModules) / kModulesStep));
   const int modules = kLeastQRModules + kModulesStep * version;
-  if (modules < kLeastQRModules || modules > kMostModules) return std::nullopt;
+  if (modules < kLeastQRModules || modules > kMostModules) {
+    return std::nullopt;
+  }
   const CGPoint across{b.x / std::hypot(b.x, b.y), b.y / std::hypot(b.x, b.y)};
   const CGPoint down{c.x / std::hypot(c.x, c.y), c.y / std::hypot(c.x, c.y)};
   const auto inOrder = [&](const FinderSquare& square) {
@@ -121,7 +138,9 @@ std::optional<RatedPlace> placeOf(const FinderSquare& corner, const FinderSquare
   const std::array<Quad, 3> squares{inOrder(corner), inOrder(right), inOrder(below)};
   const auto fourth =
       intersectionOf(lineThrough(squares[1][1], squares[1][2]), lineThrough(squares[2][3], squares[2][2]));
-  if (!fourth) return std::nullopt;
+  if (!fourth) {
+    return std::nullopt;
+  }
   const Quad outline{squares[0][0], squares[1][1], *fourth, squares[2][3]};
   return RatedPlace{{squares, outline, modules, corner.lightOnDark}, flaw};
 }
@@ -134,15 +153,21 @@ std::vector<QRPlace> findQRPlaces(const LumaPicture& picture) {
   for (const FinderSquare& corner : squares) {
     for (const FinderSquare& right : squares) {
       for (const FinderSquare& below : squares) {
-        if (&corner == &right || &corner == &below || &right == &below) continue;
-        if (const auto place = placeOf(corner, right, below)) rated.push_back(*place);
+        if (&corner == &right || &corner == &below || &right == &below) {
+          continue;
+        }
+        if (const auto place = placeOf(corner, right, below)) {
+          rated.push_back(*place);
+        }
       }
     }
   }
   std::sort(rated.begin(), rated.end(),
             [](const RatedPlace& first, const RatedPlace& second) { return first.flaw < second.flaw; });
   std::vector<QRPlace> places;
-  for (std::size_t i = 0; i < std::min(kMostPlaces, rated.size()); ++i) places.push_back(rated[i].place);
+  for (std::size_t i = 0; i < std::min(kMostPlaces, rated.size()); ++i) {
+    places.push_back(rated[i].place);
+  }
   return places;
 }
 

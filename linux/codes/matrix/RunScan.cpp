@@ -22,15 +22,20 @@ void findRuns(const LumaPicture& picture, const Runs& runs,
   for (int y = step / 2; y < picture.height; y += step) {
     threshold.findEdges(y, edges);
     for (std::size_t i = 0; i + runs.count < edges.size(); ++i) {
-      if (!runs.areBetween(&edges[i])) continue;
+      if (!runs.areBetween(&edges[i])) {
+        continue;
+      }
       const CGPoint place{(edges[i + runs.count / 2] + edges[i + runs.count / 2 + 1] - 1) / 2.0,
                           static_cast<double>(y)};
       const int width = edges[i + runs.count] - edges[i];
       if (!threshold.findEdgesAbout(place, width, runs.count + 1, upright) ||
-          !runs.areBetween(upright.data()))
+          !runs.areBetween(upright.data())) {
         continue;
+      }
       const int limit = threshold.at(static_cast<int>(place.x), y);
-      if (!found({place, static_cast<double>(width) / runs.modules, limit})) return;
+      if (!found({place, static_cast<double>(width) / runs.modules, limit})) {
+        return;
+      }
     }
   }
 }

@@ -28,9 +28,13 @@ VideoFrame someRowsOf(VideoFrame frame) {
 bool SceneChange::differs(const VideoFrame& frame) {
   const auto picture = lumaOf(someRowsOf(frame), luma_);
   latest_.reset();
-  if (!picture || picture->width < kColumns || picture->height < kRows) return true;
+  if (!picture || picture->width < kColumns || picture->height < kRows) {
+    return true;
+  }
   latest_ = thumbnailOf(*picture);
-  if (!remembered_) return true;
+  if (!remembered_) {
+    return true;
+  }
   return !std::equal(latest_->begin(), latest_->end(), remembered_->begin(),
                      [](int now, int before) { return std::abs(now - before) <= kNoise; });
 }

@@ -22,8 +22,12 @@ class PacedReader : public CodeReader {
 
   std::vector<DecodedCode> look(const VideoFrame& frame) override {
     now_ = frame.captureTime;
-    if (change_.differs(frame)) looksLeft_ = kLooksAtNewScene;
-    if (looksLeft_ == 0 && now_ < nextLook_) return {};
+    if (change_.differs(frame)) {
+      looksLeft_ = kLooksAtNewScene;
+    }
+    if (looksLeft_ == 0 && now_ < nextLook_) {
+      return {};
+    }
     change_.remember();
     nextLook_ = now_ + kStillInterval;
     auto codes = reader_->look(frame);

@@ -69,12 +69,15 @@ void evenContrast(const LumaPicture& picture, LumaBuffer& even) {
     const std::uint8_t* in = picture.row(y);
     const std::uint8_t* around = mean.row(y);
     std::uint8_t* out = even.row(y);
-    for (int x = 0; x < width; ++x) out[x] = static_cast<std::uint8_t>(std::abs(in[x] - around[x]));
+    for (int x = 0; x < width; ++x) {
+      out[x] = static_cast<std::uint8_t>(std::abs(in[x] - around[x]));
+    }
   }
   blur(even.picture(), parts, contrast);
   std::array<int, 256> gain;
-  for (int spread = 0; spread < 256; ++spread)
+  for (int spread = 0; spread < 256; ++spread) {
     gain[spread] = 256 * kContrast / std::max(kLeastOverNoise, spread);
+  }
   for (int y = 0; y < picture.height; ++y) {
     const std::uint8_t* in = picture.row(y);
     const std::uint8_t* around = mean.row(y);

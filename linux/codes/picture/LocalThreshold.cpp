@@ -14,8 +14,9 @@ std::uint8_t meanAround(const LumaPicture& tiles, int column, int row) {
   int sum = 0;
   int count = 0;
   for (int y = std::max(0, row - 1); y <= std::min(tiles.height - 1, row + 1); ++y) {
-    for (int x = std::max(0, column - 1); x <= std::min(tiles.width - 1, column + 1); ++x, ++count)
+    for (int x = std::max(0, column - 1); x <= std::min(tiles.width - 1, column + 1); ++x, ++count) {
       sum += tiles.row(y)[x];
+    }
   }
   return static_cast<std::uint8_t>(sum / count);
 }
@@ -33,7 +34,9 @@ LocalThreshold::LocalThreshold(const LumaPicture& picture)
                      columns_, rows_, libyuv::kFilterBox);
   means_.resize(columns_, rows_);
   for (int y = 0; y < rows_; ++y) {
-    for (int x = 0; x < columns_; ++x) means_.row(y)[x] = meanAround(tiles.picture(), x, y);
+    for (int x = 0; x < columns_; ++x) {
+      means_.row(y)[x] = meanAround(tiles.picture(), x, y);
+    }
   }
 }
 
@@ -46,7 +49,9 @@ void LocalThreshold::findEdges(int y, std::vector<int>& edges) const {
     const int right = std::min(picture_.width, left + side_);
     for (int x = left; x < right; ++x) {
       const bool isDark = row[x] < limit;
-      if (isDark != wasDark) edges.push_back(x);
+      if (isDark != wasDark) {
+        edges.push_back(x);
+      }
       wasDark = isDark;
     }
   }
@@ -71,7 +76,9 @@ bool LocalThreshold::findEdgesAbout(CGPoint place, int farthest, int count, std:
       }
       wasDark = isDark;
     }
-    if (found < half) return false;
+    if (found < half) {
+      return false;
+    }
   }
   return true;
 }

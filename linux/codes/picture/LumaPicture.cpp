@@ -34,10 +34,13 @@ int bytesPerPixel(PixelFormat format) {
 bool holdsPicture(const VideoFrame& frame) {
   const Plane& plane = frame.planes[0];
   const int bytes = bytesPerPixel(frame.format);
-  if (!plane.data || bytes == 0) return false;
-  if (frame.width < 1 || frame.height < 1 || frame.width > kLongestFrameSide ||
-      frame.height > kLongestFrameSide)
+  if (!plane.data || bytes == 0) {
     return false;
+  }
+  if (frame.width < 1 || frame.height < 1 || frame.width > kLongestFrameSide ||
+      frame.height > kLongestFrameSide) {
+    return false;
+  }
   return plane.stride >= frame.width * bytes && plane.stride <= INT_MAX / frame.height;
 }
 
@@ -70,7 +73,9 @@ void LumaBuffer::resize(int width, int height) {
 
 void LumaBuffer::copyFrom(const LumaPicture& picture) {
   resize(picture.width, picture.height);
-  for (int y = 0; y < height_; ++y) std::copy_n(picture.row(y), width_, row(y));
+  for (int y = 0; y < height_; ++y) {
+    std::copy_n(picture.row(y), width_, row(y));
+  }
 }
 
 void LumaBuffer::fill(const Quad& quad, std::uint8_t value) {
@@ -80,7 +85,9 @@ void LumaBuffer::fill(const Quad& quad, std::uint8_t value) {
     for (int i = 0; i < 4; ++i) {
       const CGPoint& a = quad[i];
       const CGPoint& b = quad[(i + 1) % 4];
-      if (y < std::min(a.y, b.y) || y > std::max(a.y, b.y)) continue;
+      if (y < std::min(a.y, b.y) || y > std::max(a.y, b.y)) {
+        continue;
+      }
       const double along = a.y == b.y ? 0 : (y - a.y) / (b.y - a.y);
       const double x = a.x + along * (b.x - a.x);
       left = std::min({left, x, a.y == b.y ? b.x : x});
@@ -88,17 +95,26 @@ void LumaBuffer::fill(const Quad& quad, std::uint8_t value) {
     }
     const int first = static_cast<int>(std::floor(std::clamp(left, 0.0, static_cast<double>(width_))));
     const int last = static_cast<int>(std::ceil(std::clamp(right, -1.0, width_ - 1.0)));
-    if (first <= last) std::fill(row(y) + first, row(y) + last + 1, value);
+    if (first <= last) {
+      std::fill(row(y) + first, row(y) + last + 1, value);
+    }
   }
 }
 
 std::optional<LumaPicture> lumaOf(const VideoFrame& frame, LumaBuffer& buffer) {
-  if (!holdsPicture(frame)) return std::nullopt;
-  if (frame.format == PixelFormat::NV12 || frame.format == PixelFormat::I420)
+  if (!holdsPicture(frame)) {
+    return std::nullopt;
+  }
+  if (frame.format == PixelFormat::NV12 || frame.format == PixelFormat::I420) {
     return LumaPicture{frame.planes[0].data, frame.width, frame.height, frame.planes[0].stride};
-  if (frame.width > INT_MAX / frame.height) return std::nullopt;
+  }
+  if (frame.width > INT_MAX / frame.height) {
+    return std::nullopt;
+  }
   buffer.resize(frame.width, frame.height);
-  if (convert(frame, buffer.row(0), frame.width) != 0) return std::nullopt;
+  if (convert(frame, buffer.row(0), frame.width) != 0) {
+    return std::nullopt;
+  }
   return buffer.picture();
 }
 

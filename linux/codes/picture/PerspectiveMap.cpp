@@ -28,7 +28,9 @@ std::uint8_t interpolated(const LumaPicture& picture, std::int64_t x, std::int64
 std::int64_t fixedPoint(double position) {
   constexpr double kFarthest = 1 << 24;
   // A view of the horizon has places that are nowhere.
-  if (std::isnan(position)) return 0;
+  if (std::isnan(position)) {
+    return 0;
+  }
   return static_cast<std::int64_t>((std::clamp(position, -kFarthest, kFarthest) - 0.5) * kOne);
 }
 
@@ -73,7 +75,9 @@ void rectify(const LumaPicture& picture, const Quad& quad, int width, int height
   const PerspectiveMap map(width, height, quad);
   rectified.resize(width, height);
   if (picture.width < 2 || picture.height < 2) {
-    for (int y = 0; y < height; ++y) std::fill_n(rectified.row(y), width, picture.pixels[0]);
+    for (int y = 0; y < height; ++y) {
+      std::fill_n(rectified.row(y), width, picture.pixels[0]);
+    }
     return;
   }
   for (int y = 0; y < height; ++y) {
@@ -85,8 +89,9 @@ void rectify(const LumaPicture& picture, const Quad& quad, int width, int height
       std::int64_t v = fixedPoint(start.y);
       const std::int64_t stepU = (fixedPoint(end.x) - u) / kSpan;
       const std::int64_t stepV = (fixedPoint(end.y) - v) / kSpan;
-      for (int x = from; x < std::min(from + kSpan, width); ++x, u += stepU, v += stepV)
+      for (int x = from; x < std::min(from + kSpan, width); ++x, u += stepU, v += stepV) {
         out[x] = interpolated(picture, u, v);
+      }
     }
   }
 }

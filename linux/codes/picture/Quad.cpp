@@ -27,7 +27,9 @@ bool hasSeparatingEdge(const Quad& edges, const Quad& other) {
     const CGPoint normal{to.y - from.y, from.x - to.x};
     const auto [low, high] = projection(edges, normal);
     const auto [otherLow, otherHigh] = projection(other, normal);
-    if (otherHigh < low || otherLow > high) return true;
+    if (otherHigh < low || otherLow > high) {
+      return true;
+    }
   }
   return false;
 }
@@ -40,7 +42,9 @@ double distanceBetween(CGPoint first, CGPoint second) {
 
 CGPoint centreOf(const Quad& quad) {
   CGPoint sum;
-  for (const CGPoint& corner : quad) sum = {sum.x + corner.x, sum.y + corner.y};
+  for (const CGPoint& corner : quad) {
+    sum = {sum.x + corner.x, sum.y + corner.y};
+  }
   return {sum.x / 4, sum.y / 4};
 }
 
@@ -61,7 +65,9 @@ Quad scaledAboutCentre(const Quad& quad, double factor) {
 
 Quad scaledAndMoved(const Quad& quad, double scale, CGPoint offset) {
   Quad result;
-  for (int i = 0; i < 4; ++i) result[i] = {quad[i].x * scale + offset.x, quad[i].y * scale + offset.y};
+  for (int i = 0; i < 4; ++i) {
+    result[i] = {quad[i].x * scale + offset.x, quad[i].y * scale + offset.y};
+  }
   return result;
 }
 
@@ -74,7 +80,9 @@ std::optional<CGPoint> intersectionOf(const Line& first, const Line& second) {
   constexpr double kLeastSine = 0.3;
   const double lengths =
       std::hypot(first.direction.x, first.direction.y) * std::hypot(second.direction.x, second.direction.y);
-  if (std::abs(cross) <= kLeastSine * lengths) return std::nullopt;
+  if (std::abs(cross) <= kLeastSine * lengths) {
+    return std::nullopt;
+  }
   const double dx = second.point.x - first.point.x;
   const double dy = second.point.y - first.point.y;
   const double along = (dx * second.direction.y - dy * second.direction.x) / cross;

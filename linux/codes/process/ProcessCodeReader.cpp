@@ -28,9 +28,13 @@ class ProcessCodeReader : public CodeReader {
       : program_(std::move(program)), deadline_(deadline) {}
 
   std::vector<DecodedCode> look(const VideoFrame& frame) override {
-    if (Clock::now() < restartAt_) return {};
+    if (Clock::now() < restartAt_) {
+      return {};
+    }
     const auto luma = lumaOf(frame, luma_);
-    if (!luma || !isOfReadableSize(*luma)) return {};
+    if (!luma || !isOfReadableSize(*luma)) {
+      return {};
+    }
     try {
       return look(*luma, frame.captureTime);
     } catch (const std::exception& failure) {
@@ -50,15 +54,21 @@ class ProcessCodeReader : public CodeReader {
   bool delayRestart() {
     const auto now = Clock::now();
     const bool isFirst = !lastFailure_ || now - *lastFailure_ > kForgiveness;
-    if (isFirst) restartDelay_.reset();
+    if (isFirst) {
+      restartDelay_.reset();
+    }
     lastFailure_ = now;
     restartAt_ = now + restartDelay_.next();
     return isFirst;
   }
 
   std::vector<DecodedCode> look(const LumaPicture& luma, std::chrono::steady_clock::time_point captureTime) {
-    if (!picture_) picture_.emplace();
-    if (!process_) process_ = std::make_unique<ReaderProcess>(program_, picture_->descriptor());
+    if (!picture_) {
+      picture_.emplace();
+    }
+    if (!process_) {
+      process_ = std::make_unique<ReaderProcess>(program_, picture_->descriptor());
+    }
     picture_->write(luma);
     return process_->look(
         {.captureTime = captureTime.time_since_epoch().count(), .width = luma.width, .height = luma.height},
@@ -67,7 +77,9 @@ class ProcessCodeReader : public CodeReader {
 
   bool isOfReadableSize(const LumaPicture& luma) {
     const LookRequest request{.width = luma.width, .height = luma.height};
-    if (request.isSane()) return true;
+    if (request.isSane()) {
+      return true;
+    }
     if (!std::exchange(isSizeReported_, true)) {
       NSLog("codes: a picture of %d x %d is too large to be read; a smaller copy of it can be.", luma.width,
             luma.height);

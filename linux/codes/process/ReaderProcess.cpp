@@ -31,11 +31,15 @@ using Clock = std::chrono::steady_clock;
 /// The program's end, and the child's, which lies clear of the numbers that are set up in the child.
 std::pair<Descriptor, Descriptor> makeSockets() {
   std::array<int, 2> ends{};
-  if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) fail(errno);
+  if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
+    fail(errno);
+  }
   Descriptor ours(ends[0]);
   const Descriptor low(ends[1]);
   Descriptor theirs(fcntl(low.get(), F_DUPFD_CLOEXEC, kReaderPicture + 1));
-  if (theirs.get() < 0) fail(errno);
+  if (theirs.get() < 0) {
+    fail(errno);
+  }
   return {std::move(ours), std::move(theirs)};
 }
 
@@ -46,7 +50,9 @@ class FileActions {
     posix_spawn_file_actions_init(&actions_);
     posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
     posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
-    if (!kSanitized) posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDERR_FILENO);
+    if (!kSanitized) {
+      posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDERR_FILENO);
+    }
     posix_spawn_file_actions_adddup2(&actions_, socket, kReaderSocket);
     posix_spawn_file_actions_adddup2(&actions_, picture, kReaderPicture);
     posix_spawn_file_actions_addclosefrom_np(&actions_, kReaderPicture + 1);
@@ -91,8 +97,12 @@ bool waitUntilReadable(int descriptor, Clock::time_point deadline) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
     pollfd wanted{descriptor, POLLIN, 0};
     const int ready = poll(&wanted, 1, std::max(0, static_cast<int>(left.count())));
-    if (ready > 0) return true;
-    if (ready == 0 || errno != EINTR) return false;
+    if (ready > 0) {
+      return true;
+    }
+    if (ready == 0 || errno != EINTR) {
+      return false;
+    }
   }
 }
 
@@ -108,7 +118,9 @@ ReaderProcess::ReaderProcess(const std::filesystem::path& program, int picture)
   std::array<char*, 1> environment = {nullptr};
   const int error =
       posix_spawn(&pid_, name.c_str(), actions.get(), attributes.get(), arguments.data(), environment.data());
-  if (error != 0) fail(error);
+  if (error != 0) {
+    fail(error);
+  }
   socket_ = std::move(ours);
 }
 
@@ -117,16 +129,24 @@ ReaderProcess::~ReaderProcess() { end(); }
 std::vector<DecodedCode> ReaderProcess::look(LookRequest request, std::chrono::milliseconds deadline) {
   request.number = ++looks_;
   const auto end = Clock::now() + deadline;
-  if (send(socket_.get(), &request, sizeof request, MSG_NOSIGNAL) < 0) failAsItEnded();
+  if (send(socket_.get(), &request, sizeof request, MSG_NOSIGNAL) < 0) {
+    failAsItEnded();
+  }
   if (!waitUntilReadable(socket_.get(), end)) {
     throw std::runtime_error(fmt::format("had not answered after {} ms", deadline.count()));
   }
   // A longer answer is cut, but its whole length is told.
   const auto size = recv(socket_.get(), reply_.data(), reply_.size(), MSG_TRUNC | MSG_DONTWAIT);
-  if (size <= 0) failAsItEnded();
-  if (static_cast<std::size_t>(size) > reply_.size()) throw std::runtime_error("answered too much");
+  if (size <= 0) {
+    failAsItEnded();
+  }
+  if (static_cast<std::size_t>(size) > reply_.size()) {
+    throw std::runtime_error("answered too much");
+  }
   auto codes = parseReply(request, std::string_view(reply_).substr(0, size));
-  if (!codes) throw std::runtime_error("answered nonsense");
+  if (!codes) {
+    throw std::runtime_error("answered nonsense");
+  }
   return std::move(*codes);
 }
 
@@ -135,7 +155,9 @@ void ReaderProcess::failAsItEnded() {
   if (WIFEXITED(status) && WEXITSTATUS(status) == kReaderUncaged) {
     throw std::runtime_error("runs only where system calls can be filtered (seccomp), which is not so here");
   }
-  if (WIFEXITED(status)) throw std::runtime_error(fmt::format("ended with status {}", WEXITSTATUS(status)));
+  if (WIFEXITED(status)) {
+    throw std::runtime_error(fmt::format("ended with status {}", WEXITSTATUS(status)));
+  }
   const int signal = WTERMSIG(status);
   const char* description = sigdescr_np(signal);
   throw std::runtime_error(
@@ -144,7 +166,9 @@ void ReaderProcess::failAsItEnded() {
 
 /// Returns its status. One that has ended by itself keeps its own.
 int ReaderProcess::end() {
-  if (pid_ < 0) return 0;
+  if (pid_ < 0) {
+    return 0;
+  }
   kill(pid_, SIGKILL);
   int status = 0;
   while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {

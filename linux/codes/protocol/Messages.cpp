@@ -37,7 +37,9 @@ void append(std::string& message, const Part& part) {
 /// Takes what is at the beginning of `bytes` off it. Returns false where there is too little.
 template <typename Part>
 bool take(std::string_view& bytes, Part& part) {
-  if (bytes.size() < sizeof part) return false;
+  if (bytes.size() < sizeof part) {
+    return false;
+  }
   std::memcpy(&part, bytes.data(), sizeof part);
   bytes.remove_prefix(sizeof part);
   return true;
@@ -48,7 +50,9 @@ bool isValidUTF8(std::string_view text) {
     utf8proc_int32_t codePoint = 0;
     const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
                                          static_cast<utf8proc_ssize_t>(text.size()), &codePoint);
-    if (length <= 0) return false;
+    if (length <= 0) {
+      return false;
+    }
     text.remove_prefix(length);
   }
   return true;
@@ -61,9 +65,13 @@ bool isIn(const LookRequest& picture, CGPoint point) {
 
 std::optional<CodeHeader> headerOf(const LookRequest& picture, const DecodedCode& code) {
   const auto type = std::find(kMachineReadableCodeTypes.begin(), kMachineReadableCodeTypes.end(), code.type);
-  if (type == kMachineReadableCodeTypes.end() || code.corners.size() != kCorners) return std::nullopt;
+  if (type == kMachineReadableCodeTypes.end() || code.corners.size() != kCorners) {
+    return std::nullopt;
+  }
   const auto isSomewhere = [](CGPoint corner) { return std::isfinite(corner.x) && std::isfinite(corner.y); };
-  if (!std::all_of(code.corners.begin(), code.corners.end(), isSomewhere)) return std::nullopt;
+  if (!std::all_of(code.corners.begin(), code.corners.end(), isSomewhere)) {
+    return std::nullopt;
+  }
   CodeHeader header{{},
                     static_cast<std::uint32_t>(type - kMachineReadableCodeTypes.begin()),
                     static_cast<std::uint32_t>(std::min(code.text.size(), kLongestReply))};
@@ -80,7 +88,9 @@ bool LookRequest::isSane() const { return width > 0 && height > 0 && width <= kL
 
 std::optional<LookRequest> parseRequest(std::string_view bytes) {
   LookRequest request;
-  if (!take(bytes, request) || !bytes.empty() || !request.isSane()) return std::nullopt;
+  if (!take(bytes, request) || !bytes.empty() || !request.isSane()) {
+    return std::nullopt;
+  }
   return request;
 }
 
@@ -90,7 +100,9 @@ std::string makeReply(const LookRequest& request, const std::vector<DecodedCode>
   for (const DecodedCode& code : codes) {
     const auto codeHeader = headerOf(request, code);
     const std::size_t size = sizeof header + body.size() + sizeof(CodeHeader) + code.text.size();
-    if (!codeHeader || size > kLongestReply || header.codeCount == kMostCodes) continue;
+    if (!codeHeader || size > kLongestReply || header.codeCount == kMostCodes) {
+      continue;
+    }
     append(body, *codeHeader);
     body += code.text;
     ++header.codeCount;
@@ -102,8 +114,12 @@ std::string makeReply(const LookRequest& request, const std::vector<DecodedCode>
 
 std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, std::string_view bytes) {
   ReplyHeader header{};
-  if (bytes.size() > kLongestReply || !take(bytes, header)) return std::nullopt;
-  if (header.number != request.number || header.codeCount > kMostCodes) return std::nullopt;
+  if (bytes.size() > kLongestReply || !take(bytes, header)) {
+    return std::nullopt;
+  }
+  if (header.number != request.number || header.codeCount > kMostCodes) {
+    return std::nullopt;
+  }
   std::vector<DecodedCode> codes;
   for (std::uint64_t i = 0; i < header.codeCount; ++i) {
     CodeHeader code{};
@@ -123,7 +139,9 @@ std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, s
                        {code.corners.begin(), code.corners.end()}});
     }
   }
-  if (!bytes.empty()) return std::nullopt;
+  if (!bytes.empty()) {
+    return std::nullopt;
+  }
   return codes;
 }
 

@@ -20,8 +20,12 @@ std::vector<float> meansAround(const std::vector<float>& values, int reach) {
   int from = 0;
   int to = 0;
   for (int x = 0; x < width; ++x) {
-    while (to < std::min(width, x + reach + 1)) sum += values[to++];
-    while (from < x - reach) sum -= values[from++];
+    while (to < std::min(width, x + reach + 1)) {
+      sum += values[to++];
+    }
+    while (from < x - reach) {
+      sum -= values[from++];
+    }
     means[x] = static_cast<float>(sum / (to - from));
   }
   return means;
@@ -45,7 +49,9 @@ BarProfile::BarProfile(const std::uint8_t* row, int width) : grey_(row, row + wi
   const std::vector<float> contrast = meansAround(around, reach);
   const float least =
       std::max(kLeastContrast, kLeastOfHighest * *std::max_element(contrast.begin(), contrast.end()));
-  for (int x = 0; x < width; ++x) darkness_[x] /= std::max(least, contrast[x]);
+  for (int x = 0; x < width; ++x) {
+    darkness_[x] /= std::max(least, contrast[x]);
+  }
 }
 
 float BarProfile::grey(float place) const { return between(grey_, place); }

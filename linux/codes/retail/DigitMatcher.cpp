@@ -25,19 +25,25 @@ float moduleOf(int sample) { return (static_cast<float>(sample) + 0.5F) / kSampl
 
 void normalise(Samples& samples) {
   float sum = 0;
-  for (const float sample : samples) sum += sample;
+  for (const float sample : samples) {
+    sum += sample;
+  }
   float squares = 0;
   for (float& sample : samples) {
     sample -= sum / kSamplesOfDigit;
     squares += sample * sample;
   }
   const float scale = 1 / std::sqrt(std::max(1e-6F, squares));
-  for (float& sample : samples) sample *= scale;
+  for (float& sample : samples) {
+    sample *= scale;
+  }
 }
 
 float product(const Samples& first, const Samples& second) {
   float sum = 0;
-  for (int i = 0; i < kSamplesOfDigit; ++i) sum += first[i] * second[i];
+  for (int i = 0; i < kSamplesOfDigit; ++i) {
+    sum += first[i] * second[i];
+  }
   return sum;
 }
 
@@ -53,10 +59,15 @@ Samples drawn(unsigned modules, float blur) {
     float before = kUnknown;
     for (int module = -1; module <= kModulesOfDigit + 1; ++module) {
       float here = kUnknown;
-      if (module == -1) here = 1;
-      if (module >= 0 && module < kModulesOfDigit)
+      if (module == -1) {
+        here = 1;
+      }
+      if (module >= 0 && module < kModulesOfDigit) {
         here = modules >> (kModulesOfDigit - 1 - module) & 1 ? 1 : 0;
-      if (module == kModulesOfDigit) here = 0;
+      }
+      if (module == kModulesOfDigit) {
+        here = 0;
+      }
       samples[i] += (here - before) * darkBehind((moduleOf(i) - static_cast<float>(module)) / blur);
       before = here;
     }
@@ -81,8 +92,9 @@ struct Templates {
 /// As dark as the row is from `module` on.
 Samples seen(const BarProfile& profile, const SymbolFit& fit, float module, float modules) {
   Samples samples;
-  for (int i = 0; i < kSamplesOfDigit; ++i)
+  for (int i = 0; i < kSamplesOfDigit; ++i) {
     samples[i] = -profile.grey(fit.at((module + moduleOf(i)) / modules));
+  }
   normalise(samples);
   return samples;
 }
@@ -94,7 +106,9 @@ DigitScores matchDigits(const BarProfile& profile, const RetailSymbol& symbol, c
   std::array<DigitScores, kBlurs.size()> scores{};
   std::array<float, kBlurs.size()> sums{};
   for (std::size_t place = 0; place < symbol.digits.size(); ++place) {
-    for (DigitScores& ofBlur : scores) ofBlur[place].fill(-1);
+    for (DigitScores& ofBlur : scores) {
+      ofBlur[place].fill(-1);
+    }
     const bool leads = place < symbol.leading;
     for (int step = -kDriftSteps; step <= kDriftSteps; ++step) {
       const float module = static_cast<float>(symbol.digits[place]) + static_cast<float>(step) * kDriftStep;
@@ -108,8 +122,9 @@ DigitScores matchDigits(const BarProfile& profile, const RetailSymbol& symbol, c
         }
       }
     }
-    for (std::size_t blur = 0; blur < kBlurs.size(); ++blur)
+    for (std::size_t blur = 0; blur < kBlurs.size(); ++blur) {
       sums[blur] += *std::max_element(scores[blur][place].begin(), scores[blur][place].end());
+    }
   }
   return scores[std::max_element(sums.begin(), sums.end()) - sums.begin()];
 }

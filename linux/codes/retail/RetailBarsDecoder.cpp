@@ -54,8 +54,9 @@ struct Evidence {
 /// Of the digits that fit best, whether they may stand together or not.
 float bestSum(const RetailSymbol& symbol, const DigitScores& scores) {
   float sum = 0;
-  for (std::size_t i = 0; i < symbol.digits.size(); ++i)
+  for (std::size_t i = 0; i < symbol.digits.size(); ++i) {
     sum += *std::max_element(scores[i].begin(), scores[i].end());
+  }
   return sum;
 }
 
@@ -67,18 +68,23 @@ Quad outlineOf(const std::vector<Evidence::Row>& rows) {
   const double bottom = lower->y + 1;
   const Quad outline{
       {{upper->fit.start, top}, {upper->fit.end, top}, {lower->fit.end, bottom}, {lower->fit.start, bottom}}};
-  if (upper->fit.start < upper->fit.end) return outline;
+  if (upper->fit.start < upper->fit.end) {
+    return outline;
+  }
   return {outline[3], outline[2], outline[1], outline[0]};
 }
 
 std::optional<Reading> readingOf(const RetailSymbol& symbol, const Evidence& evidence, int height) {
-  if (evidence.rows.empty()) return std::nullopt;
+  if (evidence.rows.empty()) {
+    return std::nullopt;
+  }
   const RetailNumber number = bestNumber(symbol, evidence.sum);
   std::vector<Evidence::Row> agreeing = evidence.rows;
   std::erase_if(agreeing, [&](const Evidence::Row& row) { return row.text != number.text; });
   const Demand demand = demandOf(symbol);
-  if (agreeing.size() < std::max<std::size_t>(kFewestRows, std::lround(demand.rows * height)))
+  if (agreeing.size() < std::max<std::size_t>(kFewestRows, std::lround(demand.rows * height))) {
     return std::nullopt;
+  }
 
   const auto rows = static_cast<float>(evidence.rows.size());
   const auto digits = static_cast<float>(symbol.digits.size());
@@ -86,8 +92,9 @@ std::optional<Reading> readingOf(const RetailSymbol& symbol, const Evidence& evi
   const float ruledOut = bestSum(symbol, evidence.sum) - number.score;
   const float lead = (number.score - number.runnerUp - ruledOut) * digits / missing;
   if (missing > (1 - kLeastMean) * digits * rows || number.worstDigit < kLeastDigit * rows ||
-      lead < demand.lead)
+      lead < demand.lead) {
     return std::nullopt;
+  }
   return Reading{symbol.type, number.text, outlineOf(agreeing), true, lead >= demand.certainLead};
 }
 
@@ -100,11 +107,14 @@ class SymbolReader {
     std::array<Match, 2> best;
     for (const SymbolFit& fit : findFits(profile, symbol_)) {
       consider(profile, fit, best);
-      if (symbol_.isSymmetrical) consider(profile, {fit.end, fit.start, fit.bulge, fit.score}, best);
+      if (symbol_.isSymmetrical) {
+        consider(profile, {fit.end, fit.start, fit.bulge, fit.score}, best);
+      }
     }
     for (std::size_t way = 0; way < best.size(); ++way) {
-      if (best[way].sum >= kLeastOfRow * static_cast<float>(symbol_.digits.size()))
+      if (best[way].sum >= kLeastOfRow * static_cast<float>(symbol_.digits.size())) {
         note(best[way], y, evidence_[way]);
+      }
     }
   }
 
@@ -127,13 +137,16 @@ class SymbolReader {
     Match match{fit, matchDigits(profile, symbol_, fit)};
     match.sum = bestSum(symbol_, match.scores);
     Match& known = best[fit.start > fit.end];
-    if (match.sum > known.sum) known = match;
+    if (match.sum > known.sum) {
+      known = match;
+    }
   }
 
   void note(const Match& match, int y, Evidence& evidence) const {
     for (std::size_t i = 0; i < match.scores.size(); ++i) {
-      for (std::size_t column = 0; column < match.scores[i].size(); ++column)
+      for (std::size_t column = 0; column < match.scores[i].size(); ++column) {
         evidence.sum[i][column] += match.scores[i][column];
+      }
     }
     evidence.rows.push_back({y, match.fit, bestNumber(symbol_, match.scores).text});
   }
@@ -143,17 +156,27 @@ class SymbolReader {
 };
 
 std::vector<Reading> readRetailBars(const LumaPicture& picture) {
-  if (picture.width < 2) return {};
+  if (picture.width < 2) {
+    return {};
+  }
   std::vector<BarProfile> profiles;
   profiles.reserve(picture.height);
-  for (int y = 0; y < picture.height; ++y) profiles.emplace_back(picture.row(y), picture.width);
+  for (int y = 0; y < picture.height; ++y) {
+    profiles.emplace_back(picture.row(y), picture.width);
+  }
   for (const RetailSymbol* symbol : {&ean13Symbol(), &ean8Symbol(), &upceSymbol()}) {
     SymbolReader reader(*symbol);
     for (const int first : {1, 0, 2}) {
-      for (int y = first; y < picture.height; y += kRowStep) reader.look(profiles[y], y);
-      if (!reader.sawAny()) break;
+      for (int y = first; y < picture.height; y += kRowStep) {
+        reader.look(profiles[y], y);
+      }
+      if (!reader.sawAny()) {
+        break;
+      }
     }
-    if (const auto reading = reader.reading(picture.height)) return {*reading};
+    if (const auto reading = reader.reading(picture.height)) {
+      return {*reading};
+    }
   }
   return {};
 }

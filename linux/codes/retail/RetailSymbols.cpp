@@ -65,15 +65,21 @@ struct TwoBest {
 
 std::uint64_t bitsOf(std::string_view sets) {
   std::uint64_t bits = 0;
-  for (std::size_t i = 0; i < sets.size(); ++i) bits |= static_cast<std::uint64_t>(sets[i] == 'B') << i;
+  for (std::size_t i = 0; i < sets.size(); ++i) {
+    bits |= static_cast<std::uint64_t>(sets[i] == 'B') << i;
+  }
   return bits;
 }
 
 std::vector<Family> eanFamilies(std::size_t count) {
   Family family;
   // The last digit is the check digit, of weight one.
-  for (std::size_t i = 0; i < count; ++i) family.weights[i] = (count - i) % 2 == 0 ? 3 : 1;
-  if (count == 8) return {family};
+  for (std::size_t i = 0; i < count; ++i) {
+    family.weights[i] = (count - i) % 2 == 0 ? 3 : 1;
+  }
+  if (count == 8) {
+    return {family};
+  }
   std::vector<Family> families;
   for (int first = 0; first < 10; ++first) {
     family.inBOf = bitsOf(kEAN13Sets[first]);
@@ -126,7 +132,9 @@ TwoBest bestOf(const Family& family, const DigitScores& scores, std::size_t coun
     for (int digit = last ? family.lowestLast : 0; digit <= (last ? family.highestLast : 9); ++digit) {
       for (int sum = 0; sum < 10; ++sum) {
         for (const ScoredDigits& known : {sums[sum].first, sums[sum].second}) {
-          if (known.score == -HUGE_VALF) break;
+          if (known.score == -HUGE_VALF) {
+            break;
+          }
           next[(sum + family.weights[i] * digit) % 10].add(
               {known.score + score[digit], known.digits * 10 + static_cast<std::uint64_t>(digit)});
         }
@@ -180,7 +188,9 @@ unsigned setAModules(int digit) { return kSetA[digit]; }
 
 unsigned setBModules(int digit) {
   unsigned modules = 0;
-  for (int i = 0; i < kModulesOfDigit; ++i) modules |= (~kSetA[digit] >> i & 1) << (kModulesOfDigit - 1 - i);
+  for (int i = 0; i < kModulesOfDigit; ++i) {
+    modules |= (~kSetA[digit] >> i & 1) << (kModulesOfDigit - 1 - i);
+  }
   return modules;
 }
 
@@ -189,9 +199,13 @@ RetailNumber bestNumber(const RetailSymbol& symbol, const DigitScores& scores) {
   TwoBest best;
   const Family* familyOfBest = nullptr;
   for (const Family& family : familiesOf(symbol)) {
-    if (boundOf(family, scores, count) <= best.second.score) continue;
+    if (boundOf(family, scores, count) <= best.second.score) {
+      continue;
+    }
     const TwoBest own = bestOf(family, scores, count);
-    if (own.first.score > best.first.score) familyOfBest = &family;
+    if (own.first.score > best.first.score) {
+      familyOfBest = &family;
+    }
     best.add(own.first);
     best.add(own.second);
   }

@@ -37,12 +37,16 @@ Edges edgesOf(const BarProfile& profile) {
   const std::vector<float>& dark = profile.darknesses();
   float last = -HUGE_VALF;
   for (int x = 1; x < profile.width(); ++x) {
-    if ((dark[x - 1] < 0) == (dark[x] < 0)) continue;
+    if ((dark[x - 1] < 0) == (dark[x] < 0)) {
+      continue;
+    }
     const float place = static_cast<float>(x) - 0.5F + dark[x - 1] / (dark[x - 1] - dark[x]);
     if (dark[x] < 0) {
       edges.toLight.push_back({place, HUGE_VALF});
     } else {
-      if (!edges.toLight.empty()) edges.toLight.back().quiet = place - last;
+      if (!edges.toLight.empty()) {
+        edges.toLight.back().quiet = place - last;
+      }
       edges.toDark.push_back({place, place - last});
     }
     last = place;
@@ -61,7 +65,9 @@ std::vector<KnownModule> knownModules(const RetailSymbol& symbol) {
   const std::string modules = quiet + symbol.modules + quiet;
   std::vector<KnownModule> known;
   for (std::size_t i = 0; i < modules.size(); ++i) {
-    if (modules[i] == '?') continue;
+    if (modules[i] == '?') {
+      continue;
+    }
     const float centre = static_cast<float>(i) + 0.5F - kQuietModules;
     known.push_back({centre / static_cast<float>(symbol.modules.size()), modules[i] == '1' ? 1.0F : -1.0F});
   }
@@ -91,7 +97,9 @@ SymbolFit firstFit(const BarProfile& profile, const std::vector<KnownModule>& kn
   for (int i = -kBulges; i <= kBulges; ++i) {
     SymbolFit fit{start, end, static_cast<float>(i) * kBulgeStep * module};
     fit.score = correlation<&BarProfile::darknessNear>(profile, known, fit);
-    if (fit.score > best.score) best = fit;
+    if (fit.score > best.score) {
+      best = fit;
+    }
   }
   return best;
 }
@@ -106,7 +114,9 @@ void refine(const BarProfile& profile, const std::vector<KnownModule>& known, fl
           SymbolFit moved = fit;
           moved.*part += by;
           moved.score = correlation<&BarProfile::darkness>(profile, known, moved);
-          if (moved.score <= fit.score || std::abs(moved.bulge) > kMostBulge * module) continue;
+          if (moved.score <= fit.score || std::abs(moved.bulge) > kMostBulge * module) {
+            continue;
+          }
           fit = moved;
           better = true;
         }
@@ -129,15 +139,21 @@ std::vector<SymbolFit> findFits(const BarProfile& profile, const RetailSymbol& s
   for (const Edge& left : edges.toDark) {
     for (const Edge& right : edges.toLight) {
       const float module = (right.place - left.place) / modules;
-      if (module * modules < least || std::min(left.quiet, right.quiet) < kQuietModules * module) continue;
+      if (module * modules < least || std::min(left.quiet, right.quiet) < kQuietModules * module) {
+        continue;
+      }
       fits.push_back(firstFit(profile, known, left.place, right.place, module));
-      if (!symbol.isSymmetrical) fits.push_back(firstFit(profile, known, right.place, left.place, module));
+      if (!symbol.isSymmetrical) {
+        fits.push_back(firstFit(profile, known, right.place, left.place, module));
+      }
     }
   }
   const std::size_t count = std::min(kMostFits, fits.size());
   std::partial_sort(fits.begin(), fits.begin() + static_cast<std::ptrdiff_t>(count), fits.end(), isHigher);
   fits.resize(count);
-  for (SymbolFit& fit : fits) refine(profile, known, std::abs(fit.end - fit.start) / modules, fit);
+  for (SymbolFit& fit : fits) {
+    refine(profile, known, std::abs(fit.end - fit.start) / modules, fit);
+  }
   std::erase_if(fits, [](const SymbolFit& fit) { return fit.score < kLeastScore; });
   return fits;
 }

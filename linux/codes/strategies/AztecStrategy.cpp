@@ -22,7 +22,9 @@ constexpr std::array kFullSizes{41, 65};
 constexpr int kCompactBullseye = 7;
 
 std::span<const int> sizesOf(const Bullseye& bullseye) {
-  if (bullseye.modules == kCompactBullseye) return kCompactSizes;
+  if (bullseye.modules == kCompactBullseye) {
+    return kCompactSizes;
+  }
   return kFullSizes;
 }
 
@@ -37,13 +39,17 @@ Quad middle(int modules, int across) {
 std::vector<ModuleGrid::Sighting> sightings(const Bullseye& bullseye, int across) {
   const Quad corners = middle(bullseye.modules, across);
   std::vector<ModuleGrid::Sighting> known;
-  for (std::size_t i = 0; i < corners.size(); ++i) known.push_back({corners[i], bullseye.outline[i]});
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    known.push_back({corners[i], bullseye.outline[i]});
+  }
   return known;
 }
 
 Reading readingOf(const AztecRune& rune, const ModuleGrid& grid, int across) {
   Quad outline = middle(kRuneModules, across);
-  for (CGPoint& corner : outline) corner = grid.inPicture(corner);
+  for (CGPoint& corner : outline) {
+    corner = grid.inPicture(corner);
+  }
   std::rotate(outline.begin(), outline.begin() + rune.turns, outline.end());
   return {AVMetadataObjectTypeAztecCode, fmt::format("{:03}", rune.number), outline};
 }
@@ -55,7 +61,9 @@ std::vector<Reading> AztecStrategy::read(Scene& scene) {
   for (const Bullseye& bullseye : scene.bullseyes()) {
     for (const int across : sizesOf(bullseye)) {
       std::vector<Reading> found = follow(scene.picture(), bullseye, across);
-      if (found.empty()) continue;
+      if (found.empty()) {
+        continue;
+      }
       readings.insert(readings.end(), std::make_move_iterator(found.begin()),
                       std::make_move_iterator(found.end()));
       break;
@@ -70,14 +78,18 @@ std::vector<Reading> AztecStrategy::follow(const LumaPicture& picture, const Bul
   grid.follow(sightings(bullseye, across));
   const Modules modules = grid.modules(bullseye.lightOnDark);
   const auto rune = bullseye.modules == kCompactBullseye ? readAztecRune(modules) : std::nullopt;
-  if (rune) return {readingOf(*rune, grid, across)};
+  if (rune) {
+    return {readingOf(*rune, grid, across)};
+  }
   return grid.read(modules, decoder_);
 }
 
 double AztecStrategy::cost(Scene& scene) const {
   double cost = 0;
   for (const Bullseye& bullseye : scene.bullseyes()) {
-    for (const int across : sizesOf(bullseye)) cost += ModuleGrid::cost(across);
+    for (const int across : sizesOf(bullseye)) {
+      cost += ModuleGrid::cost(across);
+    }
   }
   return cost;
 }

@@ -26,8 +26,9 @@ std::vector<ModuleGrid::Sighting> sightings(const QRPlace& place, int modules) {
   for (std::size_t i = 0; i < origins.size(); ++i) {
     const auto& [x, y] = origins[i];
     const Quad corners{{{x, y}, {x + kFinder, y}, {x + kFinder, y + kFinder}, {x, y + kFinder}}};
-    for (std::size_t corner = 0; corner < corners.size(); ++corner)
+    for (std::size_t corner = 0; corner < corners.size(); ++corner) {
       known.push_back({corners[corner], place.squares[i][corner]});
+    }
   }
   return known;
 }
@@ -48,9 +49,13 @@ std::vector<Reading> QRGridStrategy::read(Scene& scene) {
   for (const QRPlace& place : scene.qrPlaces()) {
     for (const int change : kSizesTried) {
       const int modules = place.modules + change;
-      if (!isFollowed(modules)) continue;
+      if (!isFollowed(modules)) {
+        continue;
+      }
       std::vector<Reading> found = follow(scene.picture(), place, modules);
-      if (found.empty()) continue;
+      if (found.empty()) {
+        continue;
+      }
       readings.insert(readings.end(), std::make_move_iterator(found.begin()),
                       std::make_move_iterator(found.end()));
       break;
@@ -76,7 +81,9 @@ double QRGridStrategy::cost(Scene& scene) const {
   for (const QRPlace& place : scene.qrPlaces()) {
     for (const int change : kSizesTried) {
       const int modules = place.modules + change;
-      if (isFollowed(modules)) cost += ModuleGrid::cost(modules);
+      if (isFollowed(modules)) {
+        cost += ModuleGrid::cost(modules);
+      }
     }
   }
   return cost;

@@ -19,15 +19,21 @@ class Scene {
 
   const LumaPicture& picture() const { return picture_; }
   const std::vector<Quad>& bars() {
-    if (!bars_) bars_ = findBars(picture_);
+    if (!bars_) {
+      bars_ = findBars(picture_);
+    }
     return *bars_;
   }
   const std::vector<Bullseye>& bullseyes() {
-    if (!bullseyes_) bullseyes_ = findBullseyes(picture_);
+    if (!bullseyes_) {
+      bullseyes_ = findBullseyes(picture_);
+    }
     return *bullseyes_;
   }
   const std::vector<QRPlace>& qrPlaces() {
-    if (!qrPlaces_) qrPlaces_ = findQRPlaces(picture_);
+    if (!qrPlaces_) {
+      qrPlaces_ = findQRPlaces(picture_);
+    }
     return *qrPlaces_;
   }
 

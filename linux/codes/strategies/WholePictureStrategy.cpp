@@ -24,8 +24,9 @@ std::vector<Reading> WholePictureStrategy::read(Scene& scene) {
   const LumaPicture view = prepared(picture);
   std::vector<Reading> readings = decoder_.read(view);
   for (Reading& reading : readings) {
-    for (CGPoint& corner : reading.outline)
+    for (CGPoint& corner : reading.outline) {
       corner = {corner.x * picture.width / view.width, corner.y * picture.height / view.height};
+    }
   }
   return readings;
 }

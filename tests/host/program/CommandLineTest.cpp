@@ -140,7 +140,9 @@ TEST(ProgramTest, WhereTheLogIsNoTerminalALongRunOfSamplesBecomesACount) {
                  "script:" + script.string(), "--seconds", "1"});
   EXPECT_THAT(program.waitForExit(), Eq(0));
   int samples = 0;
-  while (program.waitForLine("0.000000, 0.000000, 1.000000")) ++samples;
+  while (program.waitForLine("0.000000, 0.000000, 1.000000")) {
+    ++samples;
+  }
   EXPECT_EQ(samples, 3);
   EXPECT_TRUE(program.waitForLine("more lines like this"));
 }

@@ -34,7 +34,9 @@ class Scan : public testing::Test {
   std::vector<nlohmann::json> objects() {
     std::vector<nlohmann::json> parsed;
     std::istringstream lines(out_.str());
-    for (std::string line; std::getline(lines, line);) parsed.push_back(nlohmann::json::parse(line));
+    for (std::string line; std::getline(lines, line);) {
+      parsed.push_back(nlohmann::json::parse(line));
+    }
     return parsed;
   }
 
@@ -62,8 +64,9 @@ TEST_F(Scan, AFileThatCannotBeReadDoesNotKeepTheOthersFromBeingRead) {
   const auto missing = directory_.path() / "missing\x1b.png";
   EXPECT_EQ(run({truncated, text, missing, good}), 1);
   EXPECT_EQ(out_.str(), good.string() + ": org.iso.Code128: good\n");
-  for (const char* name : {"truncated.png: ", "text.png: ", "missing\\x1b.png: "})
+  for (const char* name : {"truncated.png: ", "text.png: ", "missing\\x1b.png: "}) {
     EXPECT_THAT(err_.str(), HasSubstr(name));
+  }
   EXPECT_THAT(err_.str(), testing::Not(HasSubstr("\x1b")));
   EXPECT_THAT(err_.str(), testing::Not(HasSubstr("no code found")));
 

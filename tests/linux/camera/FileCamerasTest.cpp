@@ -53,7 +53,9 @@ class FileCamera : public testing::Test {
 
   std::filesystem::path writePicture(int width, int height) const {
     std::vector<std::uint8_t> pixels;
-    for (int i = 0; i < width * height; ++i) pixels.insert(pixels.end(), {40, 60, 220, 0});
+    for (int i = 0; i < width * height; ++i) {
+      pixels.insert(pixels.end(), {40, 60, 220, 0});
+    }
     EXPECT_EQ(writePNG(file("picture.png"), pixels.data(), width, height, width * 4), "");
     return file("picture.png");
   }

@@ -52,9 +52,13 @@ GreyPicture drawCode(int symbology, std::string_view bytes, int option) {
   symbol->whitespace_height = kQuietModules;
   const int status = ZBarcode_Encode_and_Buffer(
       symbol.get(), reinterpret_cast<const unsigned char*>(bytes.data()), static_cast<int>(bytes.size()), 0);
-  if (status >= ZINT_ERROR) throw std::invalid_argument(symbol->errtxt);
+  if (status >= ZINT_ERROR) {
+    throw std::invalid_argument(symbol->errtxt);
+  }
   GreyPicture picture = greyPicture(symbol->bitmap_width, symbol->bitmap_height);
-  for (std::size_t i = 0; i < picture.pixels.size(); ++i) picture.pixels[i] = symbol->bitmap[3 * i];
+  for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+    picture.pixels[i] = symbol->bitmap[3 * i];
+  }
   return picture;
 }
 
@@ -65,17 +69,19 @@ GreyPicture drawModules(const std::vector<std::string_view>& rows) {
   const GreyPicture module = greyPicture(kPixelsPerModule, kPixelsPerModule, 0);
   for (int y = 0; y < size; ++y) {
     for (int x = 0; x < size; ++x) {
-      if (rows[y][x] == '#')
+      if (rows[y][x] == '#') {
         place(picture, module, (x + kQuietModules) * kPixelsPerModule,
               (y + kQuietModules) * kPixelsPerModule);
+      }
     }
   }
   return picture;
 }
 
 void place(GreyPicture& onto, const GreyPicture& picture, int x, int y) {
-  if (x + picture.width > onto.width || y + picture.height > onto.height)
+  if (x + picture.width > onto.width || y + picture.height > onto.height) {
     throw std::invalid_argument("the code does not fit into the scene");
+  }
   for (int row = 0; row < picture.height; ++row) {
     std::copy_n(picture.pixels.begin() + row * picture.width, picture.width,
                 onto.pixels.begin() + (y + row) * onto.width + x);
@@ -85,14 +91,17 @@ void place(GreyPicture& onto, const GreyPicture& picture, int x, int y) {
 GreyPicture turned(const GreyPicture& picture) {
   GreyPicture result = greyPicture(picture.height, picture.width);
   for (int y = 0; y < result.height; ++y) {
-    for (int x = 0; x < result.width; ++x)
+    for (int x = 0; x < result.width; ++x) {
       result.pixels[y * result.width + x] = picture.pixels[(picture.height - 1 - x) * picture.width + y];
+    }
   }
   return result;
 }
 
 GreyPicture inverted(GreyPicture picture) {
-  for (std::uint8_t& value : picture.pixels) value = static_cast<std::uint8_t>(255 - value);
+  for (std::uint8_t& value : picture.pixels) {
+    value = static_cast<std::uint8_t>(255 - value);
+  }
   return picture;
 }
 
@@ -104,9 +113,10 @@ VideoFrame frameOf(const GreyPicture& picture, PixelFormat format, int padding) 
       std::make_shared<std::vector<std::uint8_t>>(static_cast<std::size_t>(stride) * picture.height, 0x55);
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
-      for (int at = layout.firstGrey; at <= layout.lastGrey; ++at)
+      for (int at = layout.firstGrey; at <= layout.lastGrey; ++at) {
         (*memory)[static_cast<std::size_t>(y) * stride + x * layout.bytes + at] =
             picture.pixels[y * picture.width + x];
+      }
     }
   }
   VideoFrame frame;

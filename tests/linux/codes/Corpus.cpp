@@ -9,8 +9,9 @@ namespace {
 
 std::string fromHex(const std::string& hex) {
   std::string bytes;
-  for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
+  for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
     bytes += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
+  }
   return bytes;
 }
 
@@ -18,7 +19,9 @@ std::string fromHex(const std::string& hex) {
 std::string latin1ToUTF8(const std::string& bytes) {
   std::string text;
   for (const unsigned char byte : bytes) {
-    if (byte >= 0x80) text += static_cast<char>(0xc0 | byte >> 6);
+    if (byte >= 0x80) {
+      text += static_cast<char>(0xc0 | byte >> 6);
+    }
     text += static_cast<char>(byte >= 0x80 ? 0x80 | (byte & 0x3f) : byte);
   }
   return text;
@@ -30,7 +33,9 @@ std::vector<Photo> photosIn(const std::filesystem::path& corpus) {
   std::vector<Photo> photos;
   std::ifstream manifest(corpus / "manifest.tsv");
   for (std::string line; std::getline(manifest, line);) {
-    if (line.starts_with("#")) continue;
+    if (line.starts_with("#")) {
+      continue;
+    }
     std::istringstream fields(line);
     std::string path, type, hex;
     std::getline(std::getline(std::getline(fields, path, '\t'), type, '\t'), hex, '\t');
@@ -42,9 +47,12 @@ std::vector<Photo> photosIn(const std::filesystem::path& corpus) {
 bool isRight(const DecodedCode& code, const Photo& photo) {
   const bool sameType =
       code.type == photo.type || (code.type == "org.iso.Code39Mod43" && photo.type == "org.iso.Code39");
-  if (!sameType) return false;
-  if (code.type == "org.gs1.UPC-E" && code.text.size() == 8 && photo.text.size() == 13)
+  if (!sameType) {
+    return false;
+  }
+  if (code.type == "org.gs1.UPC-E" && code.text.size() == 8 && photo.text.size() == 13) {
     return expandedUPCE(code.text) == photo.text;
+  }
   return code.text == photo.text || code.text == latin1ToUTF8(photo.text);
 }
 
@@ -52,9 +60,15 @@ std::string expandedUPCE(const std::string& upce) {
   const std::string digits = upce.substr(1, 6);
   const char last = digits[5];
   std::string middle = digits.substr(0, 5) + "0000" + last;
-  if (last <= '2') middle = digits.substr(0, 2) + last + "0000" + digits.substr(2, 3);
-  if (last == '3') middle = digits.substr(0, 3) + "00000" + digits.substr(3, 2);
-  if (last == '4') middle = digits.substr(0, 4) + "00000" + digits[4];
+  if (last <= '2') {
+    middle = digits.substr(0, 2) + last + "0000" + digits.substr(2, 3);
+  }
+  if (last == '3') {
+    middle = digits.substr(0, 3) + "00000" + digits.substr(3, 2);
+  }
+  if (last == '4') {
+    middle = digits.substr(0, 4) + "00000" + digits[4];
+  }
   std::string expanded = "0";
   expanded += upce[0];
   expanded += middle;

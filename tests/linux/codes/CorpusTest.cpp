@@ -41,11 +41,15 @@ const std::map<std::string, Tally> kMostAllowed = {
 
 std::map<std::string, std::vector<Photo>> chosenPhotos() {
   std::map<std::string, std::vector<Photo>> all;
-  for (Photo& photo : photosIn(NIVLO_CORPUS_DIR)) all[photo.type].push_back(std::move(photo));
+  for (Photo& photo : photosIn(NIVLO_CORPUS_DIR)) {
+    all[photo.type].push_back(std::move(photo));
+  }
   for (auto& [type, photos] : all) {
     const std::size_t count = std::min(kPhotosOfAType, photos.size());
     std::vector<Photo> chosen;
-    for (std::size_t i = 0; i < count; ++i) chosen.push_back(photos[i * photos.size() / count]);
+    for (std::size_t i = 0; i < count; ++i) {
+      chosen.push_back(photos[i * photos.size() / count]);
+    }
     photos = std::move(chosen);
   }
   return all;
@@ -54,16 +58,19 @@ std::map<std::string, std::vector<Photo>> chosenPhotos() {
 Tally lookedAt(const Photo& photo) {
   const ImageLoad image = loadImageFile(photo.path);
   EXPECT_TRUE(image.frame) << photo.path << ": " << image.error;
-  if (!image.frame) return {};
+  if (!image.frame) {
+    return {};
+  }
   const auto reader = makeZXingCodeReaderDriver()->makeReader();
   VideoFrame frame = *image.frame;
   Tally tally{photo.type == "-" ? 0 : 1, 0};
   for (int look = 0; look < 10; ++look, frame.captureTime += std::chrono::milliseconds(100)) {
     for (const DecodedCode& code : reader->look(frame)) {
-      if (isRight(code, photo))
+      if (isRight(code, photo)) {
         tally.missed = 0;
-      else
+      } else {
         tally.misread = 1;
+      }
     }
   }
   return tally;
@@ -71,7 +78,9 @@ Tally lookedAt(const Photo& photo) {
 
 TEST(Corpus, MissesAndMisreadsNoMorePhotosThanBefore) {
   const auto photos = chosenPhotos();
-  if (photos.empty()) GTEST_SKIP() << "no photos at " NIVLO_CORPUS_DIR;
+  if (photos.empty()) {
+    GTEST_SKIP() << "no photos at " NIVLO_CORPUS_DIR;
+  }
   for (const auto& [type, allowed] : kMostAllowed) {
     Tally tally;
     for (const Photo& photo : photos.at(type)) {
@@ -82,9 +91,10 @@ TEST(Corpus, MissesAndMisreadsNoMorePhotosThanBefore) {
     EXPECT_LE(tally.missed, allowed.missed) << type;
     EXPECT_LE(tally.misread, allowed.misread) << type;
     const bool isBetter = tally.missed < allowed.missed || tally.misread < allowed.misread;
-    if (isBetter && !kSanitized)
+    if (isBetter && !kSanitized) {
       std::cout << type << " is better than allowed for: " << tally.missed << " missed, " << tally.misread
                 << " misread\n";
+    }
   }
 }
 

@@ -29,15 +29,17 @@ TEST(Code39, OnlyARightCheckCharacterAfterDataMakesItMod43) {
   for (const char* plain : {"ABC-1234", "ABC-1234A", "0", "",
                             "a\xff"
                             "0",
-                            "abc"})
+                            "abc"}) {
     EXPECT_FALSE(endsInMod43Check(plain)) << plain;
+  }
 }
 
 TEST(Code39, FullASCIIIsReadOnlyWhereEverySignStartsAPair) {
   EXPECT_EQ(fullASCII("E+X+T+E+N+D+E+D /A%J/J/C"), "Extended !?*#");
   EXPECT_EQ(fullASCII("+A99912345/$$3C001"), std::nullopt) << "a label of the health industry";
-  for (const char* plain : {"B3% $DAD$", "2/4-8/16-32", "PLAIN", "A/Q"})
+  for (const char* plain : {"B3% $DAD$", "2/4-8/16-32", "PLAIN", "A/Q"}) {
     EXPECT_EQ(fullASCII(plain), std::nullopt);
+  }
 }
 
 TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRivalUnlessItIsCertain) {
@@ -55,7 +57,9 @@ TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRivalUnlessIt
     EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(2)}), IsEmpty());
     EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(3)}), IsEmpty()) << "disputed";
     EXPECT_THAT(confirmation.confirmed(right, {&third, at(3)}), ElementsAre(Text("1"))) << type;
-    for (int look = 0; look < 100; ++look) confirmation.confirmed({}, {&first, at(4 + look)});
+    for (int look = 0; look < 100; ++look) {
+      confirmation.confirmed({}, {&first, at(4 + look)});
+    }
     EXPECT_THAT(confirmation.confirmed(right, {&second, at(200)}), IsEmpty())
         << "an old sighting confirms nothing";
     EXPECT_THAT(confirmation.confirmed(right, {&second, at(201)}), IsEmpty());
@@ -65,11 +69,13 @@ TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRivalUnlessIt
   Reading certain = reading("org.gs1.UPC-E", "1", 50, 50);
   certain.isCertain = true;
   EXPECT_THAT(confirmation.confirmed({certain}, {&first, at(0)}), ElementsAre(Text("1")));
-  for (const int* strategy : {&second, &third})
+  for (const int* strategy : {&second, &third}) {
     EXPECT_THAT(confirmation.confirmed({reading("org.gs1.UPC-E", "2", 50, 50)}, {strategy, at(1)}),
                 IsEmpty());
-  for (const char* strong : {"org.iso.QRCode", "org.iso.Code128", "com.intermec.Code93"})
+  }
+  for (const char* strong : {"org.iso.QRCode", "org.iso.Code128", "com.intermec.Code93"}) {
     EXPECT_EQ(confirmation.confirmed({reading(strong, "q", 50, 50)}, {&first, at(0)}).size(), 1u) << strong;
+  }
 }
 
 TEST(Readings, OneCodeReadTwiceStaysOneAndEqualLabelsStayTwo) {

@@ -31,9 +31,10 @@ std::string readFromAfar(const GreyPicture& code) {
   }
   std::string all;
   for (const Reading& reading :
-       retailBars().read({strip.pixels.data(), strip.width, strip.height, strip.width}))
+       retailBars().read({strip.pixels.data(), strip.width, strip.height, strip.width})) {
     all += reading.type + (reading.isCertain ? " " : "? ") + reading.text +
            (reading.outline[0].x > reading.outline[1].x ? "<" : "");
+  }
   return all;
 }
 
@@ -52,15 +53,19 @@ TEST(RetailBarsDecoder, ReadsWhatIsTooBlurredForEdgesInBothDirections) {
 TEST(RetailBarsDecoder, ReadsNothingOfOtherSymbologiesWrongCheckDigitsAndNoise) {
   for (const int other : {BARCODE_C25INTER, BARCODE_CODE128, BARCODE_CODE39, BARCODE_CODE93, BARCODE_DBAR_OMN,
                           BARCODE_PDF417}) {
-    for (const char* digits : {"1234567890", "00000000000000", "97848723488"})
+    for (const char* digits : {"1234567890", "00000000000000", "97848723488"}) {
       EXPECT_EQ(readFromAfar(drawCode(other, digits)), "") << other;
+    }
   }
   EXPECT_EQ(readFromAfar(drawCode(BARCODE_CODABAR, "A40156B")), "");
   for (const auto& [digits, others] : {std::pair{"400638133393", "400638271828"}, {"9638507", "9738507"}}) {
     GreyPicture code = drawCode(BARCODE_EANX, digits);
     GreyPicture leftHalf = drawCode(BARCODE_EANX, others);
-    for (int i = 0; i < code.width * code.height; ++i)
-      if (i % code.width < code.width / 2) code.pixels[i] = leftHalf.pixels[i];
+    for (int i = 0; i < code.width * code.height; ++i) {
+      if (i % code.width < code.width / 2) {
+        code.pixels[i] = leftHalf.pixels[i];
+      }
+    }
     EXPECT_EQ(readFromAfar(code), "") << "wrong check digit";
   }
   GreyPicture noise = greyPicture(400, 12);

@@ -21,7 +21,9 @@ std::vector<DecodedCode> firstFind(const VideoFrame& frame) {
   const auto reader = makeZXingCodeReaderDriver()->makeReader();
   for (int look = 0; look < 10; ++look) {
     std::vector<DecodedCode> codes = reader->look(frame);
-    if (!codes.empty()) return codes;
+    if (!codes.empty()) {
+      return codes;
+    }
   }
   return {};
 }
@@ -65,9 +67,10 @@ TEST(ZXingCodeReader, OffersAndReadsExactlyTheTenSymbologies) {
     const GreyPicture code = drawCode(sample.symbology, sample.contents, sample.option);
     EXPECT_THAT(firstFind(frameOf(onDesk(code))), ElementsAre(Code(sample.type, sample.text)));
   }
-  for (const int other : {BARCODE_DATAMATRIX, BARCODE_CODABAR, BARCODE_C25INTER, BARCODE_MICROQR})
+  for (const int other : {BARCODE_DATAMATRIX, BARCODE_CODABAR, BARCODE_C25INTER, BARCODE_MICROQR}) {
     EXPECT_THAT(firstFind(frameOf(onDesk(drawCode(other, other == BARCODE_CODABAR ? "A123B" : "1234")))),
                 testing::IsEmpty());
+  }
 }
 
 TEST(ZXingCodeReader, ReadsTheSameTextFromEveryPixelFormatAndPaddedRows) {
@@ -113,7 +116,9 @@ GreyPicture turnedBy(double degrees, const GreyPicture& code, CGPoint centre) {
   const double sine = std::sin(degrees * M_PI / 180);
   const double reach = std::hypot(code.width, code.height) / 2 + 2;
   for (int i = 0; i < scene.width * scene.height; ++i) {
-    if (std::hypot(i % scene.width - centre.x, i / scene.width - centre.y) > reach) continue;
+    if (std::hypot(i % scene.width - centre.x, i / scene.width - centre.y) > reach) {
+      continue;
+    }
     int sum = 0;
     for (int sample = 0; sample < kSide * kSide; ++sample) {
       const double x = i % scene.width + (sample % kSide + 0.5) * 2 / kSide - 0.5 - centre.x;
@@ -154,7 +159,9 @@ TEST(ZXingCodeReader, ReadsCodesAtAnyAngleAnywhereWithinTenLooks) {
 
 TEST(ZXingCodeReader, ReadsAWidePDF417AskewOfWhichOnlyTheEndsShowBars) {
   std::string text;
-  for (int i = 0; i < 40; ++i) text += "wide" + std::to_string(i * i);
+  for (int i = 0; i < 40; ++i) {
+    text += "wide" + std::to_string(i * i);
+  }
   constexpr int kColumns = 8;
   const GreyPicture code = drawCode(BARCODE_PDF417, text, kColumns);
   for (const double degrees : {12.0, -12.0, 102.0}) {
@@ -206,10 +213,11 @@ TEST(ZXingCodeReader, TheCodeNearestToTheCentreComesLast) {
     const std::string texts[] = {"first", "second", "third"};
     for (int i = 0; i < 3; ++i) {
       const GreyPicture code = drawCode(i == 1 ? BARCODE_CODE128 : BARCODE_QRCODE, texts[i]);
-      if (i == near)
+      if (i == near) {
         place(scene, code, 640 - code.width / 2, 360 - code.height / 2);
-      else
+      } else {
         place(scene, code, i == (near + 1) % 3 ? 10 : 1270 - code.width, 10);
+      }
     }
     const auto codes = firstFind(frameOf(scene));
     ASSERT_EQ(codes.size(), 3u);
@@ -221,7 +229,9 @@ TEST(ZXingCodeReader, FramesThatHoldNoPictureYieldNothing) {
   const auto reader = makeZXingCodeReaderDriver()->makeReader();
   const GreyPicture scene = onDesk(drawCode(BARCODE_QRCODE, "whole"));
   const auto lookTenTimes = [&](const VideoFrame& frame) {
-    for (int look = 0; look < 10; ++look) EXPECT_THAT(reader->look(frame), testing::IsEmpty());
+    for (int look = 0; look < 10; ++look) {
+      EXPECT_THAT(reader->look(frame), testing::IsEmpty());
+    }
   };
   for (const PixelFormat format :
        {PixelFormat::NV12, PixelFormat::YUY2, PixelFormat::RGB, PixelFormat::BGRx}) {
@@ -242,8 +252,9 @@ TEST(ZXingCodeReader, FramesThatHoldNoPictureYieldNothing) {
     without.planes[0].data = nullptr;
     lookTenTimes(without);
     for (const auto& [width, height] :
-         {std::pair{1, 1}, std::pair{2, 3}, std::pair{1, 4000}, std::pair{4000, 1}, std::pair{41, 40}})
+         {std::pair{1, 1}, std::pair{2, 3}, std::pair{1, 4000}, std::pair{4000, 1}, std::pair{41, 40}}) {
       lookTenTimes(frameOf(greyPicture(width, height), format));
+    }
   }
 }
 

@@ -69,7 +69,9 @@ class IIOAccelerometerTest : public testing::Test {
                     {"in_accel_y_raw", "50"},
                     {"in_accel_z_raw", "200"},
                     {"in_accel_scale", "0.0980665"}});
-    for (const auto& [attribute, value] : all) set(device.get(), attribute, value);
+    for (const auto& [attribute, value] : all) {
+      set(device.get(), attribute, value);
+    }
     for (const auto& [property, value] : properties) {
       umockdev_testbed_set_property(testbed_.get(), device.get(), property.c_str(), value.c_str());
     }

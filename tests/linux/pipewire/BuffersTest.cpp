@@ -75,7 +75,9 @@ TEST(JpegDecoder, ReadsWhatCamerasSendAndDropsWhatIsDamaged) {
     const auto frame = decoder.decode(jpeg, 322, 242);
     ASSERT_TRUE(frame);
     EXPECT_TRUE(test::showsQuarters(*frame));
-    if (!first) first = frame;
+    if (!first) {
+      first = frame;
+    }
     EXPECT_FALSE(decoder.decode(jpeg, 320, 240)) << "not the size that was announced";
     EXPECT_FALSE(decoder.decode(std::span(jpeg).first(jpeg.size() / 2), 322, 242));
     EXPECT_FALSE(decoder.decode(std::span(jpeg).first(20), 322, 242));
@@ -96,8 +98,12 @@ TEST(CameraNode, TakesTheSideFromWholeWordsOnlyWhereNothingBetterIsKnown) {
   const auto sideOf = [](const std::string& name, const std::string& description, const char* location) {
     return describeCamera(1,
                           [&](const std::string& key) -> const char* {
-                            if (key == "node.name") return name.c_str();
-                            if (key == "node.description") return description.c_str();
+                            if (key == "node.name") {
+                              return name.c_str();
+                            }
+                            if (key == "node.description") {
+                              return description.c_str();
+                            }
                             return key == "api.libcamera.location" ? location : nullptr;
                           })
         .position;

@@ -31,7 +31,9 @@ bool showsQuarters(const VideoFrame& frame) {
   const Picture expected = quadrantPicture(frame.width, frame.height);
   for (const int x : {1, frame.width / 4, frame.width * 3 / 4, frame.width - 2}) {
     for (const int y : {1, frame.height / 4, frame.height * 3 / 4, frame.height - 2}) {
-      if (!isNear(colorAt(pixels, x, y), expected.at(x, y), kTolerance)) return false;
+      if (!isNear(colorAt(pixels, x, y), expected.at(x, y), kTolerance)) {
+        return false;
+      }
     }
   }
   return true;

@@ -140,7 +140,9 @@ TEST_F(WithADaemon, FramesThatAreHeldNeitherStopTheCameraNorChangeNorDieWithIt) 
     Camera camera = plugIn("cam", {"--buffers", buffers});
     View view;
     std::vector<VideoFramePtr> held;
-    for (int i = 0; i < 12; ++i) held.push_back(view.taker.next());
+    for (int i = 0; i < 12; ++i) {
+      held.push_back(view.taker.next());
+    }
     ASSERT_THAT(held, testing::Each(testing::NotNull()));
     camera.reset();
     EXPECT_TRUE(comesToLog("gone", ++gone));
@@ -162,7 +164,9 @@ TEST_F(WithADaemon, ClosingWaitsForTheLastFrameAndNoneFollows) {
     std::atomic<int> arrived = 0;
     std::atomic<bool> open = true, late = false;
     auto stream = cameras->open("pipewire:cam", [&](const VideoFramePtr&) {
-      if (!open) late = true;
+      if (!open) {
+        late = true;
+      }
       ++arrived;
     });
     ASSERT_TRUE(waitFor([&] { return arrived > round % 3; }));

@@ -113,7 +113,9 @@ class SessionMonitorTest : public testing::Test {
   void start() {
     monitor_ = makeSessionMonitor([this](bool inForeground) {
       posted_.push_back(inForeground ? foreground : background);
-      if (onPost_) onPost_();
+      if (onPost_) {
+        onPost_();
+      }
     });
   }
   void startWith(MockedLogin& login) {

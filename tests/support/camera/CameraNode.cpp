@@ -57,7 +57,9 @@ bool sizeAndRateAre(const spa_rectangle& size, const spa_fraction& rate, const M
 bool isChosen(const spa_pod* format, const Mode& mode) {
   uint32_t type = 0;
   uint32_t subtype = 0;
-  if (spa_format_parse(format, &type, &subtype) < 0) return false;
+  if (spa_format_parse(format, &type, &subtype) < 0) {
+    return false;
+  }
   if (subtype == SPA_MEDIA_SUBTYPE_mjpg) {
     spa_video_info_mjpg info{};
     return mode.format == Mode::Format::MJPEG && spa_format_video_mjpg_parse(format, &info) >= 0 &&
@@ -88,7 +90,9 @@ const pw_stream_events CameraNode::kEvents = [] {
     static_cast<CameraNode*>(self)->stateChanged(state);
   };
   events.param_changed = [](void* self, uint32_t id, const spa_pod* param) {
-    if (id == SPA_PARAM_Format && param != nullptr) static_cast<CameraNode*>(self)->formatChanged(param);
+    if (id == SPA_PARAM_Format && param != nullptr) {
+      static_cast<CameraNode*>(self)->formatChanged(param);
+    }
   };
   events.process = [](void* self) { static_cast<CameraNode*>(self)->fillNextBuffer(); };
   return events;
@@ -107,18 +111,24 @@ void CameraNode::publish() {
   pw_properties* properties =
       pw_properties_new(PW_KEY_MEDIA_CLASS, "Video/Source", PW_KEY_MEDIA_ROLE, "Camera", PW_KEY_NODE_NAME,
                         options_.name.c_str(), PW_KEY_NODE_DESCRIPTION, options_.name.c_str(), nullptr);
-  if (!options_.location.empty())
+  if (!options_.location.empty()) {
     pw_properties_set(properties, "api.libcamera.location", options_.location.c_str());
-  if (!options_.rotation.empty())
+  }
+  if (!options_.rotation.empty()) {
     pw_properties_set(properties, "api.libcamera.rotation", options_.rotation.c_str());
+  }
   stream_.reset(
       pw_stream_new_simple(pw_main_loop_get_loop(loop_), options_.name.c_str(), properties, &kEvents, this));
-  if (!stream_) return;
+  if (!stream_) {
+    return;
+  }
 
   std::array<uint8_t, 8192> space{};
   spa_pod_builder builder = SPA_POD_BUILDER_INIT(space.data(), space.size());
   std::vector<const spa_pod*> formats;
-  for (const Mode& mode : options_.modes) formats.push_back(describe(builder, mode, options_.colorimetry));
+  for (const Mode& mode : options_.modes) {
+    formats.push_back(describe(builder, mode, options_.colorimetry));
+  }
   const auto flags = static_cast<pw_stream_flags>(PW_STREAM_FLAG_DRIVER | PW_STREAM_FLAG_MAP_BUFFERS);
   connected_ = pw_stream_connect(stream_.get(), PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, formats.data(),
                                  static_cast<uint32_t>(formats.size())) == 0;
@@ -128,12 +138,16 @@ void CameraNode::stateChanged(pw_stream_state state) {
   std::puts(pw_stream_state_as_string(state));
   std::fflush(stdout);
   runClock(state == PW_STREAM_STATE_STREAMING);
-  if (state == PW_STREAM_STATE_ERROR || state == PW_STREAM_STATE_UNCONNECTED) pw_main_loop_quit(loop_);
+  if (state == PW_STREAM_STATE_ERROR || state == PW_STREAM_STATE_UNCONNECTED) {
+    pw_main_loop_quit(loop_);
+  }
 }
 
 void CameraNode::formatChanged(const spa_pod* format) {
   for (std::size_t i = 0; i < options_.modes.size(); ++i) {
-    if (isChosen(format, options_.modes[i])) current_ = i;
+    if (isChosen(format, options_.modes[i])) {
+      current_ = i;
+    }
   }
   const EncodedPicture& picture = pictures_[current_];
   const int most = options_.buffers > 0 ? options_.buffers : 16;
@@ -155,7 +169,9 @@ void CameraNode::formatChanged(const spa_pod* format) {
 
 void CameraNode::fillNextBuffer() {
   pw_buffer* buffer = pw_stream_dequeue_buffer(stream_.get());
-  if (buffer == nullptr) return;
+  if (buffer == nullptr) {
+    return;
+  }
   const EncodedPicture& picture = pictures_[current_];
   spa_data& data = buffer->buffer->datas[0];
   if (data.data != nullptr && data.maxsize >= picture.bytes.size()) {

@@ -24,7 +24,9 @@ Picture scaled(const Picture& whole, const Mode& mode) {
 }
 
 Picture pictureFor(const CameraOptions& options, const Mode& mode) {
-  if (!options.picture.empty()) return scaled(readPicture(options.picture), mode);
+  if (!options.picture.empty()) {
+    return scaled(readPicture(options.picture), mode);
+  }
   return options.color ? solidPicture(*options.color, mode.width, mode.height)
                        : quadrantPicture(mode.width, mode.height);
 }

@@ -27,7 +27,9 @@ class Converter {
     const double luma = red_ * color[0] + (1 - red_ - blue_) * color[1] + blue_ * color[2];
     const double u = (color[2] - luma) / (2 * (1 - blue_));
     const double v = (color[0] - luma) / (2 * (1 - red_));
-    if (full_) return {luma, 128 + u, 128 + v};
+    if (full_) {
+      return {luma, 128 + u, 128 + v};
+    }
     return {16 + luma * 219 / 255, 128 + u * 224 / 255, 128 + v * 224 / 255};
   }
 
@@ -70,7 +72,9 @@ EncodedPicture encodePacked(const Picture& picture, Mode::Format format, int pad
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
       Picture::Color color = picture.at(x, y);
-      if (format == Mode::Format::BGRx) std::swap(color[0], color[2]);
+      if (format == Mode::Format::BGRx) {
+        std::swap(color[0], color[2]);
+      }
       std::copy(color.begin(), color.end(), result.row(y) + static_cast<std::ptrdiff_t>(x) * step);
     }
   }
@@ -94,7 +98,9 @@ EncodedPicture encode420(const Picture& picture, const Converter& convert, bool 
   const int stride = half(picture.width) * 2 + 2 * padding;
   EncodedPicture result = emptyPicture(stride, picture.height + half(picture.height));
   for (int y = 0; y < picture.height; ++y) {
-    for (int x = 0; x < picture.width; ++x) result.row(y)[x] = toByte(convert(picture.at(x, y)).y);
+    for (int x = 0; x < picture.width; ++x) {
+      result.row(y)[x] = toByte(convert(picture.at(x, y)).y);
+    }
   }
   std::uint8_t* u = result.row(picture.height);
   std::uint8_t* v = interleaved ? u + 1 : u + static_cast<std::ptrdiff_t>(stride) / 2 * half(picture.height);
@@ -150,7 +156,9 @@ std::vector<std::uint8_t> encodeJpeg(const Picture& picture, JpegChroma chroma) 
       tjCompress2(compressor.get(), picture.pixels.data()->data(), picture.width, 0, picture.height, TJPF_RGB,
                   &bytes, &size, kSubsampling.at(static_cast<std::size_t>(chroma)), 90, 0);
   const std::unique_ptr<unsigned char, decltype(&tjFree)> owner(bytes, tjFree);
-  if (failed != 0) throw std::runtime_error(tjGetErrorStr2(compressor.get()));
+  if (failed != 0) {
+    throw std::runtime_error(tjGetErrorStr2(compressor.get()));
+  }
   return {bytes, bytes + size};
 }
 

@@ -12,7 +12,9 @@ namespace nivlo::test {
 /// Throws std::runtime_error, with the cause, when it cannot be read.
 inline Picture readPicture(const std::filesystem::path& path) {
   const auto [frame, error] = loadImageFile(path);
-  if (!frame) throw std::runtime_error(error);
+  if (!frame) {
+    throw std::runtime_error(error);
+  }
   Picture picture{frame->width, frame->height, {}};
   for (int y = 0; y < frame->height; ++y) {
     const std::uint8_t* pixel =

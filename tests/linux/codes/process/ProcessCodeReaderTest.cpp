@@ -31,7 +31,9 @@ pid_t readerPid() {
     std::ifstream file(process.path() / "stat");
     std::string pid, name, state;
     pid_t parent = 0;
-    if (file >> pid >> name >> state >> parent && parent == getpid() && state != "Z") return std::stoi(pid);
+    if (file >> pid >> name >> state >> parent && parent == getpid() && state != "Z") {
+      return std::stoi(pid);
+    }
   }
   return 0;
 }
@@ -65,13 +67,17 @@ TEST_F(ProcessReader, FaultsEndItAreToldOnceAndReachNothing) {
       {"floods", "answered too much"},        {"writes", "answered nonsense"},
       {"shrinks", "answered nonsense"},       {"inherits", "answered nonsense"}};
   // Not limited where sanitizers are.
-  if (!kSanitized) faults.emplace_back("hoards", "was ended by signal 6");
+  if (!kSanitized) {
+    faults.emplace_back("hoards", "was ended by signal 6");
+  }
   for (const auto& [fault, cause] : faults) {
     const auto before = machine_.log.lines().size();
     fs::create_symlink(NIVLO_TEST_READER, directory_.path() / fault);
     const std::chrono::milliseconds deadline = fault == "hangs" ? 50ms : kPatience;
     const auto reader = makeProcessCodeReaderDriver(deadline, directory_.path() / fault)->makeReader();
-    for (int look = 0; look < 20; ++look) EXPECT_THAT(reader->look(code_), IsEmpty());
+    for (int look = 0; look < 20; ++look) {
+      EXPECT_THAT(reader->look(code_), IsEmpty());
+    }
     ASSERT_EQ(machine_.log.lines().size(), before + 1) << fault;
     EXPECT_THAT(machine_.log.lines().back(), HasSubstr(cause)) << fault;
   }
@@ -129,7 +135,9 @@ TEST_F(ProcessReader, HoldsTheDeadlineWithAPictureFullOfFinderPatternsAndReadsOn
   GreyPicture scene = greyPicture(1280, 720, 255);
   for (int i = 0; i < 1280 * 720; ++i) {
     const int ring = std::max(std::abs(i % 1280 / 2 % 8 - 3), std::abs(i / 1280 / 2 % 8 - 3));
-    if (ring == 3 || ring < 2) scene.pixels[i] = 0;
+    if (ring == 3 || ring < 2) {
+      scene.pixels[i] = 0;
+    }
   }
   const auto start = Clock::now();
   reader->look(frameOf(scene));

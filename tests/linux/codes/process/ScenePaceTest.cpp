@@ -21,7 +21,9 @@ TEST(ScenePace, RestsBeforeANoisyStillSceneAndWakesForASmallLabelOrAKnownCode) {
   std::normal_distribution<double> noise(0, 8);
   std::vector<GreyPicture> frames(5, greyPicture(1280, 720, 120));
   for (GreyPicture& frame : frames) {
-    for (auto& pixel : frame.pixels) pixel = static_cast<std::uint8_t>(pixel + noise(random));
+    for (auto& pixel : frame.pixels) {
+      pixel = static_cast<std::uint8_t>(pixel + noise(random));
+    }
   }
   std::chrono::steady_clock::time_point now;
   // As the output does: a look no earlier than the reader's interval after the last.
@@ -36,7 +38,9 @@ TEST(ScenePace, RestsBeforeANoisyStillSceneAndWakesForASmallLabelOrAKnownCode) {
   };
   EXPECT_EQ(looksIn(2s), 20) << "a new scene is looked at in all ways";
   EXPECT_THAT(looksIn(2s), testing::AllOf(testing::Ge(5), testing::Le(6)));
-  for (GreyPicture& frame : frames) place(frame, greyPicture(60, 25, 40), 600, 300);
+  for (GreyPicture& frame : frames) {
+    place(frame, greyPicture(60, 25, 40), 600, 300);
+  }
   EXPECT_EQ(looksIn(100ms), 1) << "the next frame is looked at";
   EXPECT_EQ(looksIn(1s), 10);
   looksIn(2s);

@@ -17,25 +17,46 @@ int main(int, char** arguments) {
   using namespace nivlo;
   const std::string name = arguments[0];
   const auto fault = name.substr(name.rfind('/') + 1);
-  if (fault == "inherits" && (environ[0] != nullptr || dup(STDIN_FILENO) != kReaderPicture + 1)) return 1;
-  if (fault == "writes" && mmap(nullptr, 1, PROT_WRITE, MAP_SHARED, kReaderPicture, 0) != MAP_FAILED)
+  if (fault == "inherits" && (environ[0] != nullptr || dup(STDIN_FILENO) != kReaderPicture + 1)) {
     return 1;
-  if (fault == "shrinks" && ftruncate(kReaderPicture, 0) == 0) return 1;
+  }
+  if (fault == "writes" && mmap(nullptr, 1, PROT_WRITE, MAP_SHARED, kReaderPicture, 0) != MAP_FAILED) {
+    return 1;
+  }
+  if (fault == "shrinks" && ftruncate(kReaderPicture, 0) == 0) {
+    return 1;
+  }
   enterCage();
   std::array<char, 64> request{};
   recv(kReaderSocket, request.data(), request.size(), 0);
   std::string answer(request.data(), sizeof(std::uint64_t));
-  if (fault == "aborts") std::abort();
-  if (fault == "opens") return open("/dev/null", O_RDONLY);
-  if (fault == "connects") return socket(AF_INET, SOCK_STREAM, 0);
-  if (fault == "forks") return fork();
-  if (fault == "hoards") {
-    for (std::vector<std::string> hoard;;) hoard.emplace_back(1 << 24, 'x');
+  if (fault == "aborts") {
+    std::abort();
   }
-  if (fault == "babbles") answer += std::string(8, '\1');
-  if (fault == "floods") answer += std::string(kLongestReply, '\0');
+  if (fault == "opens") {
+    return open("/dev/null", O_RDONLY);
+  }
+  if (fault == "connects") {
+    return socket(AF_INET, SOCK_STREAM, 0);
+  }
+  if (fault == "forks") {
+    return fork();
+  }
+  if (fault == "hoards") {
+    for (std::vector<std::string> hoard;;) {
+      hoard.emplace_back(1 << 24, 'x');
+    }
+  }
+  if (fault == "babbles") {
+    answer += std::string(8, '\1');
+  }
+  if (fault == "floods") {
+    answer += std::string(kLongestReply, '\0');
+  }
   if (fault == "hangs") {
-    for (;;) continue;
+    for (;;) {
+      continue;
+    }
   }
   send(kReaderSocket, answer.data(), answer.size(), 0);
   _exit(42);
