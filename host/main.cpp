@@ -11,7 +11,6 @@
 #include "host/commands/PickCommand.hpp"
 #include "host/commands/PresetsCommand.hpp"
 #include "host/commands/RunCommand.hpp"
-#include "host/control/client/PresetChoice.hpp"
 
 namespace {
 
@@ -24,11 +23,7 @@ struct Execute {
   int operator()(const nivlo::ScanOptions& options) const {
     return nivlo::runScan(options, std::cout, std::cerr);
   }
-  int operator()(nivlo::PickOptions options) const {
-    options.current = nivlo::shownPreset();
-    options.choose = nivlo::choosePreset;
-    return nivlo::runPick(options);
-  }
+  int operator()(const nivlo::PickOptions& options) const { return nivlo::runPick(options); }
   int operator()(const nivlo::CtlOptions& options) const { return nivlo::runCtl(options); }
   int operator()(const nivlo::InstallServiceOptions& options) const {
     return nivlo::runInstallService(options);

@@ -7,6 +7,7 @@
 #include "host/alerts/gtk/Toolkit.hpp"
 #include "host/bundle/BundleLoader.hpp"
 #include "host/bundle/PresetWords.hpp"
+#include "host/control/client/PresetChoice.hpp"
 #include "host/loop/MainLoop.hpp"
 #include "host/pick/PickWindow.hpp"
 
@@ -26,9 +27,11 @@ PickEntry entryFor(const NSDictionary& preset, const std::filesystem::path& bund
 
 }  // namespace
 
-int runPick(const PickOptions& options) {
+int runPick(const PickOptions& options) { return pickPreset(options.bundle, shownPreset(), choosePreset); }
+
+int pickPreset(const std::filesystem::path& bundle, int current, const ChoosePreset& choose) {
   std::string error;
-  const auto* wallpaperClass = loadWallpaperClass(options.bundle, &error);
+  const auto* wallpaperClass = loadWallpaperClass(bundle, &error);
   if (!wallpaperClass) {
     std::cerr << "nivlo: " << error << '\n';
     return 1;
@@ -38,10 +41,10 @@ int runPick(const PickOptions& options) {
   }
   std::vector<PickEntry> entries;
   for (const auto& preset : wallpaperClass->presetWallpaperOptions()) {
-    entries.push_back(entryFor(preset, options.bundle));
+    entries.push_back(entryFor(preset, bundle));
   }
   MainLoop loop;
-  const PickWindow window(entries, options.current, options.choose, [&loop] { loop.quit(); });
+  const PickWindow window(entries, current, choose, [&loop] { loop.quit(); });
   loop.run();
   return 0;
 }

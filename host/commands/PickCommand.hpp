@@ -9,14 +9,17 @@ namespace nivlo {
 
 struct PickOptions {
   std::filesystem::path bundle;
-  int current = 0;  ///< the preset that is marked at first, counted from 1; 0 marks none
-  /// Applies a preset, counted from 1, at once. Returns what a person should know where that failed, empty on
-  /// success.
-  std::function<std::string(int preset)> choose;
 };
 
-/// Shows the bundle's presets in a window and applies what is picked until the window is closed. Returns the
-/// exit status.
+/// Lets a person pick one of the bundle's presets: the running Nivlo shows it, and so does the one that the
+/// desktop starts. Returns the exit status.
 int runPick(const PickOptions& options);
+
+/// Applies a preset, counted from 1. Returns what the person should know if that failed, empty on success.
+using ChoosePreset = std::function<std::string(int preset)>;
+
+/// Shows the bundle's presets in a window and applies each one that is picked until the window is closed.
+/// `current`, counted from 1, is marked at first; 0 marks none. Returns the exit status.
+int pickPreset(const std::filesystem::path& bundle, int current, const ChoosePreset& choose);
 
 }  // namespace nivlo

@@ -58,10 +58,10 @@ void obey(const std::string& line) {
 int main(int count, char** arguments) {
   using namespace nivlo;
   if (count == 2) {
-    return runPick({.bundle = arguments[1], .current = 1, .choose = [](int preset) {
-                      std::cout << "picked " << preset << std::endl;
-                      return preset == 4 ? "The front camera is <gone>." : "";
-                    }});
+    return pickPreset(arguments[1], 1, [](int preset) {
+      std::cout << "picked " << preset << std::endl;
+      return preset == 4 ? "The front camera is <gone>." : "";
+    });
   }
   Drivers machine;
   machine.mainQueue = MainLoop::makeMainQueue();
