@@ -14,8 +14,8 @@ MAY_INCLUDE = {
     "linux": {"linux", "platform"},
     "host": {"host", "linux", "kit", "platform"},
 }
-# Third-party headers that the portable rooms may use; everything else there is the standard library.
-PORTABLE = re.compile(r"fmt/|pugixml\.hpp$")
+# Headers that the portable rooms may use besides the standard library; the threads' one is for their names.
+PORTABLE = re.compile(r"fmt/|pugixml\.hpp$|pthread\.h$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
 
 

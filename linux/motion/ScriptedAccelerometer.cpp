@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Foundation/NSThread.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -29,6 +31,7 @@ class ScriptedStream : public AccelerometerStream {
  private:
   static void play(const Script& script, const std::function<void(const AccelerometerReading&)>& handler,
                    const std::stop_token& stop) {
+    NSThread::currentThread().setName("motion");
     const auto start = std::chrono::steady_clock::now();
     std::mutex mutex;
     std::condition_variable_any stopped;

@@ -20,7 +20,7 @@ struct PlaybacksInCommon {
   std::set<std::string> reported;  ///< what trouble was reported about; main thread only
   /// A sound server that does not answer holds up a pipeline's changes of state for half a minute: they are
   /// made here.
-  SerialWorker stateChanges;
+  SerialWorker stateChanges{"sound"};
 };
 
 /// For the main thread only, whose GLib default context tells it how the sound fares.

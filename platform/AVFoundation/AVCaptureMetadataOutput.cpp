@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/AVFoundation/AVCaptureSession.hpp"
+#include "platform/Foundation/NSThread.hpp"
 #include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {
@@ -92,6 +93,7 @@ std::optional<CaptureFrame> AVCaptureMetadataOutput::waitForFrame(const std::sto
 }
 
 void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, CodeReader& reader) {
+  NSThread::currentThread().setName("looks");
   CodeSightings sightings;
   std::vector<DecodedCode> reported;
   while (!stop.stop_requested()) {

@@ -11,7 +11,7 @@ namespace {
 
 class SerialQueue : public DispatchQueue {
  public:
-  explicit SerialQueue(std::string_view label) : label_(label) {}
+  explicit SerialQueue(std::string_view label) : label_(label), worker_(label_) {}
   void async(std::function<void()> work) override { worker_.post(std::move(work)); }
   std::string label() const override { return label_; }
 

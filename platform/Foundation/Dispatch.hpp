@@ -17,9 +17,9 @@ class DispatchQueue {
 
 using dispatch_queue_t = std::shared_ptr<DispatchQueue>;
 
-/// A serial queue: one thread that runs its work in order. When the last reference goes, what is queued is
-/// still run and the thread is joined (or, where the last reference goes on the queue's own thread, left to
-/// end by itself).
+/// A serial queue: one thread, named after the queue's label, that runs its work in order. When the last
+/// reference goes, what is queued is still run and the thread is joined (or, where the last reference goes on
+/// the queue's own thread, left to end by itself).
 dispatch_queue_t dispatch_queue_create(std::string_view label);
 
 /// The queue of the main thread's event loop. Work given to it while no main queue is installed is dropped.

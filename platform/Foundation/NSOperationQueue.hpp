@@ -9,7 +9,7 @@
 
 namespace nivlo {
 
-/// Runs its operations one at a time, in order, on a thread of its own.
+/// Runs its operations one at a time, in order, on a thread of its own named "operations".
 class NSOperationQueue {
  public:
   static std::shared_ptr<NSOperationQueue> init() { return std::make_shared<NSOperationQueue>(); }
@@ -18,7 +18,7 @@ class NSOperationQueue {
   void addOperation(std::function<void()> operation) { worker_.post(std::move(operation)); }
 
  private:
-  SerialWorker worker_;
+  SerialWorker worker_{"operations"};
 };
 
 }  // namespace nivlo

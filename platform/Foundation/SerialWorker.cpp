@@ -6,6 +6,8 @@
 #include <thread>
 #include <utility>
 
+#include "platform/Foundation/NSThread.hpp"
+
 namespace nivlo {
 
 struct SerialWorker::State {
@@ -32,9 +34,12 @@ struct SerialWorker::State {
   }
 };
 
-SerialWorker::SerialWorker() : state_(std::make_shared<State>()) {
+SerialWorker::SerialWorker(std::string name) : state_(std::make_shared<State>()) {
   // The thread shares the state, so that it can outlive a worker that is destroyed on its own thread.
-  state_->thread = std::thread([state = state_] { state->run(); });
+  state_->thread = std::thread([state = state_, name = std::move(name)] {
+    NSThread::currentThread().setName(name);
+    state->run();
+  });
 }
 
 SerialWorker::~SerialWorker() {

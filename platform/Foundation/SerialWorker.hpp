@@ -3,12 +3,14 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace nivlo {
 
 class SerialWorker {
  public:
-  SerialWorker();
+  /// Starts the thread, which bears the name given (see NSThread::setName).
+  explicit SerialWorker(std::string name);
   /// Runs what is queued, then joins the thread; on that thread itself it only lets it end.
   ~SerialWorker();
   SerialWorker(const SerialWorker&) = delete;

@@ -6,11 +6,10 @@
 #include <thread>
 #include <utility>
 
-#include <pthread.h>
-
 #include "linux/handles/OwnedSource.hpp"
 #include "linux/motion/iio/SensorWatch.hpp"
 #include "platform/Foundation/NSLog.hpp"
+#include "platform/Foundation/NSThread.hpp"
 
 namespace nivlo {
 
@@ -130,7 +129,7 @@ void SensorReader::awaitIdle(Clock::duration patience) {
 }
 
 void SensorReader::run() {
-  pthread_setname_np(pthread_self(), "accelerometer");
+  NSThread::currentThread().setName("motion");
   do {
     serve();
   } while (!endIfUnused());

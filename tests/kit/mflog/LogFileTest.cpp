@@ -1,6 +1,9 @@
 #include <ctime>
+#include <optional>
 #include <sstream>
+#include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "kit/MFLog/MFLog.hpp"
@@ -71,6 +74,19 @@ TEST_F(LogFile, ShowsTheMonthOfTheLastNotificationAndTheDayOfNow) {
   now = localTime(12, 9, 8);
   NSNotificationCenter::defaultCenter().postNotificationName(UIApplicationDidBecomeActiveNotification);
   EXPECT_EQ(logger->currentTime(), "Dec 09 08:03:22");
+}
+
+TEST_F(LogFile, LabelsALineWithTheFirstFourCharactersOfItsThreadsName) {
+  const auto logger = MFLoggerImpl::init(logs);
+  const std::vector<std::pair<std::optional<std::string>, std::string>> labels{
+      {std::nullopt, "null"}, {"", ""}, {"abc", "abc"}, {"worker-1", "work"}, {"äöü漢字", "äöü漢"}};
+  for (const auto& [name, label] : labels) {
+    std::jthread([&, name = name] {
+      NSThread::currentThread().setName(name);
+      logger->writeMessage("here", 6);
+    }).join();
+    EXPECT_THAT(text(), EndsWith("[" + label + "] here\r\n"));
+  }
 }
 
 TEST_F(LogFile, LosesAndTearsNoLineWhenEightThreadsLogThroughARoll) {
