@@ -31,11 +31,11 @@ void followBars(Reading& reading, const LumaPicture& picture) {
 
 std::vector<DecodedCode> PictureReader::read(const LumaPicture& picture,
                                              steady_clock::time_point captureTime) {
-  Scene scene(picture);
+  PictureFeatures features(picture);
   std::vector<Reading> found;
   bool seenAny = false;
   const auto readWith = [&](ReadingStrategy& strategy) {
-    std::vector<Reading> readings = withoutDuplicates(strategy.read(scene));
+    std::vector<Reading> readings = withoutDuplicates(strategy.read(features));
     seenAny = seenAny || !readings.empty();
     readings = confirmation_.confirmed(std::move(readings), {&strategy, captureTime});
     for (Reading& reading : readings) {
@@ -49,7 +49,7 @@ std::vector<DecodedCode> PictureReader::read(const LumaPicture& picture,
   double spent = 0;
   for (std::size_t step = 0; step < schedule_.rotation.size() && found.empty() && spent < budget; ++step) {
     ReadingStrategy& strategy = *schedule_.rotation[next_];
-    spent += strategy.cost(scene);
+    spent += strategy.cost(features);
     if (step > 0 && spent > budget) {
       break;
     }

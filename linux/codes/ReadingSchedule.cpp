@@ -13,12 +13,12 @@ namespace nivlo {
 
 namespace {
 
-std::unique_ptr<ReadingStrategy> whole(WholePictureView view, Decoder decoder) {
-  return std::make_unique<WholePictureStrategy>(view, std::move(decoder));
+std::unique_ptr<ReadingStrategy> whole(WholePictureRendering rendering, Decoder decoder) {
+  return std::make_unique<WholePictureStrategy>(rendering, std::move(decoder));
 }
 
-std::unique_ptr<ReadingStrategy> bars(BarsView view, Decoder decoder) {
-  return std::make_unique<BarsStrategy>(view, std::move(decoder));
+std::unique_ptr<ReadingStrategy> bars(BarsRendering rendering, Decoder decoder) {
+  return std::make_unique<BarsStrategy>(rendering, std::move(decoder));
 }
 
 }  // namespace
@@ -54,7 +54,7 @@ ReadingSchedule makeReadingSchedule() {
   add(whole({.rows = kScanLines, .enhancement = EvenContrast}, lines));
   add(bars({.scale = 2}, lines));
   add(bars({.scale = 1, .rows = kBands}, retailBars()));
-  add(bars({.scale = 1, .rows = kAllRows, .isUprighted = true}, zxing(Bars, Upright)));
+  add(bars({.scale = 1, .rows = kAllRows, .isDeskewed = true}, zxing(Bars, Upright)));
   add(bars({.scale = 2, .enhancement = EvenContrast}, lines));
   add(whole({.mostPixels = kHalf, .enhancement = Inverted}, zxing(Matrix, Upright)));
   add(whole({.scale = 0.25}, matrix));

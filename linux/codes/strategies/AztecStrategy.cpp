@@ -56,11 +56,11 @@ Reading readingOf(const AztecRune& rune, const ModuleGrid& grid, int across) {
 
 }  // namespace
 
-std::vector<Reading> AztecStrategy::read(Scene& scene) {
+std::vector<Reading> AztecStrategy::read(PictureFeatures& features) {
   std::vector<Reading> readings;
-  for (const Bullseye& bullseye : scene.bullseyes()) {
+  for (const Bullseye& bullseye : features.bullseyes()) {
     for (const int across : sizesOf(bullseye)) {
-      std::vector<Reading> found = follow(scene.picture(), bullseye, across);
+      std::vector<Reading> found = follow(features.picture(), bullseye, across);
       if (found.empty()) {
         continue;
       }
@@ -84,9 +84,9 @@ std::vector<Reading> AztecStrategy::follow(const LumaPicture& picture, const Bul
   return grid.read(modules, decoder_);
 }
 
-double AztecStrategy::cost(Scene& scene) const {
+double AztecStrategy::cost(PictureFeatures& features) const {
   double cost = 0;
-  for (const Bullseye& bullseye : scene.bullseyes()) {
+  for (const Bullseye& bullseye : features.bullseyes()) {
     for (const int across : sizesOf(bullseye)) {
       cost += ModuleGrid::cost(across);
     }

@@ -6,7 +6,7 @@
 
 #include <libyuv/scale.h>
 
-#include "linux/codes/bars/BarLean.hpp"
+#include "linux/codes/bars/Deskew.hpp"
 #include "linux/codes/picture/PerspectiveMap.hpp"
 
 namespace nivlo {
@@ -38,13 +38,14 @@ Quad withMargins(const Quad& region) {
 
 }  // namespace
 
-BarsStrategy::BarsStrategy(BarsView view, Decoder decoder) : view_(view), decoder_(std::move(decoder)) {}
+BarsStrategy::BarsStrategy(BarsRendering rendering, Decoder decoder)
+    : rendering_(rendering), decoder_(std::move(decoder)) {}
 
-std::vector<Reading> BarsStrategy::read(Scene& scene) {
+std::vector<Reading> BarsStrategy::read(PictureFeatures& features) {
   std::vector<Reading> readings;
-  for (const Quad& bars : scene.bars()) {
-    const Quad region = withMargins(view_.isUprighted ? uprighted(scene.picture(), bars) : bars);
-    const LumaPicture upright = drawn(scene.picture(), region);
+  for (const Quad& bars : features.bars()) {
+    const Quad region = withMargins(rendering_.isDeskewed ? deskewed(features.picture(), bars) : bars);
+    const LumaPicture upright = rendered(features.picture(), region);
     const PerspectiveMap toPicture(upright.width, upright.height, region);
     for (Reading& reading : decoder_.read(upright)) {
       reading.outline = toPicture(reading.outline);
@@ -54,9 +55,9 @@ std::vector<Reading> BarsStrategy::read(Scene& scene) {
   return readings;
 }
 
-double BarsStrategy::cost(Scene& scene) const {
+double BarsStrategy::cost(PictureFeatures& features) const {
   double pixels = 0;
-  for (const Quad& bars : scene.bars()) {
+  for (const Quad& bars : features.bars()) {
     const Size size = sizeOf(withMargins(bars));
     pixels += kCostOfDrawing * size.width * size.rowsAveraged + decoder_.cost(size.width, size.rows);
   }
@@ -66,14 +67,14 @@ double BarsStrategy::cost(Scene& scene) const {
 BarsStrategy::Size BarsStrategy::sizeOf(const Quad& region) const {
   const double length = distanceBetween(region[0], region[1]);
   const double height = distanceBetween(region[0], region[3]);
-  const double columns = std::min(length * view_.scale, std::max(length, kMostEnlargedColumns));
+  const double columns = std::min(length * rendering_.scale, std::max(length, kMostEnlargedColumns));
   const int available = std::clamp(static_cast<int>(height), 4, kMostRows);
-  const int rows = std::min(view_.rows, available);
+  const int rows = std::min(rendering_.rows, available);
   return {std::clamp(static_cast<int>(columns), 16, kMostColumns), rows,
           std::min(rows * kRowsAveraged, available)};
 }
 
-LumaPicture BarsStrategy::drawn(const LumaPicture& picture, const Quad& region) {
+LumaPicture BarsStrategy::rendered(const LumaPicture& picture, const Quad& region) {
   const auto [width, rows, rowsAveraged] = sizeOf(region);
   rectify(picture, region, width, rowsAveraged, upright_);
   LumaPicture upright = upright_.picture();
@@ -83,7 +84,7 @@ LumaPicture BarsStrategy::drawn(const LumaPicture& picture, const Quad& region) 
                        rows, libyuv::kFilterBox);
     upright = averaged_.picture();
   }
-  return enhanced(upright, view_.enhancement, enhanced_);
+  return enhanced(upright, rendering_.enhancement, enhanced_);
 }
 
 }  // namespace nivlo

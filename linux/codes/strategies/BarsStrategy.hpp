@@ -8,23 +8,23 @@
 namespace nivlo {
 
 /// How a region of bars is drawn before it is read.
-struct BarsView {
+struct BarsRendering {
   double scale = 1;  ///< how much larger than in the picture it is across the bars
   /// How many rows are left of it along the bars, each the mean of those between: more cost more, fewer are
   /// freer of noise. At most as many as the picture has.
   int rows = 32;
   Enhancement enhancement = Enhancement::None;
-  bool isUprighted = false;  ///< for what needs all rows in line, PDF417
+  bool isDeskewed = false;  ///< for what needs all rows in line, PDF417
 };
 
 /// Finds bars, turns each region of them upright and reads that. Decoders follow rows and columns and stand
 /// 10 to 25 degrees of tilt with 1-D codes, 5 to 7 with PDF417.
 class BarsStrategy : public ReadingStrategy {
  public:
-  BarsStrategy(BarsView view, Decoder decoder);
+  BarsStrategy(BarsRendering rendering, Decoder decoder);
 
-  std::vector<Reading> read(Scene& scene) override;
-  double cost(Scene& scene) const override;
+  std::vector<Reading> read(PictureFeatures& features) override;
+  double cost(PictureFeatures& features) const override;
 
  private:
   struct Size {
@@ -33,9 +33,9 @@ class BarsStrategy : public ReadingStrategy {
     int rowsAveraged;
   };
   Size sizeOf(const Quad& region) const;
-  LumaPicture drawn(const LumaPicture& picture, const Quad& region);
+  LumaPicture rendered(const LumaPicture& picture, const Quad& region);
 
-  BarsView view_;
+  BarsRendering rendering_;
   Decoder decoder_;
   LumaBuffer upright_;
   LumaBuffer averaged_;

@@ -44,15 +44,15 @@ Quad through(const ModuleGrid::Sighting& alignment, const ModuleGrid& grid, Quad
 
 }  // namespace
 
-std::vector<Reading> QRGridStrategy::read(Scene& scene) {
+std::vector<Reading> QRGridStrategy::read(PictureFeatures& features) {
   std::vector<Reading> readings;
-  for (const QRPlace& place : scene.qrPlaces()) {
+  for (const QRPlace& place : features.qrPlaces()) {
     for (const int change : kSizesTried) {
       const int modules = place.modules + change;
       if (!isFollowed(modules)) {
         continue;
       }
-      std::vector<Reading> found = follow(scene.picture(), place, modules);
+      std::vector<Reading> found = follow(features.picture(), place, modules);
       if (found.empty()) {
         continue;
       }
@@ -76,9 +76,9 @@ std::vector<Reading> QRGridStrategy::follow(const LumaPicture& picture, const QR
   return grid.read(grid.modules(place.lightOnDark), decoder_);
 }
 
-double QRGridStrategy::cost(Scene& scene) const {
+double QRGridStrategy::cost(PictureFeatures& features) const {
   double cost = 0;
-  for (const QRPlace& place : scene.qrPlaces()) {
+  for (const QRPlace& place : features.qrPlaces()) {
     for (const int change : kSizesTried) {
       const int modules = place.modules + change;
       if (isFollowed(modules)) {

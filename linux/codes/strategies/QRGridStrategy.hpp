@@ -13,8 +13,8 @@ class QRGridStrategy : public ReadingStrategy {
  public:
   explicit QRGridStrategy(Decoder decoder) : decoder_(std::move(decoder)) {}
 
-  std::vector<Reading> read(Scene& scene) override;
-  double cost(Scene& scene) const override;
+  std::vector<Reading> read(PictureFeatures& features) override;
+  double cost(PictureFeatures& features) const override;
 
  private:
   std::vector<Reading> follow(const LumaPicture& picture, const QRPlace& place, int modules) const;

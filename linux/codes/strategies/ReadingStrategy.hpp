@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "linux/codes/decoders/Reading.hpp"
-#include "linux/codes/strategies/Scene.hpp"
+#include "linux/codes/strategies/PictureFeatures.hpp"
 
 namespace nivlo {
 
@@ -16,11 +16,11 @@ class ReadingStrategy {
 
   /// The codes found, with outlines in pixels of the scene's picture, in no order; one code can be there
   /// several times. May throw.
-  virtual std::vector<Reading> read(Scene& scene) = 0;
+  virtual std::vector<Reading> read(PictureFeatures& features) = 0;
 
   /// What reading there costs, about, where there is no code: in pixels of a picture in which matrix codes
   /// are looked for once. What it takes to find things in the scene is not counted.
-  virtual double cost(Scene& scene) const = 0;
+  virtual double cost(PictureFeatures& features) const = 0;
 };
 
 }  // namespace nivlo

@@ -7,7 +7,7 @@
 
 namespace nivlo {
 
-struct WholePictureView {
+struct WholePictureRendering {
   double scale = 1;  ///< how much larger it is read; made less where the result would be too large
   double mostPixels = 1920 * 1080;
   /// At most as many, each the mean of those between. A decoder of 1-D codes does not look at more than 256,
@@ -19,10 +19,10 @@ struct WholePictureView {
 class WholePictureStrategy : public ReadingStrategy {
  public:
   /// Never enlarges to more pixels than 800x600 has.
-  WholePictureStrategy(WholePictureView view, Decoder decoder);
+  WholePictureStrategy(WholePictureRendering rendering, Decoder decoder);
 
-  std::vector<Reading> read(Scene& scene) override;
-  double cost(Scene& scene) const override;
+  std::vector<Reading> read(PictureFeatures& features) override;
+  double cost(PictureFeatures& features) const override;
 
  private:
   struct Size {
@@ -30,9 +30,9 @@ class WholePictureStrategy : public ReadingStrategy {
     int height;
   };
   Size sizeFor(int width, int height) const;
-  LumaPicture prepared(const LumaPicture& picture);
+  LumaPicture rendered(const LumaPicture& picture);
 
-  WholePictureView view_;
+  WholePictureRendering rendering_;
   Decoder decoder_;
   LumaBuffer scaled_;
   LumaBuffer enhanced_;

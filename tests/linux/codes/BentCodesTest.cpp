@@ -9,8 +9,8 @@
 
 #include "linux/codes/decoders/ZXingDecoder.hpp"
 #include "linux/codes/strategies/AztecStrategy.hpp"
+#include "linux/codes/strategies/PictureFeatures.hpp"
 #include "linux/codes/strategies/QRGridStrategy.hpp"
-#include "linux/codes/strategies/Scene.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 
 namespace nivlo::test {
@@ -85,8 +85,8 @@ TEST(BentCodes, AreReadWhereAFlatGridDoesNotFit) {
   AztecStrategy aztec(decoder);
   const auto expectRead = [&](ReadingStrategy& strategy, const GreyPicture& picture, int turns) {
     EXPECT_THAT(decoder.read(viewOf(picture)), IsEmpty()) << "flat enough to be read as it is";
-    Scene scene(viewOf(picture));
-    const std::vector<Reading> readings = strategy.read(scene);
+    PictureFeatures features(viewOf(picture));
+    const std::vector<Reading> readings = strategy.read(features);
     ASSERT_THAT(readings, ElementsAre(Text(text)));
     expectCorners(readings[0], picture, turns);
   };
@@ -106,8 +106,8 @@ TEST(BentCodes, InkThatRanOrFadedChangesNoModule) {
   AztecStrategy aztec(zxing(Symbologies::Aztec, Effort::Quick));
   for (const bool more : {true, false}) {
     const GreyPicture printed = withInk(code, more);
-    Scene scene(viewOf(printed));
-    EXPECT_THAT(aztec.read(scene), ElementsAre(Text("ink"))) << (more ? "more" : "less");
+    PictureFeatures features(viewOf(printed));
+    EXPECT_THAT(aztec.read(features), ElementsAre(Text("ink"))) << (more ? "more" : "less");
   }
 }
 
@@ -117,8 +117,8 @@ TEST(AztecRunes, AreReadHoweverTheyLieAndNothingElseIsOne) {
     GreyPicture rune = drawCode(BARCODE_AZRUNE, number);
     for (int turns = 0; turns < 4; ++turns, rune = turned(rune)) {
       const GreyPicture picture = folded(rune);
-      Scene scene(viewOf(picture));
-      const std::vector<Reading> readings = aztec.read(scene);
+      PictureFeatures features(viewOf(picture));
+      const std::vector<Reading> readings = aztec.read(features);
       const std::string digits = std::string(3 - std::string(number).size(), '0') + number;
       ASSERT_THAT(readings, ElementsAre(Text(digits)));
       expectCorners(readings[0], picture, turns);
@@ -126,9 +126,9 @@ TEST(AztecRunes, AreReadHoweverTheyLieAndNothingElseIsOne) {
   }
   for (int layers = 1; layers <= 4; ++layers) {
     const GreyPicture compact = drawCode(BARCODE_AZTEC, "2", layers);
-    Scene scene(viewOf(compact));
-    ASSERT_EQ(scene.bullseyes().size(), 1u);
-    EXPECT_THAT(aztec.read(scene), IsEmpty()) << layers << " layers";
+    PictureFeatures features(viewOf(compact));
+    ASSERT_EQ(features.bullseyes().size(), 1u);
+    EXPECT_THAT(aztec.read(features), IsEmpty()) << layers << " layers";
   }
 }
 

@@ -12,10 +12,10 @@
 namespace nivlo {
 
 /// Looks for things when they are first asked for. Used by one thread at a time.
-class Scene {
+class PictureFeatures {
  public:
   /// The picture's pixels must outlive the scene.
-  explicit Scene(const LumaPicture& picture) : picture_(picture) {}
+  explicit PictureFeatures(const LumaPicture& picture) : picture_(picture) {}
 
   const LumaPicture& picture() const { return picture_; }
   const std::vector<Quad>& bars() {

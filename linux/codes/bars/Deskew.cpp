@@ -1,4 +1,4 @@
-#include "linux/codes/bars/BarLean.hpp"
+#include "linux/codes/bars/Deskew.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -58,7 +58,7 @@ int leanOf(const LumaPicture& view, int most) {
 
 }  // namespace
 
-Quad uprighted(const LumaPicture& picture, const Quad& region) {
+Quad deskewed(const LumaPicture& picture, const Quad& region) {
   const double height = distanceBetween(region[0], region[3]);
   const double column = distanceBetween(region[0], region[1]) / kColumns;
   LumaBuffer view;
