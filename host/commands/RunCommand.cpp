@@ -16,6 +16,7 @@
 #include "host/control/ControlService.hpp"
 #include "host/control/client/HandOver.hpp"
 #include "host/log/ConsoleLog.hpp"
+#include "host/log/LoggedAlerts.hpp"
 #include "host/log/ProgramLog.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
@@ -54,9 +55,11 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
   Drivers set;
   set.logSink = makeConsoleLog();
   set.mainQueue = MainLoop::makeMainQueue();
-  if (auto cameras = logged(makeSelectedCameras(options.sources, &error))) {
-    set.cameras = observed(std::move(cameras), activity);
-  }
+  set.cameras = observed(makeSelectedCameras(options.sources, &error),
+                         [activity](CameraEvent event, const CameraInfo& camera) {
+                           logCameraEvent(event, camera);
+                           activity->follow(event, camera);
+                         });
   set.codeReader = savingPower(atScenesPace(makeProcessCodeReaderDriver()));
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();

@@ -1,6 +1,7 @@
+#include "host/log/LoggedAlerts.hpp"
+
 #include <utility>
 
-#include "host/log/ProgramLog.hpp"
 #include "kit/MFLog/MFLog.hpp"
 
 namespace nivlo {

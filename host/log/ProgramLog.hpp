@@ -1,23 +1,15 @@
-// What happens to the program, for its log file.
+// The log file that tells the program's life.
 #pragma once
 
-#include <memory>
-#include <string>
-
-#include "platform/drivers/AlertPresenter.hpp"
-#include "platform/drivers/CameraDriver.hpp"
+#include "host/show/ObservedCameras.hpp"
 
 namespace nivlo {
 
-/// Names the program to the logger, which writes the name and the version at the head of its files. Before
+/// Gives the logger the program's name and version, which it writes at the head of its files. Call it before
 /// the first line is logged.
 void nameProgramInLog();
 
-/// The same cameras; which one is opened, falls silent, comes back and is closed is logged.
-std::unique_ptr<CameraDriver> logged(std::unique_ptr<CameraDriver> cameras);
-
-/// The same presenter; that a dialog is shown and how it is answered is logged, what it says is not: that is
-/// the business of whoever scanned it.
-std::unique_ptr<AlertPresenter> logged(std::unique_ptr<AlertPresenter> alerts);
+/// Writes a line about what has happened to a camera.
+void logCameraEvent(CameraEvent event, const CameraInfo& camera);
 
 }  // namespace nivlo

@@ -65,7 +65,7 @@ WallpaperStatus WallpaperShow::status() const {
           .visible = presence_.isVisible(),
           .paused = presence_.isPaused(),
           .inForeground = presence_.isInForeground(),
-          .camera = cameras_->open,
+          .camera = cameras_->open(),
           .frames = frames_};
 }
 
@@ -81,7 +81,7 @@ void WallpaperShow::change(const ShowOptions& changes) {
   if (changes.camera) {
     options_.setObject(*changes.camera, kCamera);
   }
-  openingsBefore_ = cameras_->openings;
+  openingsBefore_ = cameras_->openings();
   wallpaper_->setWallpaperOptions(options_);
 }
 
@@ -89,8 +89,8 @@ void WallpaperShow::swapCameras() { change({.camera = cameraInUse() == "front" ?
 
 /// A shake may have changed cameras since the options were set; while paused, no camera has followed them.
 std::string WallpaperShow::cameraInUse() const {
-  const bool opened = cameras_->openings != openingsBefore_;
-  switch (opened ? cameras_->lastPosition : AVCaptureDevicePosition::Unspecified) {
+  const bool opened = cameras_->openings() != openingsBefore_;
+  switch (opened ? cameras_->lastPosition() : AVCaptureDevicePosition::Unspecified) {
     case AVCaptureDevicePosition::Front:
       return "front";
     case AVCaptureDevicePosition::Back:

@@ -1,0 +1,96 @@
+#include "host/show/ObservedCameras.hpp"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <utility>
+
+#include "host/loop/EventSource.hpp"
+
+namespace nivlo {
+
+namespace {
+
+/// Longer than any camera pauses between two frames, shorter than a person waits before looking for a cause.
+constexpr std::chrono::seconds kSilence{3};
+
+/// Counts up on the camera's thread.
+using FrameCount = std::shared_ptr<std::atomic<unsigned>>;
+
+class ObservedStream : public CameraStream {
+ public:
+  ObservedStream(CameraInfo camera, FrameCount frames, std::unique_ptr<CameraStream> stream,
+                 CameraObserver observer)
+      : camera_(std::move(camera)),
+        frames_(std::move(frames)),
+        observer_(std::move(observer)),
+        stream_(std::move(stream)) {
+    observer_(CameraEvent::Opened, camera_);
+    watch();
+  }
+  ~ObservedStream() override {
+    stream_.reset();
+    observer_(CameraEvent::Closed, camera_);
+  }
+
+ private:
+  void watch() {
+    check_ = EventSource::onTimeout(kSilence, [this] {
+      const unsigned frames = *frames_;
+      const bool silent = frames == std::exchange(lastFrames_, frames);
+      if (silent != std::exchange(silent_, silent)) {
+        observer_(silent ? CameraEvent::Silent : CameraEvent::Resumed, camera_);
+      }
+      watch();
+    });
+  }
+
+  CameraInfo camera_;
+  FrameCount frames_;
+  unsigned lastFrames_ = 0;
+  bool silent_ = false;
+  CameraObserver observer_;
+  EventSource check_;
+  std::unique_ptr<CameraStream> stream_;
+};
+
+class ObservedCameras : public CameraDriver {
+ public:
+  ObservedCameras(std::unique_ptr<CameraDriver> cameras, CameraObserver observer)
+      : cameras_(std::move(cameras)), observer_(std::move(observer)) {}
+
+  std::vector<CameraInfo> cameras() override { return cameras_->cameras(); }
+
+  std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
+    const auto frames = std::make_shared<std::atomic<unsigned>>(0);
+    auto stream = cameras_->open(uniqueID, [onFrame = std::move(onFrame), frames](VideoFramePtr frame) {
+      ++*frames;
+      onFrame(std::move(frame));
+    });
+    if (!stream) {
+      observer_(CameraEvent::Refused, {.uniqueID = uniqueID});
+      return nullptr;
+    }
+    return std::make_unique<ObservedStream>(infoOf(uniqueID), frames, std::move(stream), observer_);
+  }
+
+ private:
+  /// A camera that can be opened before it is plugged in may not be in the list yet.
+  CameraInfo infoOf(const std::string& uniqueID) {
+    const auto known = cameras_->cameras();
+    const auto camera = std::find_if(known.begin(), known.end(),
+                                     [&](const CameraInfo& info) { return info.uniqueID == uniqueID; });
+    return camera != known.end() ? *camera : CameraInfo{.uniqueID = uniqueID};
+  }
+
+  std::unique_ptr<CameraDriver> cameras_;
+  CameraObserver observer_;
+};
+
+}  // namespace
+
+std::unique_ptr<CameraDriver> observed(std::unique_ptr<CameraDriver> cameras, CameraObserver observer) {
+  return cameras ? std::make_unique<ObservedCameras>(std::move(cameras), std::move(observer)) : nullptr;
+}
+
+}  // namespace nivlo
