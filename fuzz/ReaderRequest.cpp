@@ -12,7 +12,7 @@ namespace nivlo::fuzz {
 namespace {
 
 constexpr int kLongestSide = 128;
-constexpr int kStrategies = 10;
+constexpr int kMaxLooks = 10;
 
 /// The picture repeats the bytes until it is full.
 std::vector<std::uint8_t> pictureOf(std::string_view bytes, const LookRequest& request) {
@@ -29,8 +29,8 @@ void look(LookRequest request, std::string_view bytes) {
   const auto pixels = pictureOf(bytes, request);
   const std::string message(reinterpret_cast<const char*>(&request), sizeof request);
   PictureReader reader;
-  // The number says which of the strategies is the last.
-  for (auto left = request.number % kStrategies + 1; left > 0; --left) {
+  // Each look continues through the schedule, so the number decides with which strategy the last one ends.
+  for (auto left = request.number % kMaxLooks + 1; left > 0; --left) {
     const auto reply = answer(reader, message, pixels.data());
     check(reply && parseReply(request, *reply), "every request is answered with sense");
   }

@@ -6,6 +6,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "linux/codes/PictureReader.hpp"
+#include "linux/codes/ReadingSchedule.hpp"
 #include "linux/codes/child/Cage.hpp"
 #include "linux/codes/child/Service.hpp"
 
@@ -17,10 +19,11 @@ constexpr int kUsage = 64;
 /// Libraries ask the system about the processor when they are first used, which the cage would not survive.
 void warmUp() {
   constexpr std::size_t kSide = 32;
-  constexpr int kEveryStrategy = 20;
   const std::array<std::uint8_t, kSide * kSide> pixels{};
   PictureReader reader;
-  for (int look = 0; look < kEveryStrategy; ++look) {
+  // Every look uses at least one strategy, so this many looks use them all.
+  const std::size_t looks = makeReadingSchedule().rotation.size();
+  for (std::size_t look = 0; look < looks; ++look) {
     reader.read({pixels.data(), int{kSide}, int{kSide}, int{kSide}}, {});
   }
 }
