@@ -50,7 +50,7 @@ GstElement* makeSink() {
 
 std::shared_ptr<GstElement> owned(GstElement* element) {
   gst_object_ref_sink(element);
-  return {element, [](GstElement* last) { gst_object_unref(last); }};
+  return {element, FreedBy<gst_object_unref>()};
 }
 
 void changeStateLater(const std::shared_ptr<PlaybacksInCommon>& common,

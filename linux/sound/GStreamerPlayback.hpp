@@ -10,6 +10,7 @@
 
 #include <gst/gst.h>
 
+#include "linux/handles/OwnedSource.hpp"
 #include "platform/Foundation/SerialWorker.hpp"
 #include "platform/drivers/SoundDriver.hpp"
 
@@ -33,14 +34,6 @@ class GStreamerPlayback : public SoundPlayback {
   GStreamerPlayback& operator=(const GStreamerPlayback&) = delete;
 
  private:
-  struct DestroySource {
-    void operator()(GSource* source) const {
-      g_source_destroy(source);
-      g_source_unref(source);
-    }
-  };
-  using Source = std::unique_ptr<GSource, DestroySource>;
-
   /// Returns the cause where it cannot be built.
   std::string buildPipeline();
   void watchBus();
@@ -59,8 +52,8 @@ class GStreamerPlayback : public SoundPlayback {
   std::chrono::milliseconds grace_;
   std::shared_ptr<PlaybacksInCommon> common_;
   std::shared_ptr<GstElement> pipeline_;
-  Source busWatch_;
-  Source deadline_;
+  OwnedSource busWatch_;
+  OwnedSource deadline_;
   std::string causeAtDeadline_;
 };
 

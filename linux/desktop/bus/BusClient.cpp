@@ -23,7 +23,7 @@ void onAnswer(GObject* connection, GAsyncResult* result, gpointer data) {
   if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
     return;
   }
-  const std::unique_ptr<GUnixFDList, FreedBy<g_object_unref>> descriptors(rawDescriptors);
+  const Owned<GUnixFDList, g_object_unref> descriptors(rawDescriptors);
   (*answered)({values.get(), descriptors.get(), error ? error->message : ""});
 }
 

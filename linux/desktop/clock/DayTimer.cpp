@@ -28,7 +28,7 @@ std::time_t now() {
 
 DayTimer::DayTimer(std::function<void()> changed)
     : changed_(std::move(changed)), descriptor_(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)) {
-  if (descriptor_ < 0) {
+  if (descriptor_.get() < 0) {
     NSLog("clock: a new day goes unnoticed: %@; see the limits on open files", std::strerror(errno));
     return;
   }
@@ -36,17 +36,10 @@ DayTimer::DayTimer(std::function<void()> changed)
     static_cast<DayTimer*>(data)->expired();
     return G_SOURCE_CONTINUE;
   };
-  source_.reset(g_unix_fd_source_new(descriptor_, G_IO_IN));
+  source_.reset(g_unix_fd_source_new(descriptor_.get(), G_IO_IN));
   g_source_set_callback(source_.get(), G_SOURCE_FUNC(static_cast<GUnixFDSourceFunc>(ready)), this, nullptr);
   g_source_attach(source_.get(), nullptr);
   arm();
-}
-
-DayTimer::~DayTimer() {
-  source_.reset();
-  if (descriptor_ >= 0) {
-    close(descriptor_);
-  }
 }
 
 void DayTimer::arm() {
@@ -54,13 +47,14 @@ void DayTimer::arm() {
   int result = 0;
   do {
     const itimerspec midnight{{}, {nextLocalMidnight(now()), 0}};
-    result = timerfd_settime(descriptor_, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &midnight, nullptr);
+    result =
+        timerfd_settime(descriptor_.get(), TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &midnight, nullptr);
   } while (result < 0 && errno == ECANCELED);  // the clock was set meanwhile
 }
 
 void DayTimer::expired() {
   std::uint64_t times = 0;
-  const bool rang = read(descriptor_, &times, sizeof times) == sizeof times;
+  const bool rang = read(descriptor_.get(), &times, sizeof times) == sizeof times;
   if (rang || errno == ECANCELED) {
     arm();
     changed_();

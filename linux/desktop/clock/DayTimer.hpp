@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "linux/handles/Descriptor.hpp"
 #include "linux/handles/OwnedSource.hpp"
 
 namespace nivlo {
@@ -12,7 +13,6 @@ namespace nivlo {
 class DayTimer {
  public:
   explicit DayTimer(std::function<void()> changed);
-  ~DayTimer();
   DayTimer(const DayTimer&) = delete;
   DayTimer& operator=(const DayTimer&) = delete;
 
@@ -23,7 +23,7 @@ class DayTimer {
   void expired();
 
   std::function<void()> changed_;
-  int descriptor_;
+  Descriptor descriptor_;
   OwnedSource source_;
 };
 

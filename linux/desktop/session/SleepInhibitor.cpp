@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <unistd.h>
-
 namespace nivlo {
 
 SleepInhibitor::SleepInhibitor(GDBusConnection* connection) : calls_(connection, "org.freedesktop.login1") {}
@@ -16,17 +14,14 @@ void SleepInhibitor::take(std::function<void(const std::string&)> refused) {
                 if (!reply.values) {
                   refused(reply.error);
                 } else if (reply.descriptors) {
-                  descriptor_ = g_unix_fd_list_get(reply.descriptors, 0, nullptr);
+                  descriptor_ = Descriptor(g_unix_fd_list_get(reply.descriptors, 0, nullptr));
                 }
               });
 }
 
 void SleepInhibitor::release() {
   calls_.dropAnswers();
-  if (descriptor_ >= 0) {
-    close(descriptor_);
-  }
-  descriptor_ = -1;
+  descriptor_ = Descriptor();
 }
 
 }  // namespace nivlo

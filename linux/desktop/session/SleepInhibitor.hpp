@@ -7,6 +7,7 @@
 #include <gio/gio.h>
 
 #include "linux/desktop/bus/BusClient.hpp"
+#include "linux/handles/Descriptor.hpp"
 
 namespace nivlo {
 
@@ -15,9 +16,6 @@ namespace nivlo {
 class SleepInhibitor {
  public:
   explicit SleepInhibitor(GDBusConnection* connection);
-  ~SleepInhibitor() { release(); }
-  SleepInhibitor(const SleepInhibitor&) = delete;
-  SleepInhibitor& operator=(const SleepInhibitor&) = delete;
 
   /// Asks for the lock anew; it is held soon after, unless it is refused.
   void take(std::function<void(const std::string& cause)> refused);
@@ -27,7 +25,7 @@ class SleepInhibitor {
 
  private:
   MethodCalls calls_;
-  int descriptor_ = -1;
+  Descriptor descriptor_;
 };
 
 }  // namespace nivlo

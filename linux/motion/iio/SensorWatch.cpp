@@ -37,14 +37,13 @@ SensorWatch::~SensorWatch() { g_signal_handlers_disconnect_by_data(client_.get()
 void SensorWatch::giveUpSensor() {
   const auto former = sensor_ ? sensor_->directory() : std::string();
   sensor_.reset();
-  GList* devices = g_udev_client_query_by_subsystem(client_.get(), kSubsystems[0]);
-  for (const GList* entry = devices; entry; entry = entry->next) {
+  const Owned<GList, g_list_free> devices(g_udev_client_query_by_subsystem(client_.get(), kSubsystems[0]));
+  for (const GList* entry = devices.get(); entry; entry = entry->next) {
     const Device device(G_UDEV_DEVICE(entry->data));
     if (former != g_udev_device_get_sysfs_path(device.get())) {
       take(device.get());
     }
   }
-  g_list_free(devices);
 }
 
 void SensorWatch::onEvent(GUdevClient*, gchar* action, GUdevDevice* device, gpointer data) {

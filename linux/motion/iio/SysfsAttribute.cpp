@@ -9,6 +9,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "linux/handles/Descriptor.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -18,16 +20,14 @@ constexpr std::size_t kLongestAttribute = 256;  // a mount matrix; everything el
 }  // namespace
 
 AttributeText readAttribute(const std::string& path) {
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (file < 0) {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.get() < 0) {
     return {{}, errno};
   }
   std::array<char, kLongestAttribute> buffer;
-  const auto length = read(file, buffer.data(), buffer.size());
-  const int error = errno;
-  close(file);
+  const auto length = read(file.get(), buffer.data(), buffer.size());
   if (length < 0) {
-    return {{}, error};
+    return {{}, errno};
   }
   return {std::string(buffer.data(), static_cast<std::size_t>(length)), 0};
 }
