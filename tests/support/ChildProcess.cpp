@@ -18,8 +18,8 @@ namespace nivlo::test {
 namespace {
 
 /// A file without a name, to whose end everybody writes.
-FileDescriptor makeCollector() {
-  FileDescriptor file(memfd_create("output", MFD_CLOEXEC));
+Descriptor makeCollector() {
+  Descriptor file(memfd_create("output", MFD_CLOEXEC));
   if (fcntl(file.get(), F_SETFL, O_APPEND) != 0) {
     throw std::system_error(errno, std::generic_category(), "memfd");
   }
@@ -81,8 +81,8 @@ ChildProcess::ChildProcess(std::vector<std::string> arguments, const Environment
   if (pipe2(ends.data(), O_CLOEXEC) != 0) {
     throw std::system_error(errno, std::generic_category(), "pipe");
   }
-  const FileDescriptor readEnd(ends[0]);
-  input_ = FileDescriptor(ends[1]);
+  const Descriptor readEnd(ends[0]);
+  input_ = Descriptor(ends[1]);
 
   const pid_t self = getpid();
   pid_ = fork();
@@ -181,7 +181,7 @@ bool ChildProcess::write(std::string_view text) {
   return true;
 }
 
-void ChildProcess::closeInput() { input_.reset(); }
+void ChildProcess::closeInput() { input_ = Descriptor(); }
 
 void ChildProcess::signal(int number) {
   if (!exitStatus_) {

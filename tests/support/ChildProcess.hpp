@@ -10,8 +10,8 @@
 
 #include <sys/types.h>
 
+#include "linux/handles/Descriptor.hpp"
 #include "tests/support/Environment.hpp"
-#include "tests/support/FileDescriptor.hpp"
 #include "tests/support/WaitFor.hpp"
 
 namespace nivlo::test {
@@ -71,7 +71,7 @@ class ChildProcess {
  private:
   /// What the program writes to one of its outputs.
   struct Collected {
-    FileDescriptor file;
+    Descriptor file;
     std::size_t searched = 0;  ///< bytes
 
     Collected();
@@ -84,7 +84,7 @@ class ChildProcess {
   std::string name_;
   pid_t pid_ = -1;
   std::optional<int> exitStatus_;
-  FileDescriptor input_;
+  Descriptor input_;
   Collected output_, error_;
 };
 

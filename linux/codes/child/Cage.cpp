@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <csignal>
 #include <initializer_list>
-#include <memory>
 #include <system_error>
 #include <vector>
 
@@ -15,6 +14,7 @@
 
 #include "linux/codes/protocol/Messages.hpp"
 #include "linux/codes/protocol/Sanitized.hpp"
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo {
 
@@ -46,10 +46,7 @@ void setLimits() {
   }
 }
 
-struct FreeFilter {
-  void operator()(void* filter) const { seccomp_release(filter); }
-};
-using Filter = std::unique_ptr<void, FreeFilter>;
+using Filter = Owned<void, seccomp_release>;
 
 struct Call {
   int number;

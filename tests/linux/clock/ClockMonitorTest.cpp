@@ -12,11 +12,11 @@
 
 #include "linux/desktop/clock/ClockMonitor.hpp"
 #include "linux/desktop/clock/LocalMidnight.hpp"
+#include "linux/handles/Descriptor.hpp"
 #include "platform/Foundation/NSNotificationCenter.hpp"
 #include "platform/Foundation/NSString+Format.hpp"
 #include "platform/UIKit/UIApplication.hpp"
 #include "tests/support/Environment.hpp"
-#include "tests/support/FileDescriptor.hpp"
 #include "tests/support/LoopUntil.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 
@@ -65,7 +65,7 @@ class ClockMonitorTest : public testing::Test {
     std::filesystem::rename(fresh, zoneFile_);
   }
 
-  test::FileDescriptor turn_{open("/proc/self/exe", O_RDONLY | O_CLOEXEC)};
+  Descriptor turn_{open("/proc/self/exe", O_RDONLY | O_CLOEXEC)};
   int changes_ = 0;
   test::TemporaryDirectory directory_;
   std::filesystem::path zoneFile_ = directory_.path() / "localtime";

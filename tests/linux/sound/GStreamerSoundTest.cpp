@@ -5,11 +5,11 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include "linux/handles/Descriptor.hpp"
 #include "linux/sound/GStreamerSound.hpp"
 #include "tests/fakes/RecordingLog.hpp"
 #include "tests/support/ChildProcess.hpp"
 #include "tests/support/Environment.hpp"
-#include "tests/support/FileDescriptor.hpp"
 #include "tests/support/LoopUntil.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 
@@ -79,7 +79,7 @@ TEST_F(Sound, IsNotHeardThroughASoundServerOrOutlivesIt) {
   if (!server.waitForLine("Daemon startup complete")) {
     GTEST_SKIP() << "pulseaudio does not run here: " << server.output();
   }
-  const test::FileDescriptor output(open(heard.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const Descriptor output(open(heard.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   ASSERT_GE(output.get(), 0);
   const auto listen = [&] {
     int peak = 0;
