@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include "bundle/NivloWallpaper/NivloWallpaper.hpp"
 #include "kit/UIDevice+Hardware/UIDevice+Hardware.hpp"
 #include "platform/Foundation/NSBundle.hpp"
@@ -23,6 +25,13 @@ bool NivloWallpaper::colorChangesSignificantly() { return true; }
 std::vector<NSDictionary> NivloWallpaper::presetWallpaperOptions() {
   return {preset("nivlowallpaper1", true, "back"), preset("nivlowallpaper2", true, "front"),
           preset("nivlowallpaper3", false, "back"), preset("nivlowallpaper4", false, "front")};
+}
+
+std::string NivloWallpaper::descriptionForOptions(const NSDictionary& options) {
+  const bool front = isEqualToString(options.objectForKey(kCameraKey), "front");
+  const bool scans = boolValue(options.objectForKey(kScanKey));
+  return fmt::format("the {} camera, codes are {}", front ? "front" : "back",
+                     scans ? "offered" : "left alone");
 }
 
 std::string NivloWallpaper::thumbnailImageName() { return "nivlowallpaper1"; }

@@ -36,6 +36,8 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
   /// Four dictionaries, built afresh: codes are scanned in the first two, and the back camera alternates with
   /// the front.
   static std::vector<NSDictionary> presetWallpaperOptions();
+  /// For example "the back camera, codes are offered".
+  static std::string descriptionForOptions(const NSDictionary& options);
   static std::string thumbnailImageName();
   /// The same picture whatever the options are; null where the bundle has none.
   static std::shared_ptr<UIImage> thumbnailImageForOptions(const NSDictionary& options);

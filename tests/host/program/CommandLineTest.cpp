@@ -60,7 +60,7 @@ TEST(ProgramTest, ABundleThatDoesNotFitIsRefusedWithTheReason) {
     EXPECT_THAT(program.waitForExit(), Eq(1));
     return program.output();
   };
-  EXPECT_THAT(refused("Older", "wrong.so"), HasSubstr("was built for version 0"));
+  EXPECT_THAT(refused("Older", "wrong.so"), HasSubstr("was built for version 1"));
   EXPECT_THAT(refused("Stranger", "wrong.so"), HasSubstr("no wallpaper class"));
   EXPECT_THAT(refused("Alias", "wrong.so"), HasSubstr("exports Other"));
   EXPECT_THAT(refused("Missing", "wrong.so"), HasSubstr("holds no class Missing"));
