@@ -12,21 +12,17 @@ namespace nivlo {
 
 namespace {
 
-struct PlacedPicture {
+struct SeenPicture {
   CaptureFrame frame;
   PixelRect source;  ///< of the upright picture
   PixelRect seen;    ///< on the target
 };
 
-std::vector<PlacedPicture> placedPictures(const LaidOutView& view, CGSize target) {
-  std::vector<PlacedPicture> pictures;
-  for (const auto& [layer, rect] : placedPreviews(view, target)) {
-    auto frame = layer->newestFrame();
-    if (!frame.picture) {
-      continue;
-    }
+std::vector<SeenPicture> seenPictures(const LaidOutView& view, CGSize target) {
+  std::vector<SeenPicture> pictures;
+  for (auto& [frame, gravity, rect] : placedPictures(view, target)) {
     const auto size = uprightSize(frame.geometry);
-    const auto fit = fitPicture(size, layer->videoGravity(), rect, target);
+    const auto fit = fitPicture(size, gravity, rect, target);
     const auto seen = toPixels(fit ? fit->seen : CGRect());
     if (seen.width > 0 && seen.height > 0) {
       pictures.push_back({std::move(frame), toPixels(fit->source, size), seen});
@@ -40,7 +36,7 @@ std::vector<PlacedPicture> placedPictures(const LaidOutView& view, CGSize target
 bool LayerRenderer::render(const LaidOutView& view, PixelsView target) {
   constexpr std::uint32_t kBlack = 0xff000000;
   const auto pictures =
-      placedPictures(view, {static_cast<double>(target.width), static_cast<double>(target.height)});
+      seenPictures(view, {static_cast<double>(target.width), static_cast<double>(target.height)});
   const bool filled = std::any_of(pictures.begin(), pictures.end(), [&](const auto& picture) {
     return picture.seen.width == target.width && picture.seen.height == target.height;
   });

@@ -11,8 +11,8 @@ namespace nivlo {
 /// Converts a frame once for all targets that it is drawn into one after the other. Main thread only.
 class LayerRenderer {
  public:
-  /// Draws the view on black, laid out for the target's size. Each preview layer shows its newest frame,
-  /// clipped to the layer. Returns whether any layer had a picture to show.
+  /// Draws the pictures of the view's layers on black, each clipped to its layer. Returns whether any of them
+  /// can be seen.
   bool render(const LaidOutView& view, PixelsView target);
 
  private:

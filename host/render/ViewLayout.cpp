@@ -1,5 +1,7 @@
 #include "host/render/ViewLayout.hpp"
 
+#include <utility>
+
 namespace nivlo {
 
 namespace {
@@ -10,10 +12,11 @@ struct Scale {
 };
 
 void collect(const std::shared_ptr<CALayer>& layer, CGPoint origin, Scale scale,
-             std::vector<PlacedPreview>& found) {
+             std::vector<PlacedPicture>& found) {
   const CGRect rect = CGRectOffset(layer->frame(), origin.x, origin.y);
-  if (auto preview = std::dynamic_pointer_cast<AVCaptureVideoPreviewLayer>(layer)) {
-    found.push_back({std::move(preview),
+  if (auto frame = layer->picture(); frame.picture) {
+    found.push_back({std::move(frame),
+                     layer->videoGravity(),
                      {{rect.origin.x * scale.x, rect.origin.y * scale.y},
                       {rect.size.width * scale.x, rect.size.height * scale.y}}});
   }
@@ -24,8 +27,8 @@ void collect(const std::shared_ptr<CALayer>& layer, CGPoint origin, Scale scale,
 
 }  // namespace
 
-std::vector<PlacedPreview> placedPreviews(const LaidOutView& view, CGSize surface) {
-  std::vector<PlacedPreview> found;
+std::vector<PlacedPicture> placedPictures(const LaidOutView& view, CGSize surface) {
+  std::vector<PlacedPicture> found;
   collect(view.view->layer(), {}, {surface.width / view.size.width, surface.height / view.size.height},
           found);
   return found;

@@ -1,27 +1,30 @@
-// Where a view's previews come to lie on a surface.
+// Where a view's pictures lie on a surface.
 #pragma once
 
 #include <memory>
 #include <vector>
 
-#include "platform/AVFoundation/AVCaptureVideoPreviewLayer.hpp"
+#include "platform/AVFoundation/CaptureFrame.hpp"
+#include "platform/AVFoundation/PictureGeometry.hpp"
 #include "platform/UIKit/UIView.hpp"
 
 namespace nivlo {
 
-/// A view and the size of the surface that its frames were made for. On a surface of another size every layer
-/// takes the same part of it.
+/// A view, and the size of the surface that it was laid out for. On a surface of another size every layer is
+/// stretched with it.
 struct LaidOutView {
   std::shared_ptr<UIView> view;
   CGSize size;
 };
 
-struct PlacedPreview {
-  std::shared_ptr<AVCaptureVideoPreviewLayer> layer;
-  CGRect rect;  ///< on the surface
+/// The picture that a layer shows at the moment, and the layer's place.
+struct PlacedPicture {
+  CaptureFrame frame;  ///< never without a picture
+  AVLayerVideoGravity gravity;
+  CGRect rect;  ///< the layer's, on the surface
 };
 
-/// All preview layers of the view, the lowest first. Main thread only.
-std::vector<PlacedPreview> placedPreviews(const LaidOutView& view, CGSize surface);
+/// The pictures of all layers of the view that have one, the lowest first. Main thread only.
+std::vector<PlacedPicture> placedPictures(const LaidOutView& view, CGSize surface);
 
 }  // namespace nivlo

@@ -1,5 +1,6 @@
 #include "host/show/WallpaperShow.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/Foundation/NSNotificationCenter.hpp"
@@ -51,10 +52,12 @@ WallpaperShow::~WallpaperShow() { wallpaper_->setAnimating(false); }
 LaidOutView WallpaperShow::view() const { return {wallpaper_->view(), size_}; }
 
 void WallpaperShow::frameShown() {
-  const auto previews = placedPreviews(view(), size_);
-  const auto newest = previews.empty() ? nullptr : previews.front().layer->newestFrame().picture;
-  if (newest) {
-    frames_.shown(newest->captureTime);
+  const auto pictures = placedPictures(view(), size_);
+  const auto newest = std::max_element(pictures.begin(), pictures.end(), [](const auto& a, const auto& b) {
+    return a.frame.picture->captureTime < b.frame.picture->captureTime;
+  });
+  if (newest != pictures.end()) {
+    frames_.shown(newest->frame.picture->captureTime);
   }
 }
 

@@ -3,43 +3,33 @@
 #include <atomic>
 #include <utility>
 
-#include "platform/AVFoundation/AVCaptureVideoPreviewLayer.hpp"
 #include "platform/Foundation/Dispatch.hpp"
 
 namespace nivlo {
 
 struct FrameClock::State : std::enable_shared_from_this<State> {
-  std::function<void()> onFrame;  // main thread
+  std::function<void()> onPicture;  // main thread
   std::atomic<bool> called{false};
 
-  void frameCame() {
+  void pictureCame() {
     if (called.exchange(true)) {
       return;
     }
     dispatch_async(dispatch_get_main_queue(), [self = shared_from_this()] {
       self->called = false;
-      if (self->onFrame) {
-        self->onFrame();
+      if (self->onPicture) {
+        self->onPicture();
       }
     });
   }
-
-  void watch(const std::shared_ptr<CALayer>& layer) {
-    if (const auto preview = std::dynamic_pointer_cast<AVCaptureVideoPreviewLayer>(layer)) {
-      preview->setFrameHandler([self = shared_from_this()] { self->frameCame(); });
-    }
-    for (const auto& sublayer : layer->sublayers()) {
-      watch(sublayer);
-    }
-  }
 };
 
-FrameClock::FrameClock(const UIView& view, std::function<void()> onFrame)
+FrameClock::FrameClock(const UIView& view, std::function<void()> onPicture)
     : state_(std::make_shared<State>()) {
-  state_->onFrame = std::move(onFrame);
-  state_->watch(view.layer());
+  state_->onPicture = std::move(onPicture);
+  view.layer()->setPictureHandler([state = state_] { state->pictureCame(); });
 }
 
-FrameClock::~FrameClock() { state_->onFrame = nullptr; }
+FrameClock::~FrameClock() { state_->onPicture = nullptr; }
 
 }  // namespace nivlo

@@ -8,12 +8,12 @@
 
 namespace nivlo {
 
-/// Calls the handler on the main thread after a preview layer in the view's tree has taken a frame; frames
-/// that come faster than they can be drawn share one call. Watches the layers that are there when it is made.
+/// Calls the handler on the main thread after any layer of the view's tree has got a new picture; pictures
+/// that come faster than the main thread gets round to them share one call. A view has one clock at a time.
 /// Main thread only.
 class FrameClock {
  public:
-  FrameClock(const UIView& view, std::function<void()> onFrame);
+  FrameClock(const UIView& view, std::function<void()> onPicture);
   ~FrameClock();
   FrameClock(const FrameClock&) = delete;
   FrameClock& operator=(const FrameClock&) = delete;

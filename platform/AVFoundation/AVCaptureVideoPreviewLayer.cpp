@@ -31,27 +31,6 @@ AVCaptureVideoPreviewLayer::transformedMetadataObjectForMetadataObject(
                                                                object->picture());
 }
 
-CaptureFrame AVCaptureVideoPreviewLayer::newestFrame() const {
-  const std::lock_guard lock(mutex_);
-  return newest_;
-}
-
-void AVCaptureVideoPreviewLayer::setFrameHandler(std::function<void()> handler) {
-  const std::lock_guard lock(mutex_);
-  frameHandler_.swap(handler);
-}
-
-void AVCaptureVideoPreviewLayer::consume(const CaptureFrame& frame) {
-  CaptureFrame previous = frame;
-  std::function<void()> handler;
-  {
-    const std::lock_guard lock(mutex_);
-    std::swap(newest_, previous);  // the older frame's memory goes back outside the lock
-    handler = frameHandler_;
-  }
-  if (handler) {
-    handler();
-  }
-}
+void AVCaptureVideoPreviewLayer::consume(const CaptureFrame& frame) { setPicture(frame); }
 
 }  // namespace nivlo

@@ -15,6 +15,7 @@ void CALayer::addSublayer(std::shared_ptr<CALayer> layer) {
   }
   layer->removeFromSuperlayer();
   layer->superlayer_ = weak_from_this();
+  layer->setPictureHandler(pictureHandler());
   sublayers_.push_back(std::move(layer));
 }
 
@@ -24,7 +25,45 @@ void CALayer::removeFromSuperlayer() {
     return;
   }
   superlayer_.reset();
+  setPictureHandler(nullptr);
   std::erase_if(parent->sublayers_, [this](const auto& sublayer) { return sublayer.get() == this; });
+}
+
+void CALayer::setContents(VideoFramePtr picture) {
+  const auto geometry = picture ? pictureGeometry(*picture, false) : PictureGeometry();
+  setPicture({std::move(picture), geometry});
+}
+
+CaptureFrame CALayer::picture() const {
+  const std::lock_guard lock(mutex_);
+  return picture_;
+}
+
+void CALayer::setPicture(CaptureFrame picture) {
+  {
+    // The replaced picture ends up in `picture`, so its memory is given back outside the lock.
+    const std::lock_guard lock(mutex_);
+    std::swap(picture_, picture);
+  }
+  if (const auto handler = pictureHandler()) {
+    handler();
+  }
+}
+
+void CALayer::setPictureHandler(const std::function<void()>& handler) {
+  {
+    auto replaced = handler;
+    const std::lock_guard lock(mutex_);
+    pictureHandler_.swap(replaced);
+  }
+  for (const auto& sublayer : sublayers_) {
+    sublayer->setPictureHandler(handler);
+  }
+}
+
+std::function<void()> CALayer::pictureHandler() const {
+  const std::lock_guard lock(mutex_);
+  return pictureHandler_;
 }
 
 }  // namespace nivlo

@@ -17,6 +17,12 @@ bool fills(const PictureFit& fit, CGSize surface) {
          std::abs(fit.seen.size.height - surface.height) < kPart;
 }
 
+CGRect stretched(CGRect rect, CGSize from, CGSize to) {
+  const double x = to.width / from.width;
+  const double y = to.height / from.height;
+  return {{rect.origin.x * x, rect.origin.y * y}, {rect.size.width * x, rect.size.height * y}};
+}
+
 PixelRect wholeOf(PictureSize size) { return {0, 0, size.width, size.height}; }
 
 }  // namespace
@@ -39,30 +45,34 @@ void WaylandPainter::remove(WaylandCanvas* canvas) {
   own_.erase(canvas);
 }
 
-std::optional<WaylandPainter::Filling> WaylandPainter::fillingOf(const WaylandCanvas& canvas) const {
-  if (!canvas.canScale() || !view_.view) {
+std::optional<PlacedPicture> WaylandPainter::onlyPicture() const {
+  if (!view_.view) {
     return std::nullopt;
   }
-  const auto previews = placedPreviews(view_, canvas.size());
-  if (previews.size() != 1) {
+  auto pictures = placedPictures(view_, view_.size);
+  return pictures.size() == 1 ? std::optional(std::move(pictures.front())) : std::nullopt;
+}
+
+std::optional<PixelRect> WaylandPainter::fillingPart(const PlacedPicture& placed, PictureSize size,
+                                                     const WaylandCanvas& canvas) const {
+  if (!canvas.canScale()) {
     return std::nullopt;
   }
-  const auto& [layer, rect] = previews.front();
-  const auto frame = layer->newestFrame();
-  const auto fit = frame.picture
-                       ? fitPicture(uprightSize(frame.geometry), layer->videoGravity(), rect, canvas.size())
-                       : std::nullopt;
-  return fit && fills(*fit, canvas.size()) ? std::optional(Filling{layer, rect}) : std::nullopt;
+  const auto surface = canvas.size();
+  const auto rect = stretched(placed.rect, view_.size, surface);
+  const auto fit = fitPicture(size, placed.gravity, rect, surface);
+  return fit && fills(*fit, surface) ? std::optional(toPixels(fit->source, size)) : std::nullopt;
 }
 
 void WaylandPainter::paint() {
+  const auto only = onlyPicture();
   std::vector<WaylandCanvas*> sharing;
   bool drawnAnew = false;
   for (auto* canvas : canvases_) {
     if (!canvas->wantsPicture()) {
       continue;
     }
-    if (fillingOf(*canvas)) {
+    if (only && fillingPart(*only, uprightSize(only->frame.geometry), *canvas)) {
       sharing.push_back(canvas);
     } else if (frameWaits_) {
       paintOwn(*canvas);
@@ -70,19 +80,18 @@ void WaylandPainter::paint() {
     }
   }
   if (!sharing.empty()) {
-    paintShared(sharing);
+    paintShared(*only, sharing);
   } else if (drawnAnew) {
     frameWaits_ = false;
     drawn_();
   }
 }
 
-void WaylandPainter::paintShared(const std::vector<WaylandCanvas*>& wanting) {
-  const auto filling = fillingOf(*wanting.front());
-  const bool drawnAnew = frameWaits_ && convertNewest(filling->layer->newestFrame());
+void WaylandPainter::paintShared(const PlacedPicture& placed, const std::vector<WaylandCanvas*>& wanting) {
+  const bool drawnAnew = frameWaits_ && convert(placed);
   for (auto* canvas : wanting) {
-    if (newest_.pictures && canvas->shown() != newest_.sequence) {
-      paintFrom(newest_, *canvas);
+    if (canvas->shown() != newest_.sequence) {
+      presentNewest(placed, *canvas);
     }
   }
   if (drawnAnew) {
@@ -90,13 +99,13 @@ void WaylandPainter::paintShared(const std::vector<WaylandCanvas*>& wanting) {
   }
 }
 
-bool WaylandPainter::convertNewest(const CaptureFrame& frame) {
-  const auto room = roomFor(shared_, uprightSize(frame.geometry));
+bool WaylandPainter::convert(const PlacedPicture& placed) {
+  const auto room = roomFor(shared_, uprightSize(placed.frame.geometry));
   if (!room) {
-    freeHeldPictures();
+    freeHeldPictures(placed);
     return false;
   }
-  converter_.convert(frame, room->pictures->pixels(room->index));
+  converter_.convert(placed.frame, room->pictures->pixels(room->index));
   newest_ = *room;
   frameWaits_ = false;
   return true;
@@ -112,23 +121,23 @@ std::optional<ShownPicture> WaylandPainter::roomFor(std::shared_ptr<ShmPictures>
 }
 
 /// A canvas that is not asked for pictures may keep an old one for ever; it gets the newest in its place.
-void WaylandPainter::freeHeldPictures() {
+void WaylandPainter::freeHeldPictures(const PlacedPicture& placed) {
   for (auto* canvas : canvases_) {
-    if (!canvas->wantsPicture() && canvas->isConfigured() && newest_.pictures && !canvas->holds(newest_)) {
-      paintFrom(newest_, *canvas);
+    if (!canvas->wantsPicture() && canvas->isConfigured() && !canvas->holds(newest_)) {
+      presentNewest(placed, *canvas);
     }
   }
 }
 
-bool WaylandPainter::paintFrom(const ShownPicture& picture, WaylandCanvas& canvas) {
-  const auto filling = fillingOf(canvas);
-  const auto fit = filling ? fitPicture(picture.pictures->size(), filling->layer->videoGravity(),
-                                        filling->rect, canvas.size())
-                           : std::nullopt;
-  if (fit) {
-    canvas.present(picture, toPixels(fit->source, picture.pictures->size()));
+bool WaylandPainter::presentNewest(const PlacedPicture& placed, WaylandCanvas& canvas) {
+  if (!newest_.pictures) {
+    return false;
   }
-  return fit.has_value();
+  const auto part = fillingPart(placed, newest_.pictures->size(), canvas);
+  if (part) {
+    canvas.present(newest_, *part);
+  }
+  return part.has_value();
 }
 
 void WaylandPainter::paintOwn(WaylandCanvas& canvas) {
@@ -140,7 +149,7 @@ void WaylandPainter::paintOwn(WaylandCanvas& canvas) {
 }
 
 void WaylandPainter::repaint(WaylandCanvas& canvas) {
-  if (newest_.pictures && paintFrom(newest_, canvas)) {
+  if (const auto only = onlyPicture(); only && presentNewest(*only, canvas)) {
     return;
   }
   if (view_.view) {

@@ -36,19 +36,18 @@ class WaylandPainter {
   void repaint(WaylandCanvas& canvas);
 
  private:
-  /// The view, when it is nothing but one picture that fills a surface.
-  struct Filling {
-    std::shared_ptr<AVCaptureVideoPreviewLayer> layer;
-    CGRect rect;
-  };
-
-  std::optional<Filling> fillingOf(const WaylandCanvas& canvas) const;
-  void paintShared(const std::vector<WaylandCanvas*>& wanting);
-  bool convertNewest(const CaptureFrame& frame);
+  /// The view's picture in the view's own coordinates, if it has exactly one.
+  std::optional<PlacedPicture> onlyPicture() const;
+  /// The part of a picture of this size that the compositor can scale to fill the whole canvas, if the
+  /// picture covers it.
+  std::optional<PixelRect> fillingPart(const PlacedPicture& placed, PictureSize size,
+                                       const WaylandCanvas& canvas) const;
+  void paintShared(const PlacedPicture& placed, const std::vector<WaylandCanvas*>& wanting);
+  bool convert(const PlacedPicture& placed);
+  bool presentNewest(const PlacedPicture& placed, WaylandCanvas& canvas);
+  void freeHeldPictures(const PlacedPicture& placed);
   void paintOwn(WaylandCanvas& canvas);
-  bool paintFrom(const ShownPicture& picture, WaylandCanvas& canvas);
   void paintBlack(WaylandCanvas& canvas);
-  void freeHeldPictures();
   std::optional<ShownPicture> roomFor(std::shared_ptr<ShmPictures>& pictures, PictureSize size);
 
   const WaylandGlobals& globals_;

@@ -182,6 +182,36 @@ TEST_F(LayerRendererTest, CornersOfACodeComeToLieWhereTheCodeIsDrawn) {
   }
 }
 
+TEST_F(LayerRendererTest, APlainLayerShowsItsContentsCroppedToItsOwnRectangle) {
+  const auto view = UIView::initWithFrame({{0, 0}, {200, 100}});
+  const auto layer = std::make_shared<CALayer>();
+  layer->setFrame({{50, 0}, {100, 100}});
+  view->layer()->addSublayer(layer);
+  Pixels screen;
+  screen.resize(200, 100);
+  EXPECT_FALSE(test::draw(view, screen)) << "there is nothing to show yet";
+
+  const auto wide = frameOf(quadrantPicture(400, 200), Mode::Format::RGB);
+  layer->setContents(wide);
+  EXPECT_EQ(layer->contents(), wide);
+  EXPECT_TRUE(test::draw(view, screen));
+  EXPECT_THAT(at(screen, 49, 10), IsColor(kBlack)) << "the cropped part must not show beside the layer";
+  EXPECT_THAT(at(screen, 50, 0), IsColor(kRed));
+  EXPECT_THAT(at(screen, 98, 10), IsColor(kRed));
+  EXPECT_THAT(at(screen, 101, 10), IsColor(kGreen));
+  EXPECT_THAT(at(screen, 149, 99), IsColor(kWhite));
+  EXPECT_THAT(at(screen, 150, 99), IsColor(kBlack));
+
+  view->layer()->setContents(frameOf(solidPicture(kBlue, 20, 10), Mode::Format::BGRx));
+  EXPECT_TRUE(test::draw(view, screen));
+  EXPECT_THAT(at(screen, 10, 10), IsColor(kBlue));
+  EXPECT_THAT(at(screen, 50, 0), IsColor(kRed)) << "the sublayer lies on top";
+
+  layer->setContents(nullptr);
+  EXPECT_TRUE(test::draw(view, screen));
+  EXPECT_THAT(at(screen, 50, 0), IsColor(kBlue)) << "an emptied layer hides nothing";
+}
+
 }  // namespace
 
 }  // namespace nivlo::test
