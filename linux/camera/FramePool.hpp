@@ -1,4 +1,4 @@
-// Memory for frames, used again and again.
+// Memory for frames, reused from one frame to the next.
 #pragma once
 
 #include <cstddef>
@@ -7,14 +7,15 @@
 
 namespace nivlo {
 
-/// Lends blocks of one size. A block returns to the pool when its last reference goes, on whatever thread,
-/// and may outlive the pool. Callable from any thread.
+/// Lends blocks of memory and reuses those that come back. Callable from any thread.
 class FramePool {
  public:
-  explicit FramePool(std::size_t bytesPerFrame);
+  FramePool();
 
-  /// A block with whatever was in it before.
-  std::shared_ptr<std::uint8_t> borrow();
+  /// A block of exactly this many bytes, with undefined content. When its last reference goes, on whatever
+  /// thread, the block returns to the pool; it is freed instead where the pool is gone, holds enough blocks
+  /// or has since been asked for another size.
+  std::shared_ptr<std::uint8_t> borrow(std::size_t bytes);
 
  private:
   struct Shelf;

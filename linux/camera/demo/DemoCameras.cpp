@@ -19,6 +19,7 @@ using Clock = PacedStream::Clock;
 
 constexpr std::chrono::milliseconds interval{50};
 constexpr int stride = sceneWidth * 4;
+constexpr std::size_t kFrameBytes = static_cast<std::size_t>(stride) * sceneHeight;
 
 /// One of the cameras. Its scene is made by the first frame, off the main thread: that takes longer than a
 /// frame may.
@@ -31,7 +32,7 @@ class DemoCamera {
 
   VideoFramePtr frameAt(Clock::time_point now) {
     std::call_once(once_, [this] { scene_ = makeScene_(); });
-    auto pixels = pool_.borrow();
+    auto pixels = pool_.borrow(kFrameBytes);
     draw(pixels.get(), std::chrono::duration<double>(now - begin_).count());
     auto frame = std::make_shared<VideoFrame>();
     frame->format = PixelFormat::BGRx;
@@ -54,7 +55,7 @@ class DemoCamera {
   const CameraInfo info_;
   const std::function<std::unique_ptr<DemoScene>()> makeScene_;
   const Clock::time_point begin_ = Clock::now();
-  FramePool pool_{static_cast<std::size_t>(stride) * sceneHeight};
+  FramePool pool_;
   std::once_flag once_;
   std::unique_ptr<DemoScene> scene_;
 };

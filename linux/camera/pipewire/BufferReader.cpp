@@ -104,7 +104,7 @@ std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<Block>& bloc
   for (const Block& block : blocks) {
     size += block.bytes.size();
   }
-  const std::shared_ptr<std::uint8_t> memory = copies_->take(size);
+  const std::shared_ptr<std::uint8_t> memory = copies_.borrow(size);
   std::vector<Block> copied;
   std::uint8_t* to = memory.get();
   for (const Block& block : blocks) {

@@ -8,10 +8,10 @@
 
 #include <pipewire/stream.h>
 
+#include "linux/camera/FramePool.hpp"
 #include "linux/camera/pipewire/BufferLoans.hpp"
 #include "linux/camera/pipewire/FrameLayout.hpp"
 #include "linux/camera/pipewire/JpegDecoder.hpp"
-#include "linux/camera/pipewire/PicturePool.hpp"
 #include "linux/camera/pipewire/StreamFormat.hpp"
 
 namespace nivlo::pipewire {
@@ -44,7 +44,7 @@ class BufferReader {
   int rotation_;
   std::optional<StreamFormat> format_;
   JpegDecoder jpeg_;
-  std::shared_ptr<PicturePool> copies_ = std::make_shared<PicturePool>();
+  FramePool copies_;
 };
 
 }  // namespace nivlo::pipewire

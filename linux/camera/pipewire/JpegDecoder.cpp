@@ -6,8 +6,6 @@
 #include <libyuv/convert.h>
 #include <turbojpeg.h>
 
-#include "linux/camera/pipewire/PicturePool.hpp"
-
 namespace nivlo::pipewire {
 namespace {
 
@@ -18,16 +16,13 @@ int roundUp(int value, int step) { return (value + step - 1) / step * step; }
 
 }  // namespace
 
-JpegDecoder::JpegDecoder()
-    : decompressor_(tjInitDecompress(), tjDestroy), pool_(std::make_shared<PicturePool>()) {}
-
-JpegDecoder::~JpegDecoder() = default;
+JpegDecoder::JpegDecoder() : decompressor_(tjInitDecompress(), tjDestroy) {}
 
 std::shared_ptr<VideoFrame> JpegDecoder::decode(std::span<const std::uint8_t> jpeg, int width, int height) {
   const int stride = roundUp(width, kAlignment);
   const int rows = roundUp(height, 2);
   const std::size_t lumaSize = static_cast<std::size_t>(stride) * rows;
-  const std::shared_ptr<std::uint8_t> memory = pool_->take(lumaSize + lumaSize / 2);
+  const std::shared_ptr<std::uint8_t> memory = pool_.borrow(lumaSize + lumaSize / 2);
   const std::array<Plane, 3> planes{Plane{memory.get(), stride}, Plane{memory.get() + lumaSize, stride / 2},
                                     Plane{memory.get() + lumaSize + lumaSize / 4, stride / 2}};
   if (!decodePlanes(jpeg, planes, width, height)) {

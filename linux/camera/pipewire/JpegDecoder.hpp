@@ -8,17 +8,15 @@
 #include <span>
 #include <vector>
 
+#include "linux/camera/FramePool.hpp"
 #include "platform/drivers/VideoFrame.hpp"
 
 namespace nivlo::pipewire {
-
-class PicturePool;
 
 /// Used on one thread at a time; its frames may go anywhere and outlive it.
 class JpegDecoder {
  public:
   JpegDecoder();
-  ~JpegDecoder();
 
   /// The picture as an I420 frame, BT.601 full range, with no rotation and no time. Null when it is damaged,
   /// incomplete, of a kind that cameras do not send, or not of the size that was announced.
@@ -40,7 +38,7 @@ class JpegDecoder {
   bool isOnlyUntidy() const;
 
   std::unique_ptr<void, int (*)(void*)> decompressor_;
-  std::shared_ptr<PicturePool> pool_;
+  FramePool pool_;
   std::vector<std::uint8_t> chroma_;  ///< of a picture that has more of it than a frame
 };
 
