@@ -13,6 +13,7 @@
 #include "platform/Foundation/NSString+Format.hpp"
 #include "tests/fakes/RecordingLog.hpp"
 #include "tests/support/LoopUntil.hpp"
+#include "tests/support/MockedService.hpp"
 #include "tests/support/PrivateBus.hpp"
 
 namespace nivlo {
@@ -23,60 +24,18 @@ using Names = std::vector<std::string>;
 constexpr auto background = "background";
 constexpr auto foreground = "foreground";
 
-constexpr auto mock = "org.freedesktop.DBus.Mock";
 constexpr auto managerPath = "/org/freedesktop/login1";
 constexpr auto sessionPath = "/org/freedesktop/login1/session/c1";
 constexpr auto manager = "org.freedesktop.login1.Manager";
 constexpr auto session = "org.freedesktop.login1.Session";
 
-/// Plays a service on a private bus.
-class MockedService {
+const char* truth(bool on) { return on ? "true" : "false"; }
+
+class MockedLogin : public test::MockedService {
  public:
-  MockedService(const std::string& address, std::string name, std::vector<std::string> arguments)
-      : name_(std::move(name)),
-        process_(command(std::move(arguments)),
-                 {{"DBUS_SYSTEM_BUS_ADDRESS", address}, {"DBUS_SESSION_BUS_ADDRESS", address}}),
-        bus_(g_dbus_connection_new_for_address_sync(
-            address.c_str(),
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr)) {
-    process_.expectReady(
-        [&] { return call("/", "org.freedesktop.DBus.Introspectable", "Introspect", nullptr) != nullptr; });
-  }
-
-  Owned<GVariant, g_variant_unref> call(const char* path, const char* interface, const char* method,
-                                        const char* arguments) {
-    GVariant* values = arguments ? g_variant_new_parsed(arguments) : nullptr;
-    return Owned<GVariant, g_variant_unref>(
-        g_dbus_connection_call_sync(bus_.get(), name_.c_str(), path, interface, method, values, nullptr,
-                                    G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr));
-  }
-  void emit(const char* path, const std::string& interface, const char* signal, bool on) {
-    call(path, mock, "EmitSignal",
-         stringWithFormat("(%@, %@, 'b', [<%@>])", quoted(interface), quoted(signal), truth(on)).c_str());
-  }
-
- protected:
-  static const char* truth(bool on) { return on ? "true" : "false"; }
-  static std::string quoted(const std::string& text) { return "'" + text + "'"; }
-
- private:
-  static std::vector<std::string> command(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"/usr/bin/python3", "-m", "dbusmock"});
-    return arguments;
-  }
-
-  std::string name_;
-  test::ChildProcess process_;
-  Owned<GDBusConnection, g_object_unref> bus_;
-};
-
-class MockedLogin : public MockedService {
- public:
-  explicit MockedLogin(const std::string& address)
-      : MockedService(address, "org.freedesktop.login1", {"--system", "--template", "logind"}) {
-    EXPECT_TRUE(call(managerPath, mock, "AddSession", "('c1', 'seat0', uint32 1000, 'me', true)"));
+  explicit MockedLogin(const test::PrivateBus& bus)
+      : MockedService(bus, "org.freedesktop.login1", {"--system", "--template", "logind"}) {
+    EXPECT_TRUE(call(managerPath, kMock, "AddSession", "('c1', 'seat0', uint32 1000, 'me', true)"));
   }
 
   void lock() { call(sessionPath, session, "Lock", nullptr); }
@@ -85,10 +44,12 @@ class MockedLogin : public MockedService {
     call(sessionPath, session, "SetLockedHint", stringWithFormat("(%@,)", truth(on)).c_str());
   }
   void setActive(bool on) {
-    call(sessionPath, mock, "UpdateProperties",
+    call(sessionPath, kMock, "UpdateProperties",
          stringWithFormat("(%@, {'Active': <%@>})", quoted(session), truth(on)).c_str());
   }
-  void prepareForSleep(bool on) { emit(managerPath, manager, "PrepareForSleep", on); }
+  void prepareForSleep(bool on) {
+    emit(managerPath, manager, "PrepareForSleep", "b", stringWithFormat("[<%@>]", truth(on)));
+  }
   std::string inhibitors() {
     const auto list = call(managerPath, manager, "ListInhibitors", nullptr);
     const Owned<gchar, g_free> text(list ? g_variant_print(list.get(), FALSE) : nullptr);
@@ -139,7 +100,7 @@ class SessionMonitorTest : public testing::Test {
 };
 
 TEST_F(SessionMonitorTest, GoesToTheBackgroundForEveryReasonTheLoginManagerTells) {
-  MockedLogin login(addressOf(systemBus_));
+  MockedLogin login(systemBus_);
   startWith(login);
   const std::function<void(bool)> reasons[] = {
       [&](bool on) { on ? login.lock() : login.unlock(); },
@@ -167,7 +128,7 @@ TEST_F(SessionMonitorTest, GoesToTheBackgroundForEveryReasonTheLoginManagerTells
 }
 
 TEST_F(SessionMonitorTest, TheMachineSleepsAfterTheCameraIsOffAndNotBefore) {
-  MockedLogin login(addressOf(systemBus_));
+  MockedLogin login(systemBus_);
   startWith(login);
   for (int night = 1; night <= 2; ++night) {
     bool heldBack = false;
@@ -186,16 +147,17 @@ TEST_F(SessionMonitorTest, TheMachineSleepsAfterTheCameraIsOffAndNotBefore) {
 }
 
 TEST_F(SessionMonitorTest, FollowsScreenSaversAndForgetsOneThatDies) {
-  MockedLogin login(addressOf(systemBus_));
+  MockedLogin login(systemBus_);
   for (const std::string desktop : {"freedesktop", "gnome", "mate", "cinnamon"}) {
     SCOPED_TRACE(desktop);
     const auto name = "org." + desktop + ".ScreenSaver";
     const auto path = "/org/" + desktop + "/ScreenSaver";
-    auto saver = std::make_unique<MockedService>(addressOf(sessionBus_), name,
-                                                 std::vector<std::string>{"--session", name, path, name});
-    const auto becomes = [&](bool on) { saver->emit(path.c_str(), name, "ActiveChanged", on); };
-    saver->call(path.c_str(), mock, "AddMethod",
-                ("('" + name + "', 'GetActive', '', 'b', 'ret = True')").c_str());
+    auto saver = std::make_unique<test::MockedService>(
+        sessionBus_, name, std::vector<std::string>{"--session", name, path, name});
+    const auto becomes = [&](bool on) {
+      saver->emit(path, name, "ActiveChanged", "b", stringWithFormat("[<%@>]", truth(on)));
+    };
+    saver->answer(path, name, "GetActive", "", "b", "ret = True");
     start();
     expectPosted({background});
     becomes(false);
