@@ -10,8 +10,8 @@ namespace nivlo {
 
 namespace {
 
-/// ZXing throws over some pictures, mostly where it follows what is no code out of the picture. Only without
-/// memory does it make sense to begin anew.
+/// ZXing throws over some pictures, mostly where it takes something else for a code and follows it out of the
+/// picture. That costs one look; running out of memory ends the process, so that a new one starts afresh.
 std::vector<DecodedCode> codesIn(PictureReader& reader, const LumaPicture& picture,
                                  std::chrono::steady_clock::time_point captureTime) {
   try {

@@ -1,4 +1,4 @@
-// The reader's side of the conversation.
+// nivlo-reader's end of the conversation with the program.
 #pragma once
 
 #include <cstdint>
@@ -11,13 +11,15 @@
 
 namespace nivlo {
 
-/// The answer to a request about the picture at `pixels`; nothing when the bytes are no request. A
-/// picture that the decoder fails at has no codes. Throws std::bad_alloc.
+/// Returns the reply to a request about the picture at `pixels`, which must have as many bytes as the request
+/// says, or nothing if the bytes are not a valid request. A picture over which the decoder throws counts as
+/// one without codes, unless memory ran out: then this throws std::bad_alloc.
 std::optional<std::string> answer(PictureReader& reader, std::string_view request,
                                   const std::uint8_t* pixels);
 
-/// Answers what comes over the socket until its other end is closed. Returns whether all were requests.
-/// Throws std::bad_alloc.
+/// Answers requests from the socket until its other end is closed. `pixels` must have kMaxPicturePixels
+/// bytes. Returns false as soon as a message is not a valid request or the socket fails. Throws
+/// std::bad_alloc.
 bool serve(int socket, const std::uint8_t* pixels);
 
 }  // namespace nivlo

@@ -19,7 +19,7 @@ namespace nivlo {
 
 namespace {
 
-// A failure after this long without one starts the delays anew.
+// After this long without a failure, the next one is logged again and waits as briefly as the first.
 constexpr std::chrono::minutes kForgiveness{1};
 
 class ProcessCodeReader : public CodeReader {
@@ -32,7 +32,7 @@ class ProcessCodeReader : public CodeReader {
       return {};
     }
     const auto luma = lumaOf(frame, luma_);
-    if (!luma || !isOfReadableSize(*luma)) {
+    if (!luma || !hasReadableSize(*luma)) {
       return {};
     }
     try {
@@ -40,8 +40,7 @@ class ProcessCodeReader : public CodeReader {
     } catch (const std::exception& failure) {
       process_.reset();
       if (delayRestart()) {
-        NSLog("codes: the reader %@. It is started again; a picture that ends it again is not read.",
-              std::string(failure.what()));
+        NSLog("codes: %@.", std::string(failure.what()));
       }
       return {};
     }
@@ -50,7 +49,7 @@ class ProcessCodeReader : public CodeReader {
  private:
   using Clock = std::chrono::steady_clock;
 
-  /// Returns whether this is the first failure in a while.
+  /// Schedules the restart. Returns whether this is the first failure in a while, and so worth a log line.
   bool delayRestart() {
     const auto now = Clock::now();
     const bool isFirst = !lastFailure_ || now - *lastFailure_ > kForgiveness;
@@ -75,14 +74,15 @@ class ProcessCodeReader : public CodeReader {
         deadline_);
   }
 
-  bool isOfReadableSize(const LumaPicture& luma) {
+  bool hasReadableSize(const LumaPicture& luma) {
     const LookRequest request{.width = luma.width, .height = luma.height};
-    if (request.isSane()) {
+    if (request.isValid()) {
       return true;
     }
     if (!std::exchange(isSizeReported_, true)) {
-      NSLog("codes: a picture of %d x %d is too large to be read; a smaller copy of it can be.", luma.width,
-            luma.height);
+      NSLog(
+          "codes: a picture of %d x %d pixels is too large to read; scale it down to %d megapixels or less.",
+          luma.width, luma.height, kMaxPicturePixels / 1'000'000);
     }
     return false;
   }
@@ -113,7 +113,7 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
       return std::make_unique<ProcessCodeReader>(program_, deadline_);
     }
     if (!std::exchange(isAbsenceReported_, true)) {
-      NSLog("codes: none are read, because %@ is missing. Installing Nivlo again brings it back.",
+      NSLog("codes: no codes are read because %@ is missing. Reinstall Nivlo to restore it.",
             program_.string());
     }
     return nullptr;

@@ -1,4 +1,4 @@
-// The code reader in a process of its own, which may die.
+// A code reader that decodes in a child process, so that a crash costs one look.
 #pragma once
 
 #include <chrono>
@@ -10,17 +10,21 @@
 
 namespace nivlo {
 
-/// How long a look may take, the start of the process included.
+/// How long one look may take, including the start of the process.
 inline constexpr std::chrono::milliseconds kLiveDeadline{kSanitized ? 5000 : 500};
 
-/// Where nivlo-reader is: beside the running program, or where an installation has it.
+/// The path of nivlo-reader: beside the running program in a build tree, else where it is installed.
 std::filesystem::path readerProgram();
 
-/// Each of its readers has a child process that does what ZXingCodeReader does. The process is started with
-/// the first look and ends with the reader, or with the thread that looks. A look that it does not survive,
-/// does not answer sensibly or has not answered after `deadline` yields no codes; the cause is logged, and a
-/// later look starts another process. Pictures of more than kLargestPicture yield no codes either. Where the
-/// program is missing there are no readers, which is logged once.
+/// Each reader that the driver makes runs a PictureReader in a sandboxed child process. The process starts
+/// with the first look and is killed with the reader, or with the thread that looks.
+///
+/// A look yields no codes if the process crashes, sends an invalid reply or has not replied after `deadline`.
+/// A look at least 0.1 s later then starts a new process; the delay doubles with each further failure, up to
+/// 5 s. The cause of the first failure is logged; after a minute without any, the next one counts as a first
+/// again. A picture of more than kMaxPicturePixels yields no
+/// codes either, which each reader logs once. Without the program, makeReader() returns null, which the
+/// driver logs once.
 std::unique_ptr<CodeReaderDriver> makeProcessCodeReaderDriver(
     std::chrono::milliseconds deadline = kLiveDeadline, std::filesystem::path program = readerProgram());
 

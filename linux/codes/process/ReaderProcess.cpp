@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstring>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -24,26 +25,57 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-[[noreturn]] void fail(int error) {
-  throw std::system_error(error, std::generic_category(), "cannot be started");
+[[noreturn]] void fail(std::string_view cause, std::string_view remedy) {
+  throw std::runtime_error(fmt::format("{}. {}", cause, remedy));
 }
 
-/// The program's end, and the child's, which lies clear of the numbers that are set up in the child.
+[[noreturn]] void failToStart(int error) {
+  fail(fmt::format("no codes are read because nivlo-reader could not be started ({})",
+                   std::generic_category().message(error)),
+       "Nivlo keeps trying; check the limits on processes and open files, or reinstall Nivlo");
+}
+
+[[noreturn]] void failWithInvalidReply() {
+  fail("nivlo-reader sent an invalid reply, which is discarded",
+       "It will be restarted and this picture is skipped; if codes stay unread, reinstall Nivlo");
+}
+
+[[noreturn]] void failWithExit(int waitStatus) {
+  if (WIFSIGNALED(waitStatus)) {
+    const int signal = WTERMSIG(waitStatus);
+    const char* description = sigdescr_np(signal);
+    fail(fmt::format(
+             "nivlo-reader was killed by signal {} ({}), probably because of a picture it cannot handle",
+             signal, description ? description : "unknown"),
+         "It will be restarted and this picture is skipped");
+  }
+  if (WEXITSTATUS(waitStatus) == kReaderNotSandboxed) {
+    fail(
+        "no codes are read because nivlo-reader cannot set up its sandbox here",
+        "Allow seccomp and resource limits, for example in the settings of the container that Nivlo runs in");
+  }
+  fail(fmt::format("nivlo-reader exited with status {}", WEXITSTATUS(waitStatus)),
+       "It will be restarted and this picture is skipped; if codes stay unread, reinstall Nivlo");
+}
+
+/// Returns the program's end and the child's. The child's number is above those that the child inherits, so
+/// that setting up one of them cannot overwrite it.
 std::pair<Descriptor, Descriptor> makeSockets() {
   std::array<int, 2> ends{};
   if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-    fail(errno);
+    failToStart(errno);
   }
   Descriptor ours(ends[0]);
   const Descriptor low(ends[1]);
   Descriptor theirs(fcntl(low.get(), F_DUPFD_CLOEXEC, kReaderPicture + 1));
   if (theirs.get() < 0) {
-    fail(errno);
+    failToStart(errno);
   }
   return {std::move(ours), std::move(theirs)};
 }
 
-/// What the child begins with: nothing but its own two descriptors.
+/// Leaves the child no descriptors but its own two and the standard ones, which lead to /dev/null. Sanitizers
+/// report on standard error, so there it stays open.
 class FileActions {
  public:
   FileActions(int socket, int picture) {
@@ -67,8 +99,8 @@ class FileActions {
   posix_spawn_file_actions_t actions_{};
 };
 
-/// No signal blocked or ignored; a session of its own, so that Ctrl+C in a terminal ends the program alone
-/// and no terminal can be typed into.
+/// Unblocks all signals and restores their default actions. Gives the child a session of its own, so that it
+/// does not receive Ctrl+C meant for the program and cannot put input into the terminal.
 class Attributes {
  public:
   Attributes() {
@@ -91,7 +123,7 @@ class Attributes {
   posix_spawnattr_t attributes_{};
 };
 
-/// Returns whether it can be read from, or has been closed at the other end, before the deadline.
+/// Returns true once the descriptor can be read or its other end has been closed, false at the deadline.
 bool waitUntilReadable(int descriptor, Clock::time_point deadline) {
   for (;;) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
@@ -109,7 +141,7 @@ bool waitUntilReadable(int descriptor, Clock::time_point deadline) {
 }  // namespace
 
 ReaderProcess::ReaderProcess(const std::filesystem::path& program, int picture)
-    : reply_(kLongestReply, '\0') {
+    : reply_(kMaxReplySize, '\0') {
   auto [ours, theirs] = makeSockets();
   const FileActions actions(theirs.get(), picture);
   const Attributes attributes;
@@ -119,53 +151,41 @@ ReaderProcess::ReaderProcess(const std::filesystem::path& program, int picture)
   const int error =
       posix_spawn(&pid_, name.c_str(), actions.get(), attributes.get(), arguments.data(), environment.data());
   if (error != 0) {
-    fail(error);
+    failToStart(error);
   }
   socket_ = std::move(ours);
 }
 
-ReaderProcess::~ReaderProcess() { end(); }
+ReaderProcess::~ReaderProcess() { killAndReap(); }
 
 std::vector<DecodedCode> ReaderProcess::look(LookRequest request, std::chrono::milliseconds deadline) {
   request.number = ++looks_;
   const auto end = Clock::now() + deadline;
   if (send(socket_.get(), &request, sizeof request, MSG_NOSIGNAL) < 0) {
-    failAsItEnded();
+    failWithExit(killAndReap());
   }
   if (!waitUntilReadable(socket_.get(), end)) {
-    throw std::runtime_error(fmt::format("had not answered after {} ms", deadline.count()));
+    fail(fmt::format("nivlo-reader did not reply within {} ms and is killed", deadline.count()),
+         "It will be restarted and this picture is skipped; the computer may be overloaded");
   }
-  // A longer answer is cut, but its whole length is told.
+  // With MSG_TRUNC a reply that is too long is cut, but its full length is returned.
   const auto size = recv(socket_.get(), reply_.data(), reply_.size(), MSG_TRUNC | MSG_DONTWAIT);
   if (size <= 0) {
-    failAsItEnded();
+    failWithExit(killAndReap());
   }
   if (static_cast<std::size_t>(size) > reply_.size()) {
-    throw std::runtime_error("answered too much");
+    failWithInvalidReply();
   }
   auto codes = parseReply(request, std::string_view(reply_).substr(0, size));
   if (!codes) {
-    throw std::runtime_error("answered nonsense");
+    failWithInvalidReply();
   }
   return std::move(*codes);
 }
 
-void ReaderProcess::failAsItEnded() {
-  const int status = end();
-  if (WIFEXITED(status) && WEXITSTATUS(status) == kReaderUncaged) {
-    throw std::runtime_error("runs only where system calls can be filtered (seccomp), which is not so here");
-  }
-  if (WIFEXITED(status)) {
-    throw std::runtime_error(fmt::format("ended with status {}", WEXITSTATUS(status)));
-  }
-  const int signal = WTERMSIG(status);
-  const char* description = sigdescr_np(signal);
-  throw std::runtime_error(
-      fmt::format("was ended by signal {} ({})", signal, description ? description : "unknown"));
-}
-
-/// Returns its status. One that has ended by itself keeps its own.
-int ReaderProcess::end() {
+/// Returns the wait status, which is the process's own if it has ended by itself, and 0 if it is gone
+/// already.
+int ReaderProcess::killAndReap() {
   if (pid_ < 0) {
     return 0;
   }

@@ -1,4 +1,4 @@
-// The reader's process, seen from the program that uses it.
+// The program's end of the conversation with nivlo-reader.
 #pragma once
 
 #include <chrono>
@@ -13,24 +13,26 @@
 
 namespace nivlo {
 
-/// Lives from construction on, until it is destroyed, which takes no time, or the thread that made it ends.
-/// After anything has been thrown it is of no more use. Used by one thread.
+/// A running nivlo-reader. It is killed when this object is destroyed, which does not wait for a look to end,
+/// and when the thread that constructed it ends. Once a look has thrown, the object can only be destroyed.
+/// For use by one thread.
 class ReaderProcess {
  public:
-  /// Starts the program, which is to look at pictures in `picture`, a descriptor of shared memory. Throws
-  /// std::system_error.
+  /// Starts the program and hands it `picture`, the descriptor of a SharedPicture. Throws std::runtime_error,
+  /// worded as look() words it.
   ReaderProcess(const std::filesystem::path& program, int picture);
   ~ReaderProcess();
   ReaderProcess(const ReaderProcess&) = delete;
   ReaderProcess& operator=(const ReaderProcess&) = delete;
 
-  /// Has it look at the picture, which must not change meanwhile. Throws std::runtime_error, whose text goes
-  /// on from "the reader", when it has ended, answers nonsense or has not answered in time.
+  /// Returns the codes in the shared picture, which must not change meanwhile; `request.number` is filled in
+  /// here. Blocks until the reply arrives. Throws std::runtime_error if the process has ended, sends an
+  /// invalid reply or has not replied within `deadline`; its text names the cause and the remedy for the log,
+  /// without a full stop at the end.
   std::vector<DecodedCode> look(LookRequest request, std::chrono::milliseconds deadline);
 
  private:
-  [[noreturn]] void failAsItEnded();
-  int end();
+  int killAndReap();
 
   pid_t pid_ = -1;
   Descriptor socket_;

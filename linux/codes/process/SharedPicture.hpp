@@ -1,4 +1,4 @@
-// The memory in which pictures go to the reader.
+// The shared memory that carries pictures to nivlo-reader.
 #pragma once
 
 #include <cstdint>
@@ -8,20 +8,21 @@
 
 namespace nivlo {
 
-/// Has room for kLargestPicture; takes as much memory as the largest picture so far. Nobody can change its
-/// size or get to write to it by its descriptor.
+/// Has room for kMaxPicturePixels but occupies only as much memory as the largest picture written so far.
+/// Whoever holds its descriptor can read it but neither resize it nor map it writable. For use by one thread.
 class SharedPicture {
  public:
-  /// Throws std::system_error.
+  /// Throws std::runtime_error, whose text names the cause and the remedy for the log.
   SharedPicture();
   ~SharedPicture();
   SharedPicture(const SharedPicture&) = delete;
   SharedPicture& operator=(const SharedPicture&) = delete;
 
-  /// The picture must have kLargestPicture at most.
+  /// Replaces the picture. `picture` may have kMaxPicturePixels at most, which is not checked.
   void write(const LumaPicture& picture);
 
-  /// For a reader to map; never a standard one or one of those that the reader begins with.
+  /// The descriptor for nivlo-reader to map. Its number is above those that the child inherits, so that
+  /// setting up one of them cannot overwrite it.
   int descriptor() const { return memory_.get(); }
 
  private:

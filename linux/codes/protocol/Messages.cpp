@@ -15,18 +15,18 @@ namespace nivlo {
 namespace {
 
 constexpr std::size_t kCorners = 4;
-constexpr std::size_t kMostCodes = 64;
+constexpr std::size_t kMaxCodes = 64;
 
 struct ReplyHeader {
   std::uint64_t number;
   std::uint64_t codeCount;
 };
 
-/// Its text follows it.
+/// Precedes each code's text.
 struct CodeHeader {
   std::array<CGPoint, kCorners> corners;
-  std::uint32_t type;  ///< index into kMachineReadableCodeTypes
-  std::uint32_t textLength;
+  std::uint32_t type;        ///< index into kMachineReadableCodeTypes
+  std::uint32_t textLength;  ///< bytes
 };
 
 template <typename Part>
@@ -34,7 +34,8 @@ void append(std::string& message, const Part& part) {
   message.append(reinterpret_cast<const char*>(&part), sizeof part);
 }
 
-/// Takes what is at the beginning of `bytes` off it. Returns false where there is too little.
+/// Moves a Part from the front of `bytes` into `part`. Returns false, and leaves both alone, if there are too
+/// few bytes.
 template <typename Part>
 bool take(std::string_view& bytes, Part& part) {
   if (bytes.size() < sizeof part) {
@@ -58,23 +59,25 @@ bool isValidUTF8(std::string_view text) {
   return true;
 }
 
-/// A coordinate that is no number is in no picture.
-bool isIn(const LookRequest& picture, CGPoint point) {
+/// False for a NaN, which fails every comparison.
+bool isInside(const LookRequest& picture, CGPoint point) {
   return point.x >= 0 && point.y >= 0 && point.x <= picture.width && point.y <= picture.height;
 }
 
+/// Returns nothing for a code that cannot be described: an unknown type, or not four finite corners.
 std::optional<CodeHeader> headerOf(const LookRequest& picture, const DecodedCode& code) {
   const auto type = std::find(kMachineReadableCodeTypes.begin(), kMachineReadableCodeTypes.end(), code.type);
   if (type == kMachineReadableCodeTypes.end() || code.corners.size() != kCorners) {
     return std::nullopt;
   }
-  const auto isSomewhere = [](CGPoint corner) { return std::isfinite(corner.x) && std::isfinite(corner.y); };
-  if (!std::all_of(code.corners.begin(), code.corners.end(), isSomewhere)) {
+  const auto isFinite = [](CGPoint corner) { return std::isfinite(corner.x) && std::isfinite(corner.y); };
+  if (!std::all_of(code.corners.begin(), code.corners.end(), isFinite)) {
     return std::nullopt;
   }
+  // A text above the limit never fits a reply; the bound only keeps its length from wrapping.
   CodeHeader header{{},
                     static_cast<std::uint32_t>(type - kMachineReadableCodeTypes.begin()),
-                    static_cast<std::uint32_t>(std::min(code.text.size(), kLongestReply))};
+                    static_cast<std::uint32_t>(std::min(code.text.size(), kMaxReplySize))};
   std::transform(code.corners.begin(), code.corners.end(), header.corners.begin(), [&](CGPoint corner) {
     return CGPoint{std::clamp<double>(corner.x, 0, picture.width),
                    std::clamp<double>(corner.y, 0, picture.height)};
@@ -84,11 +87,11 @@ std::optional<CodeHeader> headerOf(const LookRequest& picture, const DecodedCode
 
 }  // namespace
 
-bool LookRequest::isSane() const { return width > 0 && height > 0 && width <= kLargestPicture / height; }
+bool LookRequest::isValid() const { return width > 0 && height > 0 && width <= kMaxPicturePixels / height; }
 
 std::optional<LookRequest> parseRequest(std::string_view bytes) {
   LookRequest request;
-  if (!take(bytes, request) || !bytes.empty() || !request.isSane()) {
+  if (!take(bytes, request) || !bytes.empty() || !request.isValid()) {
     return std::nullopt;
   }
   return request;
@@ -100,7 +103,7 @@ std::string makeReply(const LookRequest& request, const std::vector<DecodedCode>
   for (const DecodedCode& code : codes) {
     const auto codeHeader = headerOf(request, code);
     const std::size_t size = sizeof header + body.size() + sizeof(CodeHeader) + code.text.size();
-    if (!codeHeader || size > kLongestReply || header.codeCount == kMostCodes) {
+    if (!codeHeader || size > kMaxReplySize || header.codeCount == kMaxCodes) {
       continue;
     }
     append(body, *codeHeader);
@@ -114,10 +117,10 @@ std::string makeReply(const LookRequest& request, const std::vector<DecodedCode>
 
 std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, std::string_view bytes) {
   ReplyHeader header{};
-  if (bytes.size() > kLongestReply || !take(bytes, header)) {
+  if (bytes.size() > kMaxReplySize || !take(bytes, header)) {
     return std::nullopt;
   }
-  if (header.number != request.number || header.codeCount > kMostCodes) {
+  if (header.number != request.number || header.codeCount > kMaxCodes) {
     return std::nullopt;
   }
   std::vector<DecodedCode> codes;
@@ -128,7 +131,7 @@ std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, s
       return std::nullopt;
     }
     if (!std::all_of(code.corners.begin(), code.corners.end(),
-                     [&](CGPoint corner) { return isIn(request, corner); })) {
+                     [&](CGPoint corner) { return isInside(request, corner); })) {
       return std::nullopt;
     }
     const auto text = bytes.substr(0, code.textLength);

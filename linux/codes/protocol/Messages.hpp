@@ -1,4 +1,4 @@
-// What the program and its reader, a child process, say to each other: a message each way a look.
+// The messages between the program and its code reader, a child process: one each way for each look.
 #pragma once
 
 #include <cstddef>
@@ -12,38 +12,41 @@
 
 namespace nivlo {
 
-/// Pixels that a picture may have; the memory that both sides share has a byte for each.
-inline constexpr int kLargestPicture = 8192 * 8192;
-/// No answer is longer, in bytes.
-inline constexpr std::size_t kLongestReply = std::size_t{128} * 1024;
+/// The most pixels that a picture may have. The shared memory has one byte for each.
+inline constexpr int kMaxPicturePixels = 8192 * 8192;
+/// The length of the longest reply, in bytes.
+inline constexpr std::size_t kMaxReplySize = std::size_t{128} * 1024;
 
-/// The descriptors that the child begins with, besides the standard ones.
+/// The descriptors that the child inherits besides the standard ones: a SOCK_SEQPACKET socket, which keeps
+/// messages apart, and the shared memory.
 inline constexpr int kReaderSocket = 3;
 inline constexpr int kReaderPicture = 4;
 
-/// The status with which the child ends where it cannot be locked in.
-inline constexpr int kReaderUncaged = 70;
+/// The child's exit status when its sandbox cannot be set up.
+inline constexpr int kReaderNotSandboxed = 70;
 
-/// Asks for a look at the luma in the shared memory, whose rows follow one another without padding.
+/// Asks for a look at the luma in the shared memory, whose rows are stored without padding. It is sent as the
+/// bytes of this struct, because both ends are built together and run on the same machine.
 struct LookRequest {
-  std::uint64_t number = 0;      ///< the answer repeats it
-  std::int64_t captureTime = 0;  ///< of the steady clock, in its own ticks
+  std::uint64_t number = 0;      ///< repeated by the reply
+  std::int64_t captureTime = 0;  ///< ticks of std::chrono::steady_clock since its epoch
   std::int32_t width = 0;        ///< pixels
   std::int32_t height = 0;       ///< pixels
 
-  /// Whether it is about a picture, and one that fits the shared memory.
-  bool isSane() const;
+  /// Whether the size is positive and the picture fits the shared memory.
+  bool isValid() const;
 };
 
-/// Nothing when the bytes are no sane request.
+/// Returns the request, or nothing if the bytes are not exactly one valid request.
 std::optional<LookRequest> parseRequest(std::string_view bytes);
 
-/// The answer to a request. Corners are moved into the picture; codes that have none anywhere and
-/// those beyond the answer's room are left out.
+/// Returns the reply to a request. Corners outside the picture are moved to its edge. Codes of an unknown
+/// type, without four finite corners, or for which the reply has no room are left out.
 std::string makeReply(const LookRequest& request, const std::vector<DecodedCode>& codes);
 
-/// The codes of an answer, of which nothing is believed. Nothing when it is not what makeReply could have
-/// made of this request. A code whose text is no valid UTF-8 is left out.
+/// Returns the codes of a reply, which is validated in full because a hostile picture may have taken over the
+/// child. Returns nothing if makeReply could not have produced these bytes for this request. A code whose
+/// text is not valid UTF-8 is left out; the others count.
 std::optional<std::vector<DecodedCode>> parseReply(const LookRequest& request, std::string_view bytes);
 
 }  // namespace nivlo

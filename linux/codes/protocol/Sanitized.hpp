@@ -1,10 +1,10 @@
-// Whether this is a build for finding faults.
+// Whether this build runs under a sanitizer.
 #pragma once
 
 namespace nivlo {
 
-/// The sanitizers' own code reads files, maps terabytes and is slow, so the reader's process cannot be held
-/// as tightly there as in the program that users run.
+/// True in sanitizer builds. A sanitizer's runtime opens files, reserves terabytes of address space and is
+/// slow, so there the reader's sandbox and deadline are looser than in the program that users run.
 #ifdef NIVLO_SANITIZED
 inline constexpr bool kSanitized = true;
 #else

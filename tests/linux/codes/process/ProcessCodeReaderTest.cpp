@@ -25,7 +25,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using Clock = std::chrono::steady_clock;
 
-/// The only child of this process, or 0.
+/// The process ID of the only child of this process, or 0 if there is none.
 pid_t readerPid() {
   for (const auto& process : fs::directory_iterator("/proc")) {
     std::ifstream file(process.path() / "stat");
@@ -48,7 +48,7 @@ int residentPages() {
   return resident;
 }
 
-class ProcessReader : public testing::Test {
+class ProcessCodeReaderTest : public testing::Test {
  protected:
   bool reads(CodeReader& reader) {
     return waitFor([&] { return !reader.look(code_).empty(); });
@@ -59,16 +59,20 @@ class ProcessReader : public testing::Test {
   VideoFrame code_ = frameOf(drawCode(BARCODE_QRCODE, "still here"), PixelFormat::NV12, 5);
 };
 
-TEST_F(ProcessReader, FaultsEndItAreToldOnceAndReachNothing) {
-  std::vector<std::pair<std::string, std::string>> faults = {
-      {"aborts", "was ended by signal 6"},    {"opens", "was ended by signal 31"},
-      {"connects", "was ended by signal 31"}, {"forks", "was ended by signal 31"},
-      {"hangs", "had not answered after 50"}, {"babbles", "answered nonsense"},
-      {"floods", "answered too much"},        {"writes", "answered nonsense"},
-      {"shrinks", "answered nonsense"},       {"inherits", "answered nonsense"}};
-  // Not limited where sanitizers are.
+TEST_F(ProcessCodeReaderTest, EveryFaultEndsTheProcessIsLoggedOnceAndYieldsNoCodes) {
+  std::vector<std::pair<std::string, std::string>> faults = {{"aborts", "killed by signal 6"},
+                                                             {"opens", "killed by signal 31"},
+                                                             {"connects", "killed by signal 31"},
+                                                             {"forks", "killed by signal 31"},
+                                                             {"hangs", "within 50 ms"},
+                                                             {"babbles", "sent an invalid reply"},
+                                                             {"floods", "sent an invalid reply"},
+                                                             {"writes", "sent an invalid reply"},
+                                                             {"shrinks", "sent an invalid reply"},
+                                                             {"inherits", "sent an invalid reply"}};
+  // Sanitizer builds have no limit on memory.
   if (!kSanitized) {
-    faults.emplace_back("hoards", "was ended by signal 6");
+    faults.emplace_back("hoards", "killed by signal 6");
   }
   for (const auto& [fault, cause] : faults) {
     const auto before = machine_.log.lines().size();
@@ -87,7 +91,7 @@ TEST_F(ProcessReader, FaultsEndItAreToldOnceAndReachNothing) {
   EXPECT_EQ(machine_.log.count("missing"), 1);
 }
 
-TEST_F(ProcessReader, IsReplacedHoweverOftenItIsKilledOrStoppedAndLeavesNothingBehind) {
+TEST_F(ProcessCodeReaderTest, AProcessThatIsKilledOrStoppedIsRestartedAndLeaksNothing) {
   auto reader = makeProcessCodeReaderDriver()->makeReader();
   ASSERT_TRUE(reads(*reader));
   const auto descriptors = openDescriptors();
@@ -107,14 +111,14 @@ TEST_F(ProcessReader, IsReplacedHoweverOftenItIsKilledOrStoppedAndLeavesNothingB
     EXPECT_LT(Clock::now() - start, kLiveDeadline + 500ms);
   }
   EXPECT_TRUE(reads(*reader));
-  EXPECT_EQ(machine_.log.count("codes: the reader"), 1);
+  EXPECT_EQ(machine_.log.count("codes: nivlo-reader"), 1);
   EXPECT_EQ(openDescriptors(), descriptors);
   EXPECT_LT(residentPages(), pages + 2048);
   reader.reset();
   EXPECT_EQ(readerPid(), 0);
 }
 
-TEST_F(ProcessReader, RefusesAbsurdPicturesBeforeTheyReachIt) {
+TEST_F(ProcessCodeReaderTest, PicturesOfAbsurdSizesAreRefusedBeforeAProcessIsStarted) {
   const auto reader = makeProcessCodeReaderDriver()->makeReader();
   const int sizes[][3] = {
       {8193, 8192, 8193}, {INT_MAX, 1, INT_MAX}, {1, INT_MAX, 1}, {1 << 20, 1 << 20, 1 << 20},
@@ -130,7 +134,7 @@ TEST_F(ProcessReader, RefusesAbsurdPicturesBeforeTheyReachIt) {
   EXPECT_EQ(machine_.log.count("too large"), 1);
 }
 
-TEST_F(ProcessReader, HoldsTheDeadlineWithAPictureFullOfFinderPatternsAndReadsOn) {
+TEST_F(ProcessCodeReaderTest, APictureFullOfFinderPatternsKeepsTheDeadlineAndLaterOnesAreRead) {
   const auto reader = makeProcessCodeReaderDriver()->makeReader();
   GreyPicture scene = greyPicture(1280, 720, 255);
   for (int i = 0; i < 1280 * 720; ++i) {

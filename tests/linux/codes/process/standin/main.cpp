@@ -1,5 +1,5 @@
-// nivlo-test-reader: stands in for nivlo-reader in the same cage, and goes wrong in the way that the name it
-// is started by says.
+// nivlo-test-reader: takes the place of nivlo-reader, in the same sandbox, and fails in the way that the name
+// it is started by says.
 #include <array>
 #include <cstdlib>
 #include <string>
@@ -10,13 +10,15 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "linux/codes/child/Cage.hpp"
+#include "linux/codes/child/Sandbox.hpp"
 #include "linux/codes/protocol/Messages.hpp"
 
 int main(int, char** arguments) {
   using namespace nivlo;
   const std::string name = arguments[0];
   const auto fault = name.substr(name.rfind('/') + 1);
+  // These three must be impossible: status 1 says that one was not. Otherwise they go on to the reply below,
+  // which is too short to be valid.
   if (fault == "inherits" && (environ[0] != nullptr || dup(STDIN_FILENO) != kReaderPicture + 1)) {
     return 1;
   }
@@ -26,7 +28,7 @@ int main(int, char** arguments) {
   if (fault == "shrinks" && ftruncate(kReaderPicture, 0) == 0) {
     return 1;
   }
-  enterCage();
+  enterSandbox();
   std::array<char, 64> request{};
   recv(kReaderSocket, request.data(), request.size(), 0);
   std::string answer(request.data(), sizeof(std::uint64_t));
@@ -51,7 +53,7 @@ int main(int, char** arguments) {
     answer += std::string(8, '\1');
   }
   if (fault == "floods") {
-    answer += std::string(kLongestReply, '\0');
+    answer += std::string(kMaxReplySize, '\0');
   }
   if (fault == "hangs") {
     for (;;) {

@@ -1,4 +1,4 @@
-#include "linux/codes/child/Cage.hpp"
+#include "linux/codes/child/Sandbox.hpp"
 
 #include <cerrno>
 #include <csignal>
@@ -20,8 +20,8 @@ namespace nivlo {
 
 namespace {
 
-// The picture, a negative of it and what the strategies and ZXing need fit three times.
-constexpr rlim_t kMostMemory = 512ULL << 20;
+// About three times what the largest picture, its inverted copy, the strategies and ZXing need together.
+constexpr rlim_t kAddressSpaceLimit = 512ULL << 20;
 constexpr int kNiceness = 5;
 
 void require(bool done, const char* what) {
@@ -30,9 +30,9 @@ void require(bool done, const char* what) {
   }
 }
 
-void limit(__rlimit_resource resource, rlim_t most) {
-  const rlimit limits{most, most};
-  require(setrlimit(resource, &limits) == 0, "a limit cannot be set");
+void limit(__rlimit_resource resource, rlim_t value) {
+  const rlimit limits{value, value};
+  require(setrlimit(resource, &limits) == 0, "cannot set a resource limit");
 }
 
 void setLimits() {
@@ -40,9 +40,9 @@ void setLimits() {
   limit(RLIMIT_FSIZE, 0);
   limit(RLIMIT_NOFILE, 0);
   limit(RLIMIT_NPROC, 0);
-  // AddressSanitizer and ThreadSanitizer reserve terabytes of addresses.
+  // AddressSanitizer and ThreadSanitizer reserve terabytes of address space.
   if (!kSanitized) {
-    limit(RLIMIT_AS, kMostMemory);
+    limit(RLIMIT_AS, kAddressSpaceLimit);
   }
 }
 
@@ -58,12 +58,13 @@ void add(const Filter& filter, std::uint32_t action, const std::vector<Call>& ca
     const int error = seccomp_rule_add_array(filter.get(), action, number,
                                              static_cast<unsigned>(conditions.size()), conditions.data());
     if (error != 0) {
-      throw std::system_error(-error, std::generic_category(), "no rule for a system call");
+      throw std::system_error(-error, std::generic_category(), "cannot add a rule to the system-call filter");
     }
   }
 }
 
-/// Memory without code, the socket, the last words of a program that aborts, and the end.
+/// Allows memory that is not executable, the socket, a last message on standard error, and ending, also by
+/// abort(). Every other system call kills the process.
 Filter makeFilter() {
   Filter filter(seccomp_init(SCMP_ACT_KILL_PROCESS));
   add(filter, SCMP_ACT_ALLOW,
@@ -86,9 +87,10 @@ Filter makeFilter() {
   return filter;
 }
 
-/// Under a sanitizer, whose own calls are many and change, only what the cage is for is kept out. It is less
-/// than makeFilter does: a report that wants to open a file ends before it is written.
-Filter makeLaxFilter() {
+/// Kills the process only at the system calls that the sandbox exists to stop. A sanitizer's runtime makes
+/// many other calls, which differ from version to version. A sanitizer report that has to open a file is
+/// lost.
+Filter makeSanitizerFilter() {
   Filter filter(seccomp_init(SCMP_ACT_ALLOW));
   add(filter, SCMP_ACT_KILL_PROCESS,
       {{SCMP_SYS(open), {}},
@@ -108,16 +110,16 @@ Filter makeLaxFilter() {
 
 }  // namespace
 
-void enterCage() {
-  require(prctl(PR_SET_PDEATHSIG, SIGKILL) == 0, "the process would outlive its parent");
-  require(prctl(PR_SET_DUMPABLE, 0) == 0, "other processes could look inside");
-  require(prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0, "rights could be gained");
-  require(setpriority(PRIO_PROCESS, 0, kNiceness) == 0, "the priority cannot be lowered");
+void enterSandbox() {
+  require(prctl(PR_SET_PDEATHSIG, SIGKILL) == 0, "cannot arrange to be killed with the parent");
+  require(prctl(PR_SET_DUMPABLE, 0) == 0, "cannot forbid debuggers and core dumps");
+  require(prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0, "cannot give up gaining privileges");
+  require(setpriority(PRIO_PROCESS, 0, kNiceness) == 0, "cannot lower the priority");
   setLimits();
-  const Filter filter = kSanitized ? makeLaxFilter() : makeFilter();
+  const Filter filter = kSanitized ? makeSanitizerFilter() : makeFilter();
   const int error = seccomp_load(filter.get());
   if (error != 0) {
-    throw std::system_error(-error, std::generic_category(), "system calls cannot be filtered");
+    throw std::system_error(-error, std::generic_category(), "cannot load the system-call filter");
   }
 }
 
