@@ -56,13 +56,15 @@ void CameraCapture::openStream(const CameraNode& camera) {
     failed_ = true;
     timer_.set({});
   };
-  const auto nonsense = [this](const std::string& cause) {
-    NSLog("camera %@: %@; such pictures are left out. Another mode or driver of the camera may help", name_,
-          cause);
+  const auto defective = [this](const std::string& cause) {
+    NSLog(
+        "camera %@: %@, so those pictures are not shown; try another driver for it, or choose another camera "
+        "with --source",
+        name_, cause);
   };
   stream_.emplace(
       loop_, registry_.core(), camera,
-      VideoStream::Callbacks{[this](const VideoFramePtr& frame) { frameArrived(frame); }, failed, nonsense});
+      VideoStream::Callbacks{[this](const VideoFramePtr& frame) { frameArrived(frame); }, failed, defective});
 }
 
 void CameraCapture::dropStream(bool cameraIsGone) {

@@ -43,7 +43,7 @@ const pw_stream_events VideoStream::kEvents = [] {
   events.add_buffer = [](void* data, pw_buffer* buffer) {
     auto* self = static_cast<VideoStream*>(data);
     if (!self->loans_.add(buffer)) {
-      self->reportOnce("a buffer cannot be mapped");
+      self->reportOnce("its buffers cannot be mapped");
     }
   };
   events.remove_buffer = [](void* self, pw_buffer* buffer) {
@@ -101,7 +101,7 @@ void VideoStream::stateChanged(pw_stream_state state) {
 void VideoStream::formatChanged(const spa_pod* format) {
   const std::optional<StreamFormat> parsed = parseFormat(format);
   if (!parsed) {
-    reportOnce("its format cannot be read");
+    reportOnce("it chose a format that cannot be read");
     pw_stream_set_error(stream_, -EINVAL, "unsupported format");
     return;
   }
@@ -129,12 +129,13 @@ void VideoStream::process() {
     return;
   }
 
-  const BufferReader::Result result = reader_.read(newest, loans_);
-  if (result.use != BufferReader::BufferUse::Lent) {
+  StreamBuffer& buffer = BufferLoans::handleOf(*newest);
+  const BufferReader::Result result = reader_.read(buffer, loans_);
+  if (!buffer.isLent) {
     pw_stream_queue_buffer(stream_, newest);
   }
-  if (result.nonsense != nullptr) {
-    reportOnce(result.nonsense);
+  if (result.defect != nullptr) {
+    reportOnce(result.defect);
   }
   if (result.frame) {
     callbacks_.frame(result.frame);
@@ -143,7 +144,7 @@ void VideoStream::process() {
 
 void VideoStream::reportOnce(const std::string& cause) {
   if (!reported_) {
-    callbacks_.nonsense(cause);
+    callbacks_.defective(cause);
   }
   reported_ = true;
 }

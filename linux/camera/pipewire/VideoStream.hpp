@@ -8,12 +8,12 @@
 
 #include <pipewire/pipewire.h>
 
-#include "linux/camera/pipewire/BufferLoans.hpp"
-#include "linux/camera/pipewire/BufferReader.hpp"
 #include "linux/camera/pipewire/CameraNode.hpp"
 #include "linux/camera/pipewire/EventLoop.hpp"
 #include "linux/camera/pipewire/Handles.hpp"
 #include "linux/camera/pipewire/StreamFormat.hpp"
+#include "linux/camera/pipewire/buffers/BufferLoans.hpp"
+#include "linux/camera/pipewire/buffers/BufferReader.hpp"
 
 namespace nivlo::pipewire {
 
@@ -26,8 +26,8 @@ class VideoStream {
     std::function<void(VideoFramePtr)> frame;
     /// No frame will come any more. May come more than once.
     std::function<void()> failed;
-    /// A picture was left out because it makes no sense. Comes once.
-    std::function<void(const std::string& cause)> nonsense;
+    /// Pictures are left out because the camera does something wrong. Called at most once, with what that is.
+    std::function<void(const std::string& cause)> defective;
   };
 
   VideoStream(EventLoop& loop, pw_core* core, const CameraNode& camera, Callbacks callbacks);

@@ -1,11 +1,15 @@
+// How a camera's buffers become frames, and what is not believed of them.
 #include <limits>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
-#include "linux/camera/pipewire/BufferReader.hpp"
 #include "linux/camera/pipewire/CameraNode.hpp"
-#include "linux/camera/pipewire/FrameLayout.hpp"
-#include "linux/camera/pipewire/JpegDecoder.hpp"
+#include "linux/camera/pipewire/buffers/BufferReader.hpp"
+#include "linux/camera/pipewire/buffers/FrameLayout.hpp"
+#include "linux/camera/pipewire/buffers/JpegDecoder.hpp"
+#include "linux/handles/Descriptor.hpp"
 #include "tests/linux/pipewire/Frames.hpp"
 #include "tests/support/pictures/Encoding.hpp"
 
@@ -39,20 +43,32 @@ TEST(FrameLayout, NoClaimOfASenderReachesBeyondItsMemory) {
   EXPECT_FALSE(layPlanes(PixelFormat::I420, 4, 4, blocks)) << "the third plane is too small";
 }
 
-TEST(BufferReader, LeavesOutPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) {
-  std::vector<std::uint8_t> memory(64);
+/// A buffer as PipeWire hands it over, with one data block in shared memory.
+struct SentBuffer {
+  explicit SentBuffer(std::uint32_t size) : file(memfd_create("buffer", MFD_CLOEXEC)) {
+    EXPECT_EQ(ftruncate(file.get(), size), 0);
+    data.type = SPA_DATA_MemFd;
+    data.fd = file.get();
+    data.maxsize = size;
+  }
+
+  Descriptor file;
   spa_chunk chunk{};
-  spa_data data{.type = SPA_DATA_MemPtr, .fd = -1, .maxsize = 64, .data = memory.data(), .chunk = &chunk};
+  spa_data data{.chunk = &chunk};
   spa_buffer content{.n_datas = 1, .datas = &data};
-  pw_buffer sent{.buffer = &content};
+  pw_buffer buffer{.buffer = &content};
+};
+
+TEST(BufferReader, LeavesOutPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) {
+  SentBuffer sent(64);
   BufferLoans loans;
-  ASSERT_TRUE(loans.add(&sent));
+  ASSERT_TRUE(loans.add(&sent.buffer));
   BufferReader reader(0);
   reader.setFormat({.pixels = PixelFormat::RGBx, .width = 4, .height = 4});
   const auto isRead = [&](std::uint32_t offset, std::uint32_t size, std::int32_t stride,
                           std::int32_t flags = 0) {
-    chunk = {offset, size, stride, flags};
-    return reader.read(&sent, loans).frame != nullptr;
+    sent.chunk = {offset, size, stride, flags};
+    return reader.read(BufferLoans::handleOf(sent.buffer), loans).frame != nullptr;
   };
   EXPECT_TRUE(isRead(0, 64, 16));
   EXPECT_FALSE(isRead(1, 64, 16));
@@ -62,8 +78,38 @@ TEST(BufferReader, LeavesOutPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt)
   EXPECT_FALSE(isRead(0, 0, 16));
   EXPECT_FALSE(isRead(0, 64, -16));
   EXPECT_FALSE(isRead(0, 64, 16, SPA_CHUNK_FLAG_CORRUPTED));
-  loans.remove(&sent);
-  EXPECT_FALSE(isRead(0, 64, 16));
+
+  SentBuffer tooSmall(64);
+  tooSmall.data.maxsize = 65;
+  EXPECT_FALSE(loans.add(&tooSmall.buffer)) << "reading past the end of the file would end the process";
+  EXPECT_EQ(reader.read(BufferLoans::handleOf(tooSmall.buffer), loans).frame, nullptr);
+}
+
+TEST(BufferLoans, ALoanOutlivesItsBufferAndItsStreamAndOnlyBuffersThatAreStillThereAreQueuedAgain) {
+  auto loans = std::make_unique<BufferLoans>();
+  std::array<SentBuffer, 4> sent{SentBuffer(1), SentBuffer(1), SentBuffer(1), SentBuffer(1)};
+  for (SentBuffer& each : sent) {
+    ASSERT_TRUE(loans->add(&each.buffer));
+  }
+  const auto handle = [&](int index) -> StreamBuffer& { return BufferLoans::handleOf(sent[index].buffer); };
+  auto ofRemoved = loans->lend(handle(0));
+  const auto bytes = handle(0).memory->block(0);
+  ASSERT_TRUE(loans->canLend(handle(1)));
+  auto ofPresent = loans->lend(handle(1));
+  EXPECT_FALSE(loans->canLend(handle(2))) << "the camera needs the last two";
+
+  loans->remove(&sent[0].buffer);
+  EXPECT_EQ(bytes[0], 0) << "the frame's memory was unmapped";
+  ASSERT_TRUE(loans->add(&sent[0].buffer)) << "another buffer at the address of the removed one";
+  ofRemoved.reset();
+  EXPECT_THAT(loans->takeReturned(), testing::IsEmpty());
+  ofPresent.reset();
+  EXPECT_THAT(loans->takeReturned(), testing::ElementsAre(&sent[1].buffer));
+
+  auto ofClosedStream = loans->lend(handle(2));
+  const auto last = handle(2).memory->block(0);
+  loans.reset();
+  EXPECT_EQ(last[0], 0);
 }
 
 TEST(JpegDecoder, ReadsWhatCamerasSendAndDropsWhatIsDamaged) {

@@ -1,7 +1,8 @@
-#include "linux/camera/pipewire/BufferReader.hpp"
+#include "linux/camera/pipewire/buffers/BufferReader.hpp"
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include <spa/buffer/meta.h>
 
@@ -25,9 +26,9 @@ bool isMarkedCorrupt(spa_buffer* buffer) {
   });
 }
 
-// Where the picture lies in the buffer's memory; empty when that cannot be true. The sender can still write
-// to the chunk, so each value is read once.
-std::vector<Block> blocksOf(const spa_buffer& buffer, const SharedBuffer& memory) {
+// Where the picture lies in the buffer's memory; empty when the buffer places it outside that memory. The
+// sender can still write to the chunk, so each value is read once and only then checked.
+std::vector<Block> blocksOf(const spa_buffer& buffer, const BufferMemory& memory) {
   std::vector<Block> blocks;
   for (std::size_t i = 0; i < memory.blockCount(); ++i) {
     const volatile spa_chunk& chunk = *buffer.datas[i].chunk;
@@ -43,7 +44,8 @@ std::vector<Block> blocksOf(const spa_buffer& buffer, const SharedBuffer& memory
   return blocks;
 }
 
-// The sender's clock is ours, CLOCK_MONOTONIC, unless it is a poor one.
+// Senders stamp pictures with CLOCK_MONOTONIC, which is our clock too. A stamp from the future or older than
+// a second comes from some other clock and is ignored.
 Clock::time_point captureTimeOf(spa_buffer* buffer) {
   const Clock::time_point now = Clock::now();
   const auto* header = findMeta<spa_meta_header>(buffer, SPA_META_Header);
@@ -58,39 +60,39 @@ Clock::time_point captureTimeOf(spa_buffer* buffer) {
 
 BufferReader::BufferReader(int rotation) : rotation_(rotation) {}
 
-BufferReader::Result BufferReader::read(pw_buffer* buffer, BufferLoans& loans) {
-  const SharedBuffer* memory = loans.memoryOf(buffer);
-  if (memory == nullptr || !format_ || isMarkedCorrupt(buffer->buffer)) {
+BufferReader::Result BufferReader::read(StreamBuffer& buffer, BufferLoans& loans) {
+  spa_buffer* content = buffer.queueEntry->buffer;
+  if (!buffer.memory || !format_ || isMarkedCorrupt(content)) {
     return {};
   }
-  const std::vector<Block> blocks = blocksOf(*buffer->buffer, *memory);
+  const std::vector<Block> blocks = blocksOf(*content, *buffer.memory);
   if (blocks.empty()) {
-    return {.nonsense = "a picture lies outside its buffer"};
+    return {.defect = "it places a picture outside its buffer"};
   }
-  // Cameras send empty buffers when a picture was lost on the way.
+  // Cameras send an empty buffer when a picture was lost on the way.
   if (blocks[0].bytes.empty()) {
     return {};
   }
 
-  const bool lend = !format_->isJpeg && loans.canLend(buffer);
   std::shared_ptr<VideoFrame> frame;
-  if (lend) {
+  if (!format_->isJpeg && loans.canLend(buffer)) {
     frame = lendRaw(buffer, loans, blocks);
   } else {
-    memory->beginReading();
+    buffer.memory->beginReading();
     frame =
         format_->isJpeg ? jpeg_.decode(blocks[0].bytes, format_->width, format_->height) : copyRaw(blocks);
-    memory->endReading();
+    buffer.memory->endReading();
   }
   if (!frame) {
-    return {.nonsense = format_->isJpeg ? nullptr : "a buffer is too small for its picture"};
+    // USB cameras damage a JPEG picture now and then, which is not worth a report.
+    return {.defect = format_->isJpeg ? nullptr : "its buffers are too small for its pictures"};
   }
-  frame->rotation = rotationOf(buffer->buffer);
-  frame->captureTime = captureTimeOf(buffer->buffer);
-  return {std::move(frame), lend ? BufferUse::Lent : BufferUse::Finished};
+  frame->rotation = rotationOf(content);
+  frame->captureTime = captureTimeOf(content);
+  return {.frame = std::move(frame)};
 }
 
-std::shared_ptr<VideoFrame> BufferReader::lendRaw(pw_buffer* buffer, BufferLoans& loans,
+std::shared_ptr<VideoFrame> BufferReader::lendRaw(StreamBuffer& buffer, BufferLoans& loans,
                                                   const std::vector<Block>& blocks) const {
   std::shared_ptr<VideoFrame> frame = describeRaw(blocks);
   if (frame) {
@@ -139,8 +141,8 @@ int BufferReader::rotationOf(spa_buffer* buffer) const {
   if (transform == nullptr) {
     return rotation_;
   }
-  // It tells, in quarter turns, how the picture has been turned; a frame tells how to turn it back. Mirroring
-  // comes on top of the same turns, and is left alone.
+  // The value counts the quarter turns that the picture has been given, while a frame says how to turn it
+  // back. Values from four on add mirroring to the same turns; the mirroring is ignored.
   constexpr std::uint32_t kQuarters = 4;
   return static_cast<int>((kQuarters - transform->transform % kQuarters) % kQuarters) * 90;
 }

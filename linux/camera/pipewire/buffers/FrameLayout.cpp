@@ -1,4 +1,4 @@
-#include "linux/camera/pipewire/FrameLayout.hpp"
+#include "linux/camera/pipewire/buffers/FrameLayout.hpp"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "linux/camera/pipewire/JpegDecoder.hpp"
+#include "linux/camera/pipewire/buffers/JpegDecoder.hpp"
 
 #include <array>
 #include <cstring>

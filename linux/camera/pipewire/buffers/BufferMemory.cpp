@@ -1,6 +1,7 @@
-#include "linux/camera/pipewire/SharedBuffer.hpp"
+#include "linux/camera/pipewire/buffers/BufferMemory.hpp"
 
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <linux/dma-buf.h>
@@ -12,8 +13,8 @@
 namespace nivlo::pipewire {
 namespace {
 
-// Touching a file's mapping behind the file's end is fatal. Device memory does not tell its size, and is
-// never cut short.
+// Reading a mapping beyond the end of its file ends the process with SIGBUS. A DMA buffer does not always
+// report its size, but it never shrinks either.
 bool isLargeEnough(const spa_data& data) {
   if (data.type == SPA_DATA_DmaBuf) {
     return true;
@@ -25,30 +26,27 @@ bool isLargeEnough(const spa_data& data) {
 
 }  // namespace
 
-std::shared_ptr<SharedBuffer> SharedBuffer::map(const spa_buffer& buffer) {
-  std::shared_ptr<SharedBuffer> shared(new SharedBuffer);
+std::unique_ptr<const BufferMemory> BufferMemory::map(const spa_buffer& buffer) {
+  std::unique_ptr<BufferMemory> memory(new BufferMemory);
   for (uint32_t i = 0; i < buffer.n_datas; ++i) {
-    if (!shared->add(buffer.datas[i])) {
+    if (!memory->add(buffer.datas[i])) {
       return nullptr;
     }
   }
-  return shared;
+  return memory;
 }
 
-SharedBuffer::~SharedBuffer() {
+BufferMemory::~BufferMemory() {
   for (const Block& block : blocks_) {
     if (block.mapping != nullptr) {
       munmap(block.mapping, block.mappedSize);
     }
-    if (block.deviceMemory >= 0) {
-      close(block.deviceMemory);
-    }
   }
 }
 
-bool SharedBuffer::add(const spa_data& data) {
+bool BufferMemory::add(const spa_data& data) {
   if (data.type == SPA_DATA_MemPtr && data.data != nullptr) {
-    blocks_.push_back({{static_cast<const std::uint8_t*>(data.data), data.maxsize}});
+    blocks_.push_back({.bytes = {static_cast<const std::uint8_t*>(data.data), data.maxsize}});
     lasting_ = false;
     return true;
   }
@@ -56,31 +54,31 @@ bool SharedBuffer::add(const spa_data& data) {
       !isLargeEnough(data)) {
     return false;
   }
+  const int file = static_cast<int>(data.fd);
   const std::size_t intoPage = data.mapoffset % static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
   const std::size_t size = intoPage + data.maxsize;
-  void* mapping = mmap(nullptr, size, PROT_READ, MAP_SHARED, static_cast<int>(data.fd),
-                       static_cast<off_t>(data.mapoffset - intoPage));
+  void* mapping =
+      mmap(nullptr, size, PROT_READ, MAP_SHARED, file, static_cast<off_t>(data.mapoffset - intoPage));
   if (mapping == MAP_FAILED) {
     return false;
   }
-  const int deviceMemory =
-      data.type == SPA_DATA_DmaBuf ? fcntl(static_cast<int>(data.fd), F_DUPFD_CLOEXEC, 0) : -1;
-  blocks_.push_back(
-      {{static_cast<const std::uint8_t*>(mapping) + intoPage, data.maxsize}, mapping, size, deviceMemory});
+  const auto* bytes = static_cast<const std::uint8_t*>(mapping) + intoPage;
+  Descriptor deviceMemory(data.type == SPA_DATA_DmaBuf ? fcntl(file, F_DUPFD_CLOEXEC, 0) : -1);
+  blocks_.push_back({{bytes, data.maxsize}, mapping, size, std::move(deviceMemory)});
   return true;
 }
 
-void SharedBuffer::beginReading() const { synchronise(DMA_BUF_SYNC_START); }
+void BufferMemory::beginReading() const { synchronise(DMA_BUF_SYNC_START); }
 
-void SharedBuffer::endReading() const { synchronise(DMA_BUF_SYNC_END); }
+void BufferMemory::endReading() const { synchronise(DMA_BUF_SYNC_END); }
 
-void SharedBuffer::synchronise(std::uint64_t direction) const {
+void BufferMemory::synchronise(std::uint64_t direction) const {
   for (const Block& block : blocks_) {
-    if (block.deviceMemory < 0) {
+    if (block.deviceMemory.get() < 0) {
       continue;
     }
     dma_buf_sync request{direction | DMA_BUF_SYNC_READ};
-    while (ioctl(block.deviceMemory, DMA_BUF_IOCTL_SYNC, &request) < 0 &&
+    while (ioctl(block.deviceMemory.get(), DMA_BUF_IOCTL_SYNC, &request) < 0 &&
            (errno == EINTR || errno == EAGAIN)) {
     }
   }
