@@ -1,10 +1,14 @@
 #include "host/surfaces/ChooseSurface.hpp"
 
 #include <cstdlib>
+#include <initializer_list>
+#include <utility>
 
 #include "host/surfaces/OffscreenSurface.hpp"
-#include "host/surfaces/wayland/WaylandSurfaces.hpp"
-#include "host/surfaces/x11/X11Surfaces.hpp"
+#include "host/surfaces/wayland/WaylandDesktop.hpp"
+#include "host/surfaces/wayland/WaylandWindow.hpp"
+#include "host/surfaces/x11/X11Desktop.hpp"
+#include "host/surfaces/x11/X11Window.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
@@ -34,10 +38,10 @@ std::unique_ptr<Surface> firstOf(std::initializer_list<Open> ways, const Surface
 std::unique_ptr<Surface> automatic(const SurfaceOptions& options, const SurfaceHandlers& handlers) {
   std::unique_ptr<Surface> surface;
   if (isSet("WAYLAND_DISPLAY")) {
-    surface = firstOf({openWaylandDesktop, openWaylandWindow}, options, handlers);
+    surface = firstOf({WaylandDesktop::open, WaylandWindow::open}, options, handlers);
   }
   if (!surface && isSet("DISPLAY")) {
-    surface = firstOf({openX11Desktop, openX11Window}, options, handlers);
+    surface = firstOf({X11Desktop::open, X11Window::open}, options, handlers);
   }
   return surface ? std::move(surface) : std::make_unique<OffscreenSurface>(options, handlers);
 }
@@ -50,12 +54,12 @@ std::unique_ptr<Surface> chooseSurface(SurfaceKind kind, const SurfaceOptions& o
                                        const SurfaceHandlers& handlers, std::string* error) {
   switch (kind) {
     case SurfaceKind::Wayland:
-      return openWaylandDesktop(options, handlers, error);
+      return WaylandDesktop::open(options, handlers, error);
     case SurfaceKind::X11:
-      return openX11Desktop(options, handlers, error);
+      return X11Desktop::open(options, handlers, error);
     case SurfaceKind::Window:
-      return isSet("WAYLAND_DISPLAY") ? openWaylandWindow(options, handlers, error)
-                                      : openX11Window(options, handlers, error);
+      return isSet("WAYLAND_DISPLAY") ? WaylandWindow::open(options, handlers, error)
+                                      : X11Window::open(options, handlers, error);
     case SurfaceKind::Offscreen:
       return std::make_unique<OffscreenSurface>(options, handlers);
     case SurfaceKind::Auto:

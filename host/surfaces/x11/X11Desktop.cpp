@@ -20,9 +20,12 @@ bool isShown(const std::vector<X11Monitor>& monitors, const X11Rect& place) {
 
 }  // namespace
 
-std::unique_ptr<X11Desktop> X11Desktop::open(std::unique_ptr<X11Connection> connection,
-                                             const SurfaceOptions& options, SurfaceHandlers handlers,
-                                             std::string* error) {
+std::unique_ptr<Surface> X11Desktop::open(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                          std::string* error) {
+  auto connection = X11Connection::open(error);
+  if (!connection) {
+    return nullptr;
+  }
   std::unique_ptr<X11Desktop> desktop(new X11Desktop(std::move(connection), options, std::move(handlers)));
   if (options.output.empty() || !desktop->monitors_.empty()) {
     return desktop;
@@ -65,7 +68,7 @@ void X11Desktop::findMonitors() {
   }
 }
 
-void X11Desktop::open() { placeCanvases(); }
+void X11Desktop::openCanvases() { placeCanvases(); }
 
 void X11Desktop::handle(const xcb_generic_event_t& event) {
   managerChanged_ = manager_.handle(event) || managerChanged_;

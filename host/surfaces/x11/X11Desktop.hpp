@@ -21,9 +21,8 @@ namespace nivlo {
 class X11Desktop : public X11Surface {
  public:
   /// Null, with the cause in `*error`, where there is no monitor of the name that was asked for.
-  static std::unique_ptr<X11Desktop> open(std::unique_ptr<X11Connection> connection,
-                                          const SurfaceOptions& options, SurfaceHandlers handlers,
-                                          std::string* error);
+  static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                       std::string* error);
 
   std::string name() const override { return "the desktop (X11)"; }
   CGSize size() const override;
@@ -32,7 +31,7 @@ class X11Desktop : public X11Surface {
   X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceOptions& options,
              SurfaceHandlers handlers);
 
-  void open() override;
+  void openCanvases() override;
   void handle(const xcb_generic_event_t& event) override;
   void settle() override;
   bool isCovered(const X11Canvas& canvas) const override;

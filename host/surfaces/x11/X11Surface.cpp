@@ -13,7 +13,7 @@ X11Surface::X11Surface(std::unique_ptr<X11Connection> connection, PausePolicy pa
 
 void X11Surface::show(LaidOutView view) {
   view_ = std::move(view);
-  open();
+  openCanvases();
   connection_->listen({.event =
                            [this](const auto& event) {
                              for (const auto& [name, canvas] : canvases_) {

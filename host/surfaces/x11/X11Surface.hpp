@@ -23,7 +23,7 @@ class X11Surface : public Surface {
   X11Surface(std::unique_ptr<X11Connection> connection, PausePolicy pause, SurfaceHandlers handlers);
 
   /// Makes and maps the first canvases.
-  virtual void open() = 0;
+  virtual void openCanvases() = 0;
   /// An event, which the canvases have heard of.
   virtual void handle(const xcb_generic_event_t& event) = 0;
   /// Acts on the events that came together.

@@ -13,6 +13,14 @@ constexpr int kLeastSide = 64;
 
 }  // namespace
 
+std::unique_ptr<Surface> X11Window::open(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                         std::string* error) {
+  auto connection = X11Connection::open(error);
+  return connection
+             ? std::unique_ptr<Surface>(new X11Window(std::move(connection), options, std::move(handlers)))
+             : nullptr;
+}
+
 X11Window::X11Window(std::unique_ptr<X11Connection> connection, const SurfaceOptions& options,
                      SurfaceHandlers handlers)
     : X11Surface(std::move(connection), options.pause, std::move(handlers)),
@@ -22,7 +30,7 @@ CGSize X11Window::size() const {
   return {static_cast<double>(place_.width), static_cast<double>(place_.height)};
 }
 
-void X11Window::open() {
+void X11Window::openCanvases() {
   auto canvas = std::make_unique<X11Canvas>(connection(), place_, X11Canvas::Kind::Managed);
   xcb_size_hints_t size{};
   xcb_icccm_size_hints_set_size(&size, 0, place_.width, place_.height);
