@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
+
+#include "linux/handles/Descriptor.hpp"
 
 namespace nivlo {
 
@@ -22,22 +25,18 @@ std::size_t bytesOf(PictureSize size) {
 
 std::shared_ptr<ShmPictures> ShmPictures::make(wl_shm* shm, PictureSize size) {
   const auto bytes = bytesOf(size);
-  const int descriptor = memfd_create("nivlo pictures", MFD_CLOEXEC | MFD_ALLOW_SEALING);
-  if (descriptor < 0) {
+  const Descriptor file(memfd_create("nivlo pictures", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+  if (file.get() < 0 || bytes > INT32_MAX || ftruncate(file.get(), static_cast<off_t>(bytes)) != 0) {
     return nullptr;
   }
-  std::shared_ptr<ShmPictures> pictures;
-  if (bytes <= INT32_MAX && ftruncate(descriptor, static_cast<off_t>(bytes)) == 0) {
-    // A compositor need not fear that the memory shrinks under it.
-    fcntl(descriptor, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL);
-    void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    if (memory != MAP_FAILED) {
-      pictures.reset(new ShmPictures(size, memory,
-                                     wl_shm_create_pool(shm, descriptor, static_cast<std::int32_t>(bytes))));
-    }
+  // The seals assure the compositor that the memory cannot shrink under it.
+  fcntl(file.get(), F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL);
+  void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, file.get(), 0);
+  if (memory == MAP_FAILED) {
+    return nullptr;
   }
-  close(descriptor);
-  return pictures;
+  WaylandHandle<wl_shm_pool> pool(wl_shm_create_pool(shm, file.get(), static_cast<std::int32_t>(bytes)));
+  return std::shared_ptr<ShmPictures>(new ShmPictures(size, memory, std::move(pool)));
 }
 
 ShmPictures::~ShmPictures() { munmap(memory_, bytesOf(size_)); }

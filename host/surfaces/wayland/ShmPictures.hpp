@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "host/render/PictureFit.hpp"
 #include "host/render/Pixels.hpp"
@@ -36,8 +37,8 @@ class ShmPictures {
   WaylandHandle<wl_buffer> makeBuffer(int index, PixelRect part) const;
 
  private:
-  ShmPictures(PictureSize size, void* memory, wl_shm_pool* pool)
-      : size_(size), memory_(memory), pool_(pool) {}
+  ShmPictures(PictureSize size, void* memory, WaylandHandle<wl_shm_pool> pool)
+      : size_(size), memory_(memory), pool_(std::move(pool)) {}
   std::size_t pictureBytes() const { return std::size_t{4} * size_.width * size_.height; }
 
   PictureSize size_;

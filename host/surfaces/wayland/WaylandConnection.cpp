@@ -45,9 +45,10 @@ const wl_output_listener WaylandOutput::kListener{
     [](void* data, wl_output*, const char* name) { static_cast<WaylandOutput*>(data)->name_ = name; },
     [](void*, wl_output*, const char*) {}};
 
-WaylandOutput::WaylandOutput(std::uint32_t global, wl_output* output, std::function<void()> changed)
-    : global_(global), output_(output), changed_(std::move(changed)) {
-  wl_output_add_listener(output, &kListener, this);
+WaylandOutput::WaylandOutput(std::uint32_t global, WaylandHandle<wl_output> output,
+                             std::function<void()> changed)
+    : global_(global), output_(std::move(output)), changed_(std::move(changed)) {
+  wl_output_add_listener(output_.get(), &kListener, this);
 }
 
 const wl_registry_listener WaylandConnection::kRegistryListener{
@@ -60,12 +61,13 @@ const wl_registry_listener WaylandConnection::kRegistryListener{
     }};
 
 std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string* error) {
-  wl_display* display = wl_display_connect(nullptr);
-  if (!display) {
+  WaylandHandle<wl_display> handle(wl_display_connect(nullptr));
+  if (!handle) {
     *error = "no Wayland compositor can be reached; set WAYLAND_DISPLAY, or choose another --surface";
     return nullptr;
   }
-  std::unique_ptr<WaylandConnection> connection(new WaylandConnection(display));
+  auto* display = handle.get();
+  std::unique_ptr<WaylandConnection> connection(new WaylandConnection(std::move(handle)));
   connection->registry_.reset(wl_display_get_registry(display));
   wl_registry_add_listener(connection->registry_.get(), &kRegistryListener, connection.get());
   wl_display_roundtrip(display);  // what there is
@@ -103,9 +105,10 @@ void WaylandConnection::bind(wl_registry* registry, std::uint32_t global, const 
     bindTo(all.windows, registry, global, xdg_wm_base_interface, 1);
     xdg_wm_base_add_listener(all.windows.get(), &kPingListener, nullptr);
   } else if (interface == wl_output_interface.name) {
-    auto* output = static_cast<wl_output*>(
-        wl_registry_bind(registry, global, &wl_output_interface, std::min(version, kOutputVersion)));
-    outputs_.push_back(std::make_unique<WaylandOutput>(global, output, [this] { outputsChanged(); }));
+    WaylandHandle<wl_output> output;
+    bindTo(output, registry, global, wl_output_interface, std::min(version, kOutputVersion));
+    outputs_.push_back(
+        std::make_unique<WaylandOutput>(global, std::move(output), [this] { outputsChanged(); }));
   }
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/surfaces/wayland/WaylandEvents.hpp"
@@ -28,7 +29,7 @@ struct WaylandGlobals {
 /// A screen. It stays where it is while it exists.
 class WaylandOutput {
  public:
-  WaylandOutput(std::uint32_t global, wl_output* output, std::function<void()> changed);
+  WaylandOutput(std::uint32_t global, WaylandHandle<wl_output> output, std::function<void()> changed);
   WaylandOutput(const WaylandOutput&) = delete;
   WaylandOutput& operator=(const WaylandOutput&) = delete;
 
@@ -77,7 +78,7 @@ class WaylandConnection {
  private:
   static const wl_registry_listener kRegistryListener;
 
-  explicit WaylandConnection(wl_display* display) : display_(display) {}
+  explicit WaylandConnection(WaylandHandle<wl_display> display) : display_(std::move(display)) {}
   void bind(wl_registry* registry, std::uint32_t global, const std::string& interface, std::uint32_t version);
   void remove(std::uint32_t global);
   void outputsChanged();
