@@ -3,7 +3,7 @@
 #include <iostream>
 #include <string>
 
-#include "host/bundle/BundleLoader.hpp"
+#include "host/commands/SharedOptions.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/loop/MainLoop.hpp"
 #include "linux/sound/GStreamerSound.hpp"
@@ -16,15 +16,15 @@ namespace nivlo {
 namespace {
 
 /// Returns an error message, empty on success.
-std::string playChime(const ChimeOptions& options, MainLoop& loop) {
+std::string playChime(const std::filesystem::path& bundle, MainLoop& loop) {
   std::string error;
-  const auto* wallpaperClass = loadWallpaperClass(options.bundle, &error);
+  const auto* wallpaperClass = loadWallpaperClass(bundle, &error);
   if (!wallpaperClass) {
     return error;
   }
   const auto chime = NSBundle::bundleForClass(wallpaperClass->name)->pathForResource("hourlychimebeg", "m4a");
   if (!chime) {
-    return "the wallpaper bundle " + options.bundle.string() + " has no chime; install Nivlo anew";
+    return "the wallpaper bundle " + bundle.string() + " has no chime; install Nivlo anew";
   }
   SystemSoundID sound = 0;
   AudioServicesCreateSystemSoundID(NSURL::fileURLWithPath(std::filesystem::absolute(*chime)), &sound);
@@ -39,11 +39,16 @@ std::string playChime(const ChimeOptions& options, MainLoop& loop) {
 
 }  // namespace
 
-int runChime(const ChimeOptions& options) {
+ChimeCommand::ChimeCommand(CLI::App& app)
+    : Command(app, "chime", "Play the wallpaper's chime, to hear whether sound works") {
+  addBundle(arguments(), bundle_);
+}
+
+int ChimeCommand::run() const {
   MainLoop loop;
   installDrivers(
       {.logSink = makeConsoleLog(), .mainQueue = MainLoop::makeMainQueue(), .sound = makeGStreamerSound()});
-  const auto error = playChime(options, loop);
+  const auto error = playChime(bundle_, loop);
   MainLoop::drain();
   installDrivers({});
   if (!error.empty()) {

@@ -1,11 +1,21 @@
 // "nivlo chime".
 #pragma once
 
-#include "host/commands/Options.hpp"
+#include <filesystem>
+
+#include "host/bundle/BundleLoader.hpp"
+#include "host/commands/Command.hpp"
 
 namespace nivlo {
 
-/// Plays the bundle's chime to its end. Returns the exit status.
-int runChime(const ChimeOptions& options);
+/// Plays the wallpaper's chime to its end.
+class ChimeCommand : public Command {
+ public:
+  explicit ChimeCommand(CLI::App& app);
+  int run() const override;
+
+ private:
+  std::filesystem::path bundle_ = defaultBundlePath();
+};
 
 }  // namespace nivlo

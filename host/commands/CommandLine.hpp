@@ -1,22 +1,10 @@
-// Reads the command line.
+// The program's command line.
 #pragma once
-
-#include <variant>
-
-#include "host/commands/Options.hpp"
 
 namespace nivlo {
 
-/// Nothing is left to do but to leave with this status: help was asked for and printed, or the usage was
-/// wrong.
-struct ExitNow {
-  int status = 0;
-};
-
-using Command = std::variant<ExitNow, RunOptions, PresetsOptions, DevicesOptions, ChimeOptions, ScanOptions,
-                             CtlOptions, PickOptions, InstallServiceOptions>;
-
-/// Prints help to standard output and usage errors to standard error.
-Command parseCommandLine(int argc, const char* const* argv);
+/// Carries out the command that the command line names. Prints help to standard output and usage errors to
+/// standard error. Returns the exit status: the command's own, 0 after help, or 2 for wrong usage.
+int runCommandLine(int argc, const char* const* argv);
 
 }  // namespace nivlo

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "host/commands/SharedOptions.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/show/CameraActivity.hpp"
 #include "host/text/VisibleText.hpp"
@@ -31,11 +32,17 @@ void printMachine() {
 
 }  // namespace
 
-int runDevices(const DevicesOptions& options) {
-  installDrivers({.logSink = makeConsoleLog(), .device = makeLinuxDeviceIdentity(options.machine)});
+DevicesCommand::DevicesCommand(CLI::App& app)
+    : Command(app, "devices", "List the cameras, and what machine this is") {
+  addSources(arguments(), sources_);
+  addMachine(arguments(), machine_);
+}
+
+int DevicesCommand::run() const {
+  installDrivers({.logSink = makeConsoleLog(), .device = makeLinuxDeviceIdentity(machine_)});
   printMachine();
   std::string error;
-  const auto cameras = makeSelectedCameras(options.sources, &error);
+  const auto cameras = makeSelectedCameras(sources_, &error);
   if (!cameras) {
     std::cerr << "nivlo: " << error << '\n';
     return 1;

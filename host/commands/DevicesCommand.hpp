@@ -1,11 +1,22 @@
 // "nivlo devices".
 #pragma once
 
-#include "host/commands/Options.hpp"
+#include <string>
+
+#include "host/commands/Command.hpp"
+#include "linux/camera/selection/CameraSource.hpp"
 
 namespace nivlo {
 
-/// Lists the cameras as the wallpaper would find them. Returns the exit status.
-int runDevices(const DevicesOptions& options);
+/// Lists the machine's names and the cameras that the wallpaper would find.
+class DevicesCommand : public Command {
+ public:
+  explicit DevicesCommand(CLI::App& app);
+  int run() const override;
+
+ private:
+  CameraSources sources_;
+  std::string machine_;
+};
 
 }  // namespace nivlo

@@ -1,9 +1,12 @@
 #include "host/commands/InstallServiceCommand.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
-#include <string_view>
+#include <iterator>
+#include <string>
 
+#include <CLI/App.hpp>
 #include <fmt/format.h>
 #include <glib.h>
 
@@ -15,23 +18,9 @@ namespace nivlo {
 
 namespace {
 
-/// The desktop starts the program in a directory of its own choice.
-std::string withAbsolutePath(const std::string& argument) {
-  for (const std::string_view marker : {"--bundle=", "=file:", "=script:"}) {
-    if (const auto at = argument.find(marker); at != std::string::npos) {
-      const auto path = at + marker.size();
-      return argument.substr(0, path) + std::filesystem::absolute(argument.substr(path)).string();
-    }
-  }
-  return argument;
-}
-
-LaunchCommand commandFor(const InstallServiceOptions& options) {
-  LaunchCommand command{std::filesystem::read_symlink("/proc/self/exe"), "run",
-                        fmt::format("--preset={}", options.preset)};
-  for (const auto& argument : options.arguments) {
-    command.push_back(withAbsolutePath(argument));
-  }
+LaunchCommand commandFor(const RunOptions& options) {
+  LaunchCommand command{std::filesystem::read_symlink("/proc/self/exe"), "run"};
+  std::ranges::move(lastingArguments(options), std::back_inserter(command));
   return command;
 }
 
@@ -67,12 +56,22 @@ int remove() {
 
 }  // namespace
 
-int runInstallService(const InstallServiceOptions& options) {
-  if (options.remove) {
+InstallServiceCommand::InstallServiceCommand(CLI::App& app)
+    : Command(app, "install-service", "Have the desktop start Nivlo with these options") {
+  options_.addLastingTo(arguments());
+  auto* print = arguments().add_flag("--print", print_, "Only print what would be installed");
+  arguments().add_flag("--remove", remove_, "Undo the installation")->excludes(print);
+  arguments().footer(
+      "Installs a systemd user unit where systemd runs the graphical session, an autostart entry elsewhere.\n"
+      "Installing again replaces what was installed before.");
+}
+
+int InstallServiceCommand::run() const {
+  if (remove_) {
     return remove();
   }
-  const auto command = commandFor(options);
-  if (options.print) {
+  const auto command = commandFor(options_.options());
+  if (print_) {
     print(Launcher::SystemdUnit, command);
     std::cout << '\n';
     print(Launcher::AutostartEntry, command);

@@ -1,19 +1,21 @@
 // "nivlo install-service".
 #pragma once
 
-#include <string>
-#include <vector>
+#include "host/commands/Command.hpp"
+#include "host/commands/RunArguments.hpp"
 
 namespace nivlo {
 
-struct InstallServiceOptions {
-  int preset = 1;
-  std::vector<std::string> arguments;  ///< the other options of the run, as "--name=value"
-  bool print = false;                  ///< changes nothing
-  bool remove = false;
-};
+/// Has the desktop start this program with the options of "nivlo run" that are given, or no longer start it.
+class InstallServiceCommand : public Command {
+ public:
+  explicit InstallServiceCommand(CLI::App& app);
+  int run() const override;
 
-/// Has the desktop start this program with these options, or not any more. Returns the exit status.
-int runInstallService(const InstallServiceOptions& options);
+ private:
+  RunArguments options_;
+  bool print_ = false;
+  bool remove_ = false;
+};
 
 }  // namespace nivlo

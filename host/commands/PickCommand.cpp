@@ -7,6 +7,7 @@
 #include "host/alerts/gtk/Toolkit.hpp"
 #include "host/bundle/BundleLoader.hpp"
 #include "host/bundle/PresetWords.hpp"
+#include "host/commands/SharedOptions.hpp"
 #include "host/control/client/PresetChoice.hpp"
 #include "host/loop/MainLoop.hpp"
 #include "host/pick/PickWindow.hpp"
@@ -27,7 +28,14 @@ PickEntry entryFor(const NSDictionary& preset, const std::filesystem::path& bund
 
 }  // namespace
 
-int runPick(const PickOptions& options) { return pickPreset(options.bundle, shownPreset(), choosePreset); }
+PickCommand::PickCommand(CLI::App& app)
+    : Command(
+          app, "pick",
+          "Choose a preset by its picture, for the running Nivlo and for the one that the desktop starts") {
+  addBundle(arguments(), bundle_);
+}
+
+int PickCommand::run() const { return pickPreset(bundle_, shownPreset(), choosePreset); }
 
 int pickPreset(const std::filesystem::path& bundle, int current, const ChoosePreset& choose) {
   std::string error;

@@ -5,15 +5,21 @@
 #include <functional>
 #include <string>
 
+#include "host/bundle/BundleLoader.hpp"
+#include "host/commands/Command.hpp"
+
 namespace nivlo {
 
-struct PickOptions {
-  std::filesystem::path bundle;
-};
+/// Lets a person pick one of the wallpaper's presets: the running Nivlo shows it, and so does the one that
+/// the desktop starts.
+class PickCommand : public Command {
+ public:
+  explicit PickCommand(CLI::App& app);
+  int run() const override;
 
-/// Lets a person pick one of the bundle's presets: the running Nivlo shows it, and so does the one that the
-/// desktop starts. Returns the exit status.
-int runPick(const PickOptions& options);
+ private:
+  std::filesystem::path bundle_ = defaultBundlePath();
+};
 
 /// Applies a preset, counted from 1. Returns what the person should know if that failed, empty on success.
 using ChoosePreset = std::function<std::string(int preset)>;

@@ -6,10 +6,12 @@
 #include <variant>
 #include <vector>
 
+#include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
 #include "host/bundle/BundleLoader.hpp"
 #include "host/bundle/PresetWords.hpp"
+#include "host/commands/SharedOptions.hpp"
 
 namespace nivlo {
 
@@ -31,15 +33,21 @@ nlohmann::ordered_json asJson(const std::vector<NSDictionary>& presets) {
 
 }  // namespace
 
-int runPresets(const PresetsOptions& options) {
+PresetsCommand::PresetsCommand(CLI::App& app) : Command(app, "presets", "List the wallpaper's presets") {
+  arguments().add_flag("--json", json_,
+                       "Print one JSON array: each preset's number, its options and a description");
+  addBundle(arguments(), bundle_);
+}
+
+int PresetsCommand::run() const {
   std::string error;
-  const auto* wallpaperClass = loadWallpaperClass(options.bundle, &error);
+  const auto* wallpaperClass = loadWallpaperClass(bundle_, &error);
   if (!wallpaperClass) {
     std::cerr << "nivlo: " << error << '\n';
     return 1;
   }
   const auto presets = wallpaperClass->presetWallpaperOptions();
-  if (options.json) {
+  if (json_) {
     std::cout << asJson(presets).dump(2) << '\n';
     return 0;
   }

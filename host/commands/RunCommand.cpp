@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include "host/alerts/TerminalAlerts.hpp"
@@ -96,6 +97,11 @@ class Run {
 
   /// Returns the exit status.
   int show(const WallpaperClass& wallpaperClass, std::shared_ptr<const CameraActivity> cameras) {
+    const auto presets = static_cast<int>(wallpaperClass.presetWallpaperOptions().size());
+    if (const int preset = options_.show.preset.value_or(1); preset > presets) {
+      fail(fmt::format("there is no preset {}; choose one from 1 to {}", preset, presets));
+      return status_;
+    }
     std::string error;
     surface_ = chooseSurface(options_.surfaceKind, options_.surface, handlers(), &error);
     if (!surface_) {
@@ -184,11 +190,17 @@ class Run {
 
 }  // namespace
 
-int runWallpaper(const RunOptions& options) {
+RunCommand::RunCommand(CLI::App& app) : Command(app, "run", "Show the wallpaper; the default command") {
+  options_.addTo(app);
+  options_.addTo(arguments());
+}
+
+int RunCommand::run() const {
+  const auto options = options_.options();
   MainLoop loop;
   ControlService control([&loop] { loop.quit(); });
   if (control.anotherIsRunning()) {
-    return handOver(options.show, options.given);
+    return handOver(options.show, options.startOnly);
   }
   int status = 1;
   const auto cameras = std::make_shared<CameraActivity>();

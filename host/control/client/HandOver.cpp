@@ -1,6 +1,5 @@
 #include "host/control/client/HandOver.hpp"
 
-#include <algorithm>
 #include <iostream>
 
 #include <fmt/format.h>
@@ -12,57 +11,60 @@ namespace nivlo {
 
 namespace {
 
-GVariant* changesFor(const ShowOptions& wishes) {
+GVariant* changesFor(const ShowOptions& changes) {
   GVariantBuilder entries;
   g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
-  if (wishes.preset) {
-    g_variant_builder_add(&entries, "{sv}", "preset", g_variant_new_int32(*wishes.preset));
+  if (changes.preset) {
+    g_variant_builder_add(&entries, "{sv}", "preset", g_variant_new_int32(*changes.preset));
   }
-  if (wishes.scans) {
-    g_variant_builder_add(&entries, "{sv}", "scanning", g_variant_new_boolean(*wishes.scans));
+  if (changes.scans) {
+    g_variant_builder_add(&entries, "{sv}", "scanning", g_variant_new_boolean(*changes.scans));
   }
-  if (wishes.camera) {
-    g_variant_builder_add(&entries, "{sv}", "camera", g_variant_new_string(wishes.camera->c_str()));
+  if (changes.camera) {
+    g_variant_builder_add(&entries, "{sv}", "camera", g_variant_new_string(changes.camera->c_str()));
   }
   return g_variant_new("(@a{sv})", g_variant_builder_end(&entries));
 }
 
-std::string wishesInWords(const ShowOptions& wishes) {
+std::string inWords(const ShowOptions& changes) {
   std::vector<std::string> parts;
-  if (wishes.preset) {
-    parts.push_back(fmt::format("shows preset {}", *wishes.preset));
+  if (changes.preset) {
+    parts.push_back(fmt::format("shows preset {}", *changes.preset));
   }
-  if (wishes.scans) {
-    parts.emplace_back(*wishes.scans ? "offers codes" : "leaves codes alone");
+  if (changes.scans) {
+    parts.emplace_back(*changes.scans ? "offers codes" : "ignores codes");
   }
-  if (wishes.camera) {
-    parts.push_back(fmt::format("uses the {} camera", *wishes.camera));
+  if (changes.camera) {
+    parts.push_back(fmt::format("uses the {} camera", *changes.camera));
   }
   return parts.empty() ? "" : fmt::format("; it now {}", fmt::join(parts, ", "));
 }
 
-std::vector<std::string> leftOut(std::vector<std::string> given) {
-  std::erase_if(given, [](const std::string& option) {
-    return option.starts_with("--preset=") || option.starts_with("--qr=") || option.starts_with("--camera=");
-  });
-  return given;
+std::string inWords(const std::vector<GivenOption>& options) {
+  std::vector<std::string> words;
+  for (const auto& option : options) {
+    words.push_back(fmt::format("{}={}", option.name, option.value));
+  }
+  return fmt::format("{}", fmt::join(words, ", "));
 }
 
 }  // namespace
 
-int handOver(const ShowOptions& wishes, const std::vector<std::string>& given) {
+int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOnly) {
   const ControlClient running;
-  const auto changed = running.call("Change", changesFor(wishes));
+  const auto changed = running.call("Change", changesFor(changes));
   const auto status = running.call("GetStatus");
   if (!changed.error.empty() || !status.error.empty()) {
-    std::cerr << fmt::format("nivlo: another nivlo runs in this session, but: {}\n",
+    std::cerr << fmt::format("nivlo: another Nivlo is running in this session, but: {}\n",
                              changed.error.empty() ? status.error : changed.error);
     return 1;
   }
-  std::cout << fmt::format("nivlo is already running (process {}){}\n", status.number("process"),
-                           wishesInWords(wishes));
-  if (const auto others = leftOut(given); !others.empty()) {
-    std::cout << fmt::format("Only a new start takes {}: 'nivlo ctl quit' first\n", fmt::join(others, " "));
+  std::cout << fmt::format("Nivlo is already running (process {}){}\n", status.number("process"),
+                           inWords(changes));
+  if (!startOnly.empty()) {
+    std::cout << fmt::format(
+        "{} {} ignored: Nivlo is already running; end it with 'nivlo ctl quit' and start it again\n",
+        inWords(startOnly), startOnly.size() == 1 ? "was" : "were");
   }
   return 0;
 }

@@ -8,9 +8,15 @@
 
 namespace nivlo {
 
-/// Asks the nivlo that already runs to show what this one was to show, and says so. Of `given`, the options
-/// of the command line as "--name=value", those that are no wishes are named as left out. Returns the exit
-/// status.
-int handOver(const ShowOptions& wishes, const std::vector<std::string>& given);
+/// An option of the command line, as the person wrote it.
+struct GivenOption {
+  std::string name;  ///< "--seconds"
+  std::string value;
+};
+
+/// Asks the Nivlo that is already running to make these changes, and tells the person what it did.
+/// `startOnly` are options that a running program cannot take over; they are reported as ignored. Returns the
+/// exit status.
+int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOnly);
 
 }  // namespace nivlo

@@ -25,6 +25,22 @@ std::optional<CameraSource> parseCameraSource(std::string_view text) {
   return node ? node : withValue("file:", Kind::File);
 }
 
+std::string cameraSourceText(const CameraSource& source) {
+  switch (source.kind) {
+    case CameraSource::Kind::Demo:
+      return "demo";
+    case CameraSource::Kind::PipeWire:
+      return "pipewire:" + source.value;
+    case CameraSource::Kind::File:
+      return "file:" + source.value;
+    case CameraSource::Kind::None:
+      return "none";
+    case CameraSource::Kind::Auto:
+      break;
+  }
+  return "auto";
+}
+
 std::string applyCameraSource(std::string_view text, CameraSources* sources) {
   const auto equals = text.find('=');
   const auto side = text.substr(0, equals);

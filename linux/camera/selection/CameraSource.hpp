@@ -24,6 +24,9 @@ struct CameraSource {
 /// Reads "auto", "demo", "pipewire:NODE", "file:PATH" or "none"; nothing for any other text.
 std::optional<CameraSource> parseCameraSource(std::string_view text);
 
+/// The text that parseCameraSource() reads as this source.
+std::string cameraSourceText(const CameraSource& source);
+
 struct CameraSources {
   CameraSource back;
   CameraSource front;

@@ -14,13 +14,15 @@ using testing::HasSubstr;
 
 TEST(ProgramTest, WrongUsageIsExplainedAndLeavesWithStatus2) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
-      {{"--preset", "5"}, "--preset"},
+      {{"--preset", "0"}, "'0' is not a whole number from 1"},
+      {{"--seconds", "1s"}, "'1s' is not a number above 0"},
+      {{"ctl", "scan", "yes"}, "'yes' is not one of {on,off}"},
       {{"--source", "back=camera"}, "pipewire:NODE"},
       {{"--source", "left=demo"}, "back=SOURCE or front=SOURCE"},
       {{"--size", "12"}, "WIDTHxHEIGHT"},
       {{"--size", "0x5"}, "1 to 16384"},
       {{"--accelerometer", "shake"}, "script:FILE"},
-      {{"--surface", "wall"}, "--surface"},
+      {{"--surface", "wall"}, "{auto,wayland,x11,window,offscreen}"},
       {{"scan"}, "FILE"},
       {{"nonsense"}, "nonsense"}};
   for (const auto& [arguments, hint] : cases) {
@@ -31,12 +33,15 @@ TEST(ProgramTest, WrongUsageIsExplainedAndLeavesWithStatus2) {
   }
 }
 
-TEST(ProgramTest, FilesThatCannotBeUsedAreNamedWithTheCause) {
+TEST(ProgramTest, WhatCannotBeUsedIsNamedWithTheCause) {
   const TemporaryDirectory directory;
   const auto script = directory.write("script", "# seconds, x, y, z\n0.5, 0, 0, 1\n0.4, 0, 0, 1\n");
   Nivlo decreasing({"--source", "back=demo", "--accelerometer", "script:" + script.string()});
   EXPECT_THAT(decreasing.waitForExit(), Eq(1));
   EXPECT_THAT(decreasing.output(), HasSubstr("script:3:"));
+  Nivlo noPreset({"--source", "back=demo", "--preset", "5"});
+  EXPECT_THAT(noPreset.waitForExit(), Eq(1));
+  EXPECT_THAT(noPreset.output(), HasSubstr("from 1 to 4"));
   Nivlo missing({"--source", "back=file:" + (directory.path() / "none.png").string()});
   EXPECT_THAT(missing.waitForExit(), Eq(1));
   EXPECT_THAT(missing.output(), HasSubstr("none.png"));

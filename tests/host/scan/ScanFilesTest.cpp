@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <zint.h>
 
-#include "host/commands/ScanCommand.hpp"
+#include "host/scan/ScanFiles.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
@@ -28,7 +28,7 @@ class Scan : public testing::Test {
   int run(std::vector<std::filesystem::path> files, bool json = false) {
     out_.str("");
     err_.str("");
-    return runScan({std::move(files), json}, out_, err_);
+    return scanFiles({std::move(files), json}, out_, err_);
   }
 
   std::vector<nlohmann::json> objects() {

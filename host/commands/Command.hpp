@@ -1,0 +1,37 @@
+// One command of the program, such as "nivlo scan".
+#pragma once
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace nivlo {
+
+/// What a command takes from the command line, and what it does with that. A new command is a class derived
+/// from this one and a line in CommandLine.cpp.
+class Command {
+ public:
+  virtual ~Command() = default;
+  Command(const Command&) = delete;
+  Command& operator=(const Command&) = delete;
+
+  /// Whether the command line that was parsed names this command.
+  bool chosen() const;
+
+  /// Does what the parsed command line asks for. Returns the program's exit status.
+  virtual int run() const = 0;
+
+ protected:
+  /// Adds the command to the program's command line; `app` must outlive it.
+  Command(CLI::App& app, const std::string& name, const std::string& description);
+
+  /// The command's own part of the command line, to which a derived class adds its options.
+  CLI::App& arguments() const { return *arguments_; }
+
+ private:
+  CLI::App* arguments_;
+};
+
+}  // namespace nivlo

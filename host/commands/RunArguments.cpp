@@ -1,0 +1,186 @@
+#include "host/commands/RunArguments.hpp"
+
+#include <cstdio>
+#include <string_view>
+
+#include <CLI/App.hpp>
+#include <fmt/format.h>
+
+#include "host/commands/Choices.hpp"
+#include "host/commands/SharedOptions.hpp"
+
+namespace nivlo {
+
+namespace {
+
+constexpr int kLargestEdge = 16384;  // pixels
+constexpr std::string_view kScript = "script:";
+
+constexpr Choice<std::string_view> kCameras[] = {{"back", "back"}, {"front", "front"}};
+constexpr Choice<SurfaceKind> kSurfaces[] = {{"auto", SurfaceKind::Auto},
+                                             {"wayland", SurfaceKind::Wayland},
+                                             {"x11", SurfaceKind::X11},
+                                             {"window", SurfaceKind::Window},
+                                             {"offscreen", SurfaceKind::Offscreen}};
+constexpr Choice<PausePolicy> kPauses[] = {{"covered", PausePolicy::Covered},
+                                           {"fullscreen", PausePolicy::Fullscreen},
+                                           {"never", PausePolicy::Never}};
+constexpr Choice<AlertKind> kAlerts[] = {
+    {"auto", AlertKind::Auto}, {"desktop", AlertKind::Desktop}, {"terminal", AlertKind::Terminal}};
+
+void readSize(const std::string& text, SurfaceOptions& surface) {
+  char extra = 0;
+  const int count = std::sscanf(text.c_str(), "%5dx%5d%c", &surface.width, &surface.height, &extra);
+  const auto fits = [](int edge) { return edge >= 1 && edge <= kLargestEdge; };
+  if (count != 2 || !fits(surface.width) || !fits(surface.height)) {
+    throw CLI::ValidationError(
+        "--size",
+        fmt::format("write WIDTHxHEIGHT in pixels, for example 1920x1080, each from 1 to {}", kLargestEdge));
+  }
+}
+
+std::filesystem::path scriptIn(const std::string& text) {
+  if (!text.starts_with(kScript) || text.size() == kScript.size()) {
+    throw CLI::ValidationError("--accelerometer", "write script:FILE");
+  }
+  return text.substr(kScript.size());
+}
+
+}  // namespace
+
+void RunArguments::addTo(CLI::App& app) {
+  addLastingTo(app);
+  addDrawing(app);
+}
+
+void RunArguments::addLastingTo(CLI::App& app) {
+  apps_.push_back(&app);
+  addChanges(app);
+  addDevices(app);
+  addBehaviour(app);
+}
+
+void RunArguments::addChanges(CLI::App& app) {
+  auto* preset = app.add_option("--preset", options_.show.preset,
+                                "Show this preset, counted from 1 (see 'nivlo presets')")
+                     ->type_name("NUMBER")
+                     ->check(checkCount)
+                     ->default_str("1");
+  auto* scans = addChoice(app, "--qr", kOnOff, options_.show.scans,
+                          "Offer the codes that the camera sees (default: as the preset says)");
+  auto* camera = addChoice(app, "--camera", kCameras, options_.show.camera,
+                           "Start with this camera (default: as the preset says)");
+  changes_.insert({preset, scans, camera});
+}
+
+void RunArguments::addDevices(CLI::App& app) {
+  addSources(app, options_.sources);
+  app.add_option_function<std::string>(
+         "--accelerometer",
+         [this](const std::string& text) { options_.accelerometerScript = scriptIn(text); },
+         "Play readings from a file instead of reading the sensor; each line is 'SECONDS, X, Y, Z' with "
+         "accelerations in g")
+      ->type_name("script:FILE");
+  addMachine(app, options_.machine);
+}
+
+void RunArguments::addBehaviour(CLI::App& app) {
+  app.add_option("--output", options_.surface.output,
+                 "Show the wallpaper on this output only, for example eDP-1 (default: on all outputs)")
+      ->type_name("NAME");
+  addChoice(app, "--pause", kPauses, options_.surface.pause,
+            "Close the camera while windows hide the wallpaper on every output: covered counts maximised and "
+            "fullscreen windows, fullscreen only those, never none");
+  addChoice(app, "--alerts", kAlerts, options_.alerts,
+            "Ask in the desktop's dialogs, or in the terminal with numbered buttons; auto is desktop if the "
+            "wallpaper is shown on one");
+  addBundle(app, options_.bundle);
+}
+
+void RunArguments::addDrawing(CLI::App& app) {
+  addChoice(
+      app, "--surface", kSurfaces, options_.surfaceKind,
+      "Draw on the desktop background (wayland, x11), in an ordinary window, or offscreen, into memory; "
+      "auto takes the first of these that works");
+  app.add_option_function<std::string>(
+         "--size", [this](const std::string& text) { readSize(text, options_.surface); },
+         "The size in pixels of a window or an offscreen surface")
+      ->type_name("WIDTHxHEIGHT")
+      ->default_str(fmt::format("{}x{}", options_.surface.width, options_.surface.height));
+  app.add_option_function<std::string>(
+         "--snapshot", [this](const std::string& file) { options_.snapshot = file; },
+         "Save the first picture to this PNG file, and replace it with the last one at the end")
+      ->type_name("FILE");
+  app.add_option("--frames", options_.frames, "Exit after drawing this many frames")
+      ->type_name("COUNT")
+      ->check(checkCount);
+  app.add_option_function<double>(
+         "--seconds", [this](double seconds) { options_.runFor = std::chrono::duration<double>(seconds); },
+         "Exit after this time")
+      ->type_name("SECONDS")
+      ->check(checkPositive);
+}
+
+RunOptions RunArguments::options() const {
+  auto result = options_;
+  const auto isStartOnly = [this](const CLI::Option* option) {
+    return option->get_expected_max() > 0 && !changes_.contains(option);
+  };
+  for (const auto* app : apps_) {
+    for (const auto* option : app->get_options(isStartOnly)) {
+      for (const auto& value : option->results()) {
+        result.startOnly.push_back({option->get_name(), value});
+      }
+    }
+  }
+  return result;
+}
+
+std::vector<std::string> lastingArguments(const RunOptions& options) {
+  const RunOptions standard;
+  std::vector<std::string> arguments;
+  const auto add = [&](std::string_view name, std::string_view value) {
+    arguments.push_back(fmt::format("--{}={}", name, value));
+  };
+  const auto absolute = [](const std::filesystem::path& path) {
+    return std::filesystem::absolute(path).string();
+  };
+  const auto addSource = [&](std::string_view side, CameraSource source) {
+    if (source.kind == CameraSource::Kind::File) {
+      source.value = absolute(source.value);
+    }
+    if (source.kind != CameraSource::Kind::Auto) {
+      add("source", fmt::format("{}={}", side, cameraSourceText(source)));
+    }
+  };
+  add("preset", std::to_string(options.show.preset.value_or(1)));
+  if (options.show.scans) {
+    add("qr", wordFor(kOnOff, *options.show.scans));
+  }
+  if (options.show.camera) {
+    add("camera", *options.show.camera);
+  }
+  addSource("back", options.sources.back);
+  addSource("front", options.sources.front);
+  if (options.accelerometerScript) {
+    add("accelerometer", std::string(kScript) + absolute(*options.accelerometerScript));
+  }
+  if (!options.machine.empty()) {
+    add("machine", options.machine);
+  }
+  if (!options.surface.output.empty()) {
+    add("output", options.surface.output);
+  }
+  if (options.surface.pause != standard.surface.pause) {
+    add("pause", wordFor(kPauses, options.surface.pause));
+  }
+  if (options.alerts != standard.alerts) {
+    add("alerts", wordFor(kAlerts, options.alerts));
+  }
+  if (options.bundle != standard.bundle) {
+    add("bundle", absolute(options.bundle));
+  }
+  return arguments;
+}
+
+}  // namespace nivlo

@@ -1,0 +1,40 @@
+// What can be asked of "nivlo run".
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/bundle/BundleLoader.hpp"
+#include "host/control/client/HandOver.hpp"
+#include "host/show/WallpaperShow.hpp"
+#include "host/surfaces/ChooseSurface.hpp"
+#include "linux/camera/selection/CameraSource.hpp"
+
+namespace nivlo {
+
+/// How questions are asked.
+enum class AlertKind {
+  Auto,      ///< in the desktop's dialogs if the wallpaper is shown on a desktop, else in the terminal
+  Desktop,   ///< in the desktop's dialogs
+  Terminal,  ///< in the terminal
+};
+
+struct RunOptions {
+  std::filesystem::path bundle = defaultBundlePath();
+  ShowOptions show;
+  CameraSources sources;
+  std::string machine;                                       ///< the machine identifier; empty: the kernel's
+  std::optional<std::filesystem::path> accelerometerScript;  ///< played instead of reading the sensor
+  SurfaceKind surfaceKind = SurfaceKind::Auto;
+  SurfaceOptions surface;
+  AlertKind alerts = AlertKind::Auto;
+  std::optional<std::filesystem::path> snapshot;        ///< the PNG file that pictures are saved to
+  std::optional<int> frames;                            ///< the program ends after drawing this many
+  std::optional<std::chrono::duration<double>> runFor;  ///< the program ends after this time
+  std::vector<GivenOption> startOnly;  ///< those given that a Nivlo already running cannot take over
+};
+
+}  // namespace nivlo

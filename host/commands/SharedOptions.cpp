@@ -1,0 +1,61 @@
+#include "host/commands/SharedOptions.hpp"
+
+#include <charconv>
+#include <system_error>
+#include <vector>
+
+#include <CLI/App.hpp>
+#include <fmt/format.h>
+
+namespace nivlo {
+
+namespace {
+
+template <class Number>
+bool isAboveZero(const std::string& text) {
+  Number number = 0;
+  const auto* end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, number);
+  return read.ec == std::errc() && read.ptr == end && number > 0;
+}
+
+}  // namespace
+
+CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle) {
+  return app.add_option("--bundle", bundle, "Use this wallpaper bundle instead of the built-in one")
+      ->type_name("DIRECTORY");
+}
+
+CLI::Option* addSources(CLI::App& app, CameraSources& sources) {
+  const auto apply = [&sources](const std::vector<std::string>& texts) {
+    for (const auto& text : texts) {
+      if (const auto error = applyCameraSource(text, &sources); !error.empty()) {
+        throw CLI::ValidationError("--source", error);
+      }
+    }
+  };
+  return app
+      .add_option_function<std::vector<std::string>>(
+          "--source", apply,
+          "Choose what serves as a camera: SIDE is back or front; SOURCE is auto, demo, pipewire:NODE, "
+          "file:PATH or none. auto takes the PipeWire cameras, or the demo if there are none (see 'nivlo "
+          "devices')")
+      ->type_name("SIDE=SOURCE");
+}
+
+CLI::Option* addMachine(CLI::App& app, std::string& machine) {
+  return app
+      .add_option("--machine", machine,
+                  "Go by this machine identifier, for example iPhone4,1, instead of the kernel's")
+      ->type_name("IDENTIFIER");
+}
+
+std::string checkCount(const std::string& text) {
+  return isAboveZero<int>(text) ? "" : fmt::format("'{}' is not a whole number from 1", text);
+}
+
+std::string checkPositive(const std::string& text) {
+  return isAboveZero<double>(text) ? "" : fmt::format("'{}' is not a number above 0", text);
+}
+
+}  // namespace nivlo
