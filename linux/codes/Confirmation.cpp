@@ -9,8 +9,8 @@ namespace nivlo {
 
 namespace {
 
-// Twice through the rotation, as often only one or two of its strategies read a code.
-constexpr long kLooksRemembered = 60;
+// More than two rounds of the schedule, because often only one or two of its strategies can read a code.
+constexpr long kPassesRemembered = 60;
 constexpr std::size_t kStrategiesNeeded = 2;
 constexpr std::size_t kFramesNeeded = 3;
 
@@ -22,20 +22,20 @@ bool isWeak(std::string_view type) {
 
 }  // namespace
 
-std::vector<Reading> Confirmation::confirmed(std::vector<Reading> readings, const Look& look) {
-  ++looks_;
+std::vector<Reading> Confirmation::confirmed(std::vector<Reading> readings, const Pass& pass) {
+  ++passes_;
   std::erase_if(readings, [&](const Reading& reading) {
     if (!isWeak(reading.type)) {
       return false;
     }
-    return !counts(noted(reading, look));
+    return !counts(recorded(reading, pass));
   });
   std::erase_if(sightings_,
-                [&](const Sighting& sighting) { return looks_ - sighting.lastLook > kLooksRemembered; });
+                [&](const Sighting& sighting) { return passes_ - sighting.lastPass > kPassesRemembered; });
   return readings;
 }
 
-Confirmation::Sighting& Confirmation::noted(const Reading& reading, const Look& look) {
+Confirmation::Sighting& Confirmation::recorded(const Reading& reading, const Pass& pass) {
   auto known = std::find_if(sightings_.begin(), sightings_.end(), [&](const Sighting& sighting) {
     return sighting.reading.type == reading.type && sighting.reading.text == reading.text;
   });
@@ -43,10 +43,10 @@ Confirmation::Sighting& Confirmation::noted(const Reading& reading, const Look& 
     known = sightings_.insert(known, {reading, {}, {}});
   }
   known->reading.outline = reading.outline;
-  known->lastLook = looks_;
+  known->lastPass = passes_;
   known->isCertain = known->isCertain || reading.isCertain;
-  known->strategies.insert(look.strategy);
-  known->frames.insert(look.captureTime);
+  known->strategies.insert(pass.strategy);
+  known->frames.insert(pass.captureTime);
   return *known;
 }
 

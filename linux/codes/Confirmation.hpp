@@ -1,4 +1,4 @@
-// Holds back readings that may be wrong until they are seen again.
+// Holds back readings that may be wrong until they have been seen again.
 #pragma once
 
 #include <chrono>
@@ -9,35 +9,36 @@
 
 namespace nivlo {
 
-/// Who read, and what: a strategy repeats its mistakes on the same frame, and often on the next one of a
-/// still scene.
-struct Look {
-  const void* strategy = nullptr;
+/// One strategy's reading of one frame. A strategy repeats its mistakes on the same frame, and often on the
+/// next frame of a still scene, so repetition by the same strategy confirms little.
+struct Pass {
+  const void* strategy = nullptr;  ///< tells strategies apart; never dereferenced
   std::chrono::steady_clock::time_point captureTime;
 };
 
-/// UPC-E, EAN-8, EAN-13 and Code 39 have a weak check digit or none. They count once two strategies have read
-/// the same, or one in three frames, and more than have read anything else at the same place. One that is
-/// certain counts at once, as everything else does, and no other at its place.
+/// UPC-E, EAN-8, EAN-13 and Code 39 have a weak check digit or none. A reading of them counts once two
+/// strategies, or three frames, have shown it, and more strategies than have read anything else at the same
+/// place. A reading that is certain counts at once, and then no other at its place does. Readings of other
+/// symbologies always count.
 class Confirmation {
  public:
-  /// The readings of a look that count.
-  std::vector<Reading> confirmed(std::vector<Reading> readings, const Look& look);
+  /// Records the readings of a pass and returns those that count.
+  std::vector<Reading> confirmed(std::vector<Reading> readings, const Pass& pass);
 
  private:
   struct Sighting {
     Reading reading;
     std::set<const void*> strategies;
     std::set<std::chrono::steady_clock::time_point> frames;
-    long lastLook = 0;
+    long lastPass = 0;
     bool isCertain = false;
   };
 
-  Sighting& noted(const Reading& reading, const Look& look);
+  Sighting& recorded(const Reading& reading, const Pass& pass);
   bool counts(const Sighting& sighting) const;
 
   std::vector<Sighting> sightings_;
-  long looks_ = 0;
+  long passes_ = 0;
 };
 
 }  // namespace nivlo

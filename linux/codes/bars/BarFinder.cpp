@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <numbers>
+#include <utility>
 
 #include <libyuv/scale.h>
 
@@ -10,42 +13,45 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::size_t kMostRegions = 3;
-// Bars that a decoder can read are still seen at this size.
-constexpr int kLongestSide = 960;
+constexpr std::size_t kMaxRegions = 3;
+// Longer edge in pixels that pictures are reduced to. Bars that a decoder can read still show at this size.
+constexpr int kMaxLength = 960;
 constexpr int kBlocksAcross = 64;
-constexpr int kSmallestBlock = 4;
-// Mean of squared differences over two pixels: below it a block is paper, or noise.
-constexpr float kLeastEnergy = 100;
-// 1 where all edges of a block are parallel, 0 where none are.
-constexpr float kLeastCoherence = 0.6F;
-constexpr double kMostTurn = 15 * std::numbers::pi / 180;
-// Bars have more edges than the print beside them.
-constexpr double kLeastOfMean = 0.6;
-// A wide white bar of a code close by leaves blocks without an edge.
+constexpr int kMinBlockSize = 4;
+// Mean squared difference between neighbours two pixels apart; blocks with less hold blank paper or noise.
+constexpr float kMinEnergy = 100;
+// Coherence is 1 if all edges of a block are parallel and 0 if they run in all directions alike.
+constexpr float kMinCoherence = 0.6F;
+constexpr double kMaxTurn = 15 * std::numbers::pi / 180;
+// Edge strength of a block that joins a cluster, relative to the cluster's mean: the print beside a code has
+// fewer edges than its bars.
+constexpr double kMinRelativeWeight = 0.6;
+// Blocks to each side among which a cluster grows. A wide white bar seen from close leaves blocks without an
+// edge, which must not divide the cluster.
 constexpr int kReach = 2;
-constexpr double kFewestBlocksAcross = 5;
-constexpr double kLeastFilled = 0.25;
-// Of all blocks within reach.
-constexpr int kFewestNeighbours = 12;
-constexpr std::size_t kMostJoined = 4;
-// Between parts of one code that wide or blurred bars keep apart, of the length of the larger; and what of
-// their height they have in common.
-constexpr double kMostGap = 0.25;
-constexpr double kLeastShared = 0.6;
-// Of PDF417 only the patterns at both ends may show, as high as each other.
-constexpr double kMostGapOfEnds = 12;
-constexpr double kLeastHeightOfEnds = 0.8;
+constexpr double kMinBlocksAcross = 5;
+// Part of its rectangle that a cluster must fill.
+constexpr double kMinFilled = 0.25;
+// Blocks of the same cluster that a dense block has within reach, itself included.
+constexpr int kMinNeighbours = 12;
+constexpr std::size_t kMaxJoined = 4;
+// Wide or blurred bars can divide a code into parts. The gap between parts is relative to the length of the
+// larger one, and the height that they share is relative to the taller one.
+constexpr double kMaxGap = 0.25;
+constexpr double kMinSharedHeight = 0.6;
+// Of a PDF417 only the start and stop patterns may show as bars. They are far apart but about equally high.
+constexpr double kMaxGapOfEnds = 12;
+constexpr double kMinHeightRatioOfEnds = 0.8;
 
-/// The structure tensor's direction and strength in one block.
+/// Direction and strength of the edges in one block, from its structure tensor.
 struct Block {
   double angle = 0;  ///< across the edges, in radians, 0..pi
-  float weight = 0;  ///< 0 where there are no edges of one direction
-  int cluster = 0;   ///< that it belongs to, counted from 1
+  float weight = 0;  ///< 0 if the block has no edges, or edges of several directions
+  int cluster = 0;   ///< number of the cluster that it belongs to, or 0
 };
 
 struct Grid {
-  int blockSide = 0;
+  int blockSize = 0;  ///< pixels
   int columns = 0;
   int rows = 0;
   std::vector<Block> blocks;
@@ -53,15 +59,15 @@ struct Grid {
   Block& at(int column, int row) { return blocks[static_cast<std::size_t>(row) * columns + column]; }
 };
 
-Block blockOf(const LumaPicture& picture, int left, int top, int side) {
+Block blockOf(const LumaPicture& picture, int left, int top, int size) {
   int xx = 0;
   int yy = 0;
   int xy = 0;
-  for (int y = top; y < top + side; ++y) {
+  for (int y = top; y < top + size; ++y) {
     const std::uint8_t* above = picture.row(y - 1);
     const std::uint8_t* here = picture.row(y);
     const std::uint8_t* below = picture.row(y + 1);
-    for (int x = left; x < left + side; ++x) {
+    for (int x = left; x < left + size; ++x) {
       const int dx = here[x + 1] - here[x - 1];
       const int dy = below[x] - above[x];
       xx += dx * dx;
@@ -71,7 +77,7 @@ Block blockOf(const LumaPicture& picture, int left, int top, int side) {
   }
   const auto energy = static_cast<float>(xx + yy);
   const float directed = std::hypot(static_cast<float>(xx - yy), static_cast<float>(2 * xy));
-  if (energy < kLeastEnergy * static_cast<float>(side * side) || directed < kLeastCoherence * energy) {
+  if (energy < kMinEnergy * static_cast<float>(size * size) || directed < kMinCoherence * energy) {
     return {};
   }
   const double angle = 0.5 * std::atan2(2.0 * xy, static_cast<double>(xx - yy));
@@ -80,29 +86,31 @@ Block blockOf(const LumaPicture& picture, int left, int top, int side) {
 
 Grid gridOf(const LumaPicture& picture) {
   Grid grid;
-  grid.blockSide = std::max(kSmallestBlock, std::max(picture.width, picture.height) / kBlocksAcross);
-  grid.columns = std::max(0, (picture.width - 2) / grid.blockSide);
-  grid.rows = std::max(0, (picture.height - 2) / grid.blockSide);
+  grid.blockSize = std::max(kMinBlockSize, std::max(picture.width, picture.height) / kBlocksAcross);
+  grid.columns = std::max(0, (picture.width - 2) / grid.blockSize);
+  grid.rows = std::max(0, (picture.height - 2) / grid.blockSize);
   grid.blocks.reserve(static_cast<std::size_t>(grid.columns) * grid.rows);
   for (int row = 0; row < grid.rows; ++row) {
     for (int column = 0; column < grid.columns; ++column) {
       grid.blocks.push_back(
-          blockOf(picture, 1 + column * grid.blockSide, 1 + row * grid.blockSide, grid.blockSide));
+          blockOf(picture, 1 + column * grid.blockSize, 1 + row * grid.blockSize, grid.blockSize));
     }
   }
   return grid;
 }
 
+/// Returns the angle between two undirected axes, in radians from 0 to a right angle.
 double turnBetween(double first, double second) {
   const double turn = std::abs(first - second);
   return std::min(turn, std::numbers::pi - turn);
 }
 
-/// Blocks that hang together and agree on a direction.
+/// Blocks that lie close together and have edges of one direction.
 struct Cluster {
   int number = 0;
-  std::vector<std::pair<int, int>> places;
-  double cosines = 0;  ///< sums over twice the angle, for which 0 and 180 degrees are one
+  std::vector<std::pair<int, int>> places;  ///< column and row of each block
+  // Sums over twice the angle of each block, because angles of 0 and 180 degrees mean the same direction.
+  double cosines = 0;
   double sines = 0;
 
   double angle() const {
@@ -124,12 +132,12 @@ Cluster clusterFrom(Grid& grid, int column, int row, int number) {
   for (std::size_t i = 0; i < cluster.places.size(); ++i) {
     const auto [fromColumn, fromRow] = cluster.places[i];
     const double angle = cluster.angle();
-    const double least = kLeastOfMean * cluster.meanWeight();
+    const double least = kMinRelativeWeight * cluster.meanWeight();
     for (int y = std::max(0, fromRow - kReach); y <= std::min(grid.rows - 1, fromRow + kReach); ++y) {
       for (int x = std::max(0, fromColumn - kReach); x <= std::min(grid.columns - 1, fromColumn + kReach);
            ++x) {
         Block& block = grid.at(x, y);
-        if (block.cluster || block.weight < least || turnBetween(block.angle, angle) > kMostTurn) {
+        if (block.cluster || block.weight < least || turnBetween(block.angle, angle) > kMaxTurn) {
           continue;
         }
         cluster.add(x, y, block);
@@ -139,7 +147,8 @@ Cluster clusterFrom(Grid& grid, int column, int row, int number) {
   return cluster;
 }
 
-/// Without what hangs on to bars only by a line, such as the edge of a label.
+/// Returns the cluster without blocks that have few neighbours in it, such as those along the edge of a
+/// label.
 Cluster dense(Grid& grid, const Cluster& cluster) {
   Cluster result{cluster.number};
   for (const auto& [column, row] : cluster.places) {
@@ -149,7 +158,7 @@ Cluster dense(Grid& grid, const Cluster& cluster) {
         neighbours += grid.at(x, y).cluster == cluster.number;
       }
     }
-    if (neighbours >= kFewestNeighbours) {
+    if (neighbours >= kMinNeighbours) {
       result.add(column, row, grid.at(column, row));
     }
   }
@@ -167,9 +176,9 @@ struct Interval {
   }
 };
 
-/// A frame of reference for places in the picture, turned by an angle.
+/// Coordinates that are turned against the picture: u runs across the bars, v along them.
 struct Axes {
-  CGPoint across;
+  CGPoint across;  ///< unit vector of u
 
   double u(CGPoint point) const { return across.x * point.x + across.y * point.y; }
   double v(CGPoint point) const { return across.x * point.y - across.y * point.x; }
@@ -181,25 +190,25 @@ struct Axes {
   }
 };
 
-/// The cluster's rectangle in pixels of the picture that the grid was made of; of no size where it is too
-/// short or too sparse to be a code.
-Quad rectangleOf(const Cluster& cluster, int blockSide) {
+/// Returns the rectangle around the cluster, in pixels of the picture that the grid was made of. It has no
+/// area if the cluster is too short or too sparse to be a code.
+Quad rectangleOf(const Cluster& cluster, int blockSize) {
   double angle = cluster.angle();
   if (angle > std::numbers::pi / 2) {
     angle -= std::numbers::pi;
   }
   const Axes axes{{std::cos(angle), std::sin(angle)}};
-  const double half = blockSide / 2.0;
+  const double half = blockSize / 2.0;
   Interval u, v;
   for (const auto& [column, row] : cluster.places) {
-    const CGPoint centre{1 + column * blockSide + half, 1 + row * blockSide + half};
+    const CGPoint centre{1 + column * blockSize + half, 1 + row * blockSize + half};
     for (const double by : {-half, half}) {
       u.include(axes.u(centre) + by);
       v.include(axes.v(centre) + by);
     }
   }
-  const double filled = static_cast<double>(cluster.places.size()) * blockSide * blockSide;
-  if (u.length() < kFewestBlocksAcross * blockSide || filled < kLeastFilled * u.length() * v.length()) {
+  const double filled = static_cast<double>(cluster.places.size()) * blockSize * blockSize;
+  if (u.length() < kMinBlocksAcross * blockSize || filled < kMinFilled * u.length() * v.length()) {
     return {};
   }
   return axes.rectangle(u, v);
@@ -225,7 +234,7 @@ Quad rectangleAround(const Quad& first, const Quad& second, const Axes& axes) {
                         {std::min(one.v.low, other.v.low), std::max(one.v.high, other.v.high)});
 }
 
-/// The axis across the bars runs from the first to the second, within 90 degrees of left to right.
+/// Returns axes whose u runs through both points, within 90 degrees of left to right.
 Axes axesThrough(CGPoint first, CGPoint second) {
   const double length = distanceBetween(first, second) * (second.x < first.x ? -1 : 1);
   return {{(second.x - first.x) / length, (second.y - first.y) / length}};
@@ -235,26 +244,26 @@ double turnBetween(const Axes& first, const Axes& second) {
   return turnBetween(std::abs(std::atan2(second.v(first.across), second.u(first.across))), 0);
 }
 
-/// The rectangle around the patterns at both ends of a PDF417; of no size where they cannot be that. How they
-/// lie to each other tells the direction better than their bars do.
+/// Returns the rectangle around the start and stop patterns of a PDF417, which has no area if the two cannot
+/// be that. Its direction is that from one to the other, which is more accurate than that of their bars.
 Quad joinedEnds(const Quad& first, const Quad& second, const Axes& axes) {
   const Axes through = axesThrough(centreOf(first), centreOf(second));
   const Extent one = extentOf(first, through);
   const Extent other = extentOf(second, through);
-  const bool areHigh = one.v.length() > one.u.length() && other.v.length() > other.u.length();
+  const bool areTall = one.v.length() > one.u.length() && other.v.length() > other.u.length();
   const double ratio = one.v.length() / other.v.length();
-  const bool areAlike = ratio >= kLeastHeightOfEnds && ratio * kLeastHeightOfEnds <= 1;
-  if (!areHigh || !areAlike || turnBetween(axes, through) > kMostTurn) {
+  const bool areEquallyTall = ratio >= kMinHeightRatioOfEnds && ratio * kMinHeightRatioOfEnds <= 1;
+  if (!areTall || !areEquallyTall || turnBetween(axes, through) > kMaxTurn) {
     return {};
   }
   return rectangleAround(first, second, through);
 }
 
-/// The rectangle around two parts of one code, of which the first is the larger; of no size where they cannot
-/// be that.
+/// Returns the rectangle around two parts of one code, which has no area if the two cannot be that. The first
+/// is the larger.
 Quad joined(const Quad& first, const Quad& second) {
   const Axes axes = axesThrough(first[0], first[1]);
-  if (turnBetween(axes, axesThrough(second[0], second[1])) > kMostTurn) {
+  if (turnBetween(axes, axesThrough(second[0], second[1])) > kMaxTurn) {
     return {};
   }
   const Extent one = extentOf(first, axes);
@@ -263,20 +272,21 @@ Quad joined(const Quad& first, const Quad& second) {
   const double shared = std::min(one.v.high, other.v.high) - std::max(one.v.low, other.v.low);
   const double height = std::max(one.v.length(), other.v.length());
   const double length = one.u.length();
-  if (gap > kMostGapOfEnds * length) {
+  if (gap > kMaxGapOfEnds * length) {
     return {};
   }
-  if (gap > kMostGap * length) {
+  if (gap > kMaxGap * length) {
     return joinedEnds(first, second, axes);
   }
-  return shared >= kLeastShared * height ? rectangleAround(first, second, axes) : Quad{};
+  return shared >= kMinSharedHeight * height ? rectangleAround(first, second, axes) : Quad{};
 }
 
 bool isLarger(const Quad& first, const Quad& second) { return areaOf(first) > areaOf(second); }
 
-/// Also what two of the largest would be together: whether they are one code shows only when it is read.
+/// Adds what pairs of the largest regions would be together. Whether a pair is one code shows only when it is
+/// read, so the regions themselves stay too.
 void addJoined(std::vector<Quad>& regions) {
-  const std::size_t count = std::min(kMostJoined, regions.size());
+  const std::size_t count = std::min(kMaxJoined, regions.size());
   for (std::size_t i = 0; i < count; ++i) {
     for (std::size_t k = i + 1; k < count; ++k) {
       const Quad whole = joined(regions[i], regions[k]);
@@ -287,21 +297,21 @@ void addJoined(std::vector<Quad>& regions) {
   }
 }
 
-}  // namespace
-
-std::vector<Quad> findBars(const LumaPicture& picture) {
-  LumaBuffer reduced;
-  LumaPicture small = picture;
-  const double scale =
-      std::min(1.0, kLongestSide / static_cast<double>(std::max(picture.width, picture.height)));
-  if (scale < 1) {
-    reduced.resize(std::max(1, static_cast<int>(picture.width * scale)),
-                   std::max(1, static_cast<int>(picture.height * scale)));
-    small = reduced.picture();
-    libyuv::ScalePlane(picture.pixels, picture.stride, picture.width, picture.height, reduced.row(0),
-                       small.stride, small.width, small.height, libyuv::kFilterBox);
+/// Returns the picture if it is small enough, else a reduced copy in `buffer`.
+LumaPicture reduced(const LumaPicture& picture, double scale, LumaBuffer& buffer) {
+  if (scale >= 1) {
+    return picture;
   }
-  Grid grid = gridOf(small);
+  buffer.resize(std::max(1, static_cast<int>(picture.width * scale)),
+                std::max(1, static_cast<int>(picture.height * scale)));
+  const LumaPicture small = buffer.picture();
+  libyuv::ScalePlane(picture.pixels, picture.stride, picture.width, picture.height, buffer.row(0),
+                     small.stride, small.width, small.height, libyuv::kFilterBox);
+  return small;
+}
+
+/// Returns the rectangles of all clusters, in pixels of the picture that the grid was made of.
+std::vector<Quad> regionsOf(Grid& grid) {
   std::vector<Quad> regions;
   int clusters = 0;
   for (int row = 0; row < grid.rows; ++row) {
@@ -311,20 +321,34 @@ std::vector<Quad> findBars(const LumaPicture& picture) {
         continue;
       }
       const Cluster cluster = clusterFrom(grid, column, row, ++clusters);
-      Quad rectangle = rectangleOf(cluster, grid.blockSide);
+      Quad rectangle = rectangleOf(cluster, grid.blockSize);
       if (areaOf(rectangle) == 0) {
-        rectangle = rectangleOf(dense(grid, cluster), grid.blockSide);
+        rectangle = rectangleOf(dense(grid, cluster), grid.blockSize);
       }
       if (areaOf(rectangle) > 0) {
-        regions.push_back(scaledAndMoved(rectangle, 1 / scale, {}));
+        regions.push_back(rectangle);
       }
     }
+  }
+  return regions;
+}
+
+}  // namespace
+
+std::vector<Quad> findBars(const LumaPicture& picture) {
+  const double scale =
+      std::min(1.0, kMaxLength / static_cast<double>(std::max(picture.width, picture.height)));
+  LumaBuffer buffer;
+  Grid grid = gridOf(reduced(picture, scale, buffer));
+  std::vector<Quad> regions = regionsOf(grid);
+  for (Quad& region : regions) {
+    region = scaledAndMoved(region, 1 / scale, {});
   }
   std::sort(regions.begin(), regions.end(), isLarger);
   addJoined(regions);
   std::sort(regions.begin(), regions.end(), isLarger);
-  if (regions.size() > kMostRegions) {
-    regions.resize(kMostRegions);
+  if (regions.size() > kMaxRegions) {
+    regions.resize(kMaxRegions);
   }
   return regions;
 }

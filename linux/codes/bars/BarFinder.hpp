@@ -1,4 +1,4 @@
-// Finds where in a picture there are bars, and how they lie.
+// Finds the regions of a picture that consist of parallel bars.
 #pragma once
 
 #include <vector>
@@ -8,11 +8,12 @@
 
 namespace nivlo {
 
-/// Rectangles that hold many edges of one direction, such as 1-D codes and PDF417 and also blinds or lines of
-/// print; the largest first, three at most. Two that may be parts of one code are given as one as well. A
-/// rectangle's first side runs across the bars, within 90 degrees of left to right: whether a code reads
-/// forwards along it is not known. Edges within a twelfth of a right angle of one direction count as
-/// parallel. About 0.5 ms at 1280x720; the detail looked at is bounded.
+/// Returns at most three rectangles that hold many edges of one direction, the largest first: 1-D codes and
+/// PDF417, but also blinds or lines of print. Edges count as parallel within 15 degrees. Two regions that may
+/// be parts of one code are returned joined as well.
+///
+/// The first edge of a rectangle runs across its bars, within 90 degrees of left to right; whether a code
+/// reads forwards along it is not known. Takes about 0.5 ms at 1280x720; larger pictures are reduced first.
 std::vector<Quad> findBars(const LumaPicture& picture);
 
 }  // namespace nivlo

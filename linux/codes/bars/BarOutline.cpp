@@ -9,22 +9,23 @@ namespace nivlo {
 namespace {
 
 constexpr int kSamples = 256;
-constexpr double kSmallestCorrelation = 0.6;
+// Correlation with the known scan line from which on a line shows the same bars.
+constexpr double kMinCorrelation = 0.6;
 // Noise may spoil single lines of a code.
-constexpr int kMissesAllowed = 3;
-constexpr double kSmallestHalfHeight = 1.0 / 24;
-// Relative to the code's length: no code that a camera sees is taller.
-constexpr double kLargestHalfHeight = 1.5;
-// Of the length: bars seen over less do not tell their direction.
-constexpr double kTellingHeight = 0.1;
+constexpr int kMaxMisses = 3;
+// Heights are relative to the code's length. No code that a camera sees is taller than the maximum.
+constexpr double kMinHalfHeight = 1.0 / 24;
+constexpr double kMaxHalfHeight = 1.5;
+// Bars that were followed over less do not tell their direction.
+constexpr double kMinHeightForDirection = 0.1;
 constexpr int kStepsPerLength = 128;
 
 CGPoint plus(CGPoint point, CGPoint direction, double distance) {
   return {point.x + direction.x * distance, point.y + direction.y * distance};
 }
 
-/// Luma along the line with its mean taken off, at unit length. Empty where the line leaves the picture or is
-/// flat.
+/// Samples luma along the line, less its mean, as a vector of length 1. Empty if the line leaves the picture
+/// or is of one brightness.
 std::vector<float> profile(const LumaPicture& picture, CGPoint start, CGPoint end) {
   std::vector<float> samples(kSamples);
   float sum = 0;
@@ -52,6 +53,7 @@ std::vector<float> profile(const LumaPicture& picture, CGPoint start, CGPoint en
   return samples;
 }
 
+/// From -1 to 1; 0 if one of the profiles is empty.
 double correlation(const std::vector<float>& first, const std::vector<float>& second) {
   if (first.empty() || second.empty()) {
     return 0;
@@ -69,38 +71,38 @@ struct ScanLine {
   CGPoint along;  ///< unit vector from start to end
   double length = 0;
 
+  /// Returns the line moved by `distance` in the direction `down`, and by `lean` along itself.
   ScanLine moved(CGPoint down, double distance, double lean) const {
     return {plus(plus(start, down, distance), along, lean), plus(plus(end, down, distance), along, lean),
             along, length};
   }
 };
 
-enum class Side { Top, Bottom };
+enum class End { Top, Bottom };
 
-/// The farthest line on that side that still shows the bars of `line`.
-ScanLine lastLineWithBars(const LumaPicture& picture, const ScanLine& line, Side side) {
-  const double sign = side == Side::Bottom ? 1 : -1;
+/// Returns the farthest line towards that end of the bars which still shows the bars of `line`.
+ScanLine lastLineWithBars(const LumaPicture& picture, const ScanLine& line, End end) {
+  const double sign = end == End::Bottom ? 1 : -1;
   const CGPoint down{-line.along.y * sign, line.along.x * sign};
   const std::vector<float> bars = profile(picture, line.start, line.end);
   const double step = std::max(1.0, line.length / kStepsPerLength);
-  const double smallest = std::max(2.0, line.length * kSmallestHalfHeight);
+  const double smallest = std::max(2.0, line.length * kMinHalfHeight);
   ScanLine last = line.moved(down, smallest, 0);
   double lean = 0;
   int misses = 0;
-  for (double distance = step; distance < line.length * kLargestHalfHeight; distance += step) {
+  for (double distance = step; distance < line.length * kMaxHalfHeight; distance += step) {
     double best = 0;
     double bestLean = lean;
     for (const double candidate : {lean, lean - step / 2, lean + step / 2}) {
       const ScanLine moved = line.moved(down, distance, candidate);
       const double similarity = correlation(bars, profile(picture, moved.start, moved.end));
-      if (similarity <= best) {
-        continue;
+      if (similarity > best) {
+        best = similarity;
+        bestLean = candidate;
       }
-      best = similarity;
-      bestLean = candidate;
     }
-    if (best < kSmallestCorrelation) {
-      if (++misses > kMissesAllowed) {
+    if (best < kMinCorrelation) {
+      if (++misses > kMaxMisses) {
         break;
       }
       continue;
@@ -112,8 +114,8 @@ ScanLine lastLineWithBars(const LumaPicture& picture, const ScanLine& line, Side
   return last;
 }
 
-/// The line through the middle of `line` at right angles to the bars, as the lines at their tops and bottoms
-/// show them.
+/// Returns `line` turned about its middle so that it crosses the bars at right angles. Their direction is
+/// known from the lines at their tops and bottoms.
 ScanLine straightened(const ScanLine& line, const ScanLine& top, const ScanLine& bottom) {
   const double dx = bottom.start.x - top.start.x;
   const double dy = bottom.start.y - top.start.y;
@@ -132,12 +134,13 @@ Quad barOutline(const LumaPicture& picture, CGPoint start, CGPoint end) {
     return {start, start, start, start};
   }
   ScanLine line{start, end, {(end.x - start.x) / length, (end.y - start.y) / length}, length};
-  ScanLine top = lastLineWithBars(picture, line, Side::Top);
-  ScanLine bottom = lastLineWithBars(picture, line, Side::Bottom);
-  if (std::hypot(bottom.start.x - top.start.x, bottom.start.y - top.start.y) >= length * kTellingHeight) {
+  ScanLine top = lastLineWithBars(picture, line, End::Top);
+  ScanLine bottom = lastLineWithBars(picture, line, End::Bottom);
+  if (std::hypot(bottom.start.x - top.start.x, bottom.start.y - top.start.y) >=
+      length * kMinHeightForDirection) {
     line = straightened(line, top, bottom);
-    top = lastLineWithBars(picture, line, Side::Top);
-    bottom = lastLineWithBars(picture, line, Side::Bottom);
+    top = lastLineWithBars(picture, line, End::Top);
+    bottom = lastLineWithBars(picture, line, End::Bottom);
   }
   return {top.start, top.end, bottom.end, bottom.start};
 }

@@ -1,4 +1,4 @@
-// The outline of a 1-D code of which one scan line is known.
+// Traces the outline of a 1-D code of which one scan line is known.
 #pragma once
 
 #include "linux/codes/picture/LumaPicture.hpp"
@@ -6,10 +6,11 @@
 
 namespace nivlo {
 
-/// Decoders say where on a scan line a 1-D code begins and ends, not how tall its bars are. This follows the
-/// bars from the scan line `start` to `end` (in reading direction) to both sides for as long as the picture
-/// repeats itself, leaning with them. The outline is at least a twelfth as tall as it is long, so that it can
-/// be drawn and pointed at.
+/// Decoders report where on a scan line a 1-D code begins and ends, but not how tall its bars are. This
+/// follows the bars up and down from the scan line, which runs from `start` to `end` in reading direction,
+/// for as long as the picture still shows the same bars, even if they lean. The outline is at least a twelfth
+/// as tall as it is long, so that it can be drawn and pointed at. If `start` and `end` are the same point, so
+/// are all corners.
 Quad barOutline(const LumaPicture& picture, CGPoint start, CGPoint end);
 
 }  // namespace nivlo

@@ -10,48 +10,49 @@ namespace nivlo {
 
 namespace {
 
+// Size in pixels of the drawing in which the bars are straightened.
 constexpr int kColumns = 256;
 constexpr int kRows = 32;
-// Columns; bars are as wide.
+// Columns between the slants that are tried first. Bars are about as wide, so no maximum is missed.
 constexpr int kFirstStep = 3;
 // Tangent of 7 degrees.
-constexpr double kMostLean = 0.12;
+constexpr double kMaxSlant = 0.12;
 
-/// How strongly columns that lean by so many of them, from the top to the bottom, differ from their
-/// neighbours.
-double edgesWith(const LumaPicture& view, int lean, int most, std::vector<int>& sums) {
+/// Returns how strongly neighbouring columns differ when every column is slanted by `slant` columns from top
+/// to bottom, which is most when the columns follow the bars. `sums` is scratch memory, one element per
+/// column.
+double contrastAt(int slant, const LumaPicture& drawing, int maxSlant, std::vector<int>& sums) {
   std::fill(sums.begin(), sums.end(), 0);
-  for (int y = 0; y < view.height; ++y) {
-    const int shift = lean * (2 * y - view.height) / (2 * view.height);
-    const int to = view.width - std::max(0, shift);
+  for (int y = 0; y < drawing.height; ++y) {
+    const int shift = slant * (2 * y - drawing.height) / (2 * drawing.height);
+    const int to = drawing.width - std::max(0, shift);
     for (int x = std::max(0, -shift); x < to; ++x) {
-      sums[x] += view.row(y)[x + shift];
+      sums[x] += drawing.row(y)[x + shift];
     }
   }
-  double edges = 0;
-  // Columns near the sides lack some rows.
-  for (int x = most; x + 1 < view.width - most; ++x) {
-    edges += std::pow(sums[x + 1] - sums[x], 2);
+  double contrast = 0;
+  // The outermost columns lack some rows.
+  for (int x = maxSlant; x + 1 < drawing.width - maxSlant; ++x) {
+    contrast += std::pow(sums[x + 1] - sums[x], 2);
   }
-  return edges;
+  return contrast;
 }
 
-/// In columns.
-int leanOf(const LumaPicture& view, int most) {
-  std::vector<int> sums(view.width);
+/// Returns the slant of the bars, in columns from top to bottom.
+int slantOf(const LumaPicture& drawing, int maxSlant) {
+  std::vector<int> sums(drawing.width);
   int best = 0;
-  double bestEdges = edgesWith(view, 0, most, sums);
+  double bestContrast = contrastAt(0, drawing, maxSlant, sums);
   const auto tryBetween = [&](int first, int last, int step) {
-    for (int lean = first; lean <= last; lean += step) {
-      const double edges = edgesWith(view, lean, most, sums);
-      if (edges <= bestEdges) {
-        continue;
+    for (int slant = first; slant <= last; slant += step) {
+      const double contrast = contrastAt(slant, drawing, maxSlant, sums);
+      if (contrast > bestContrast) {
+        bestContrast = contrast;
+        best = slant;
       }
-      bestEdges = edges;
-      best = lean;
     }
   };
-  tryBetween(-most, most, kFirstStep);
+  tryBetween(-maxSlant, maxSlant, kFirstStep);
   tryBetween(best - kFirstStep + 1, best + kFirstStep - 1, 1);
   return best;
 }
@@ -61,10 +62,10 @@ int leanOf(const LumaPicture& view, int most) {
 Quad deskewed(const LumaPicture& picture, const Quad& region) {
   const double height = distanceBetween(region[0], region[3]);
   const double column = distanceBetween(region[0], region[1]) / kColumns;
-  LumaBuffer view;
-  rectify(picture, region, kColumns, kRows, view);
-  const int most = static_cast<int>(std::min(kMostLean * height / column, kColumns / 4.0));
-  const double angle = std::atan2(leanOf(view.picture(), most) * column, height);
+  LumaBuffer drawing;
+  rectify(picture, region, kColumns, kRows, drawing);
+  const int maxSlant = static_cast<int>(std::min(kMaxSlant * height / column, kColumns / 4.0));
+  const double angle = std::atan2(slantOf(drawing.picture(), maxSlant) * column, height);
   const CGPoint centre = centreOf(region);
   Quad turned = region;
   for (CGPoint& corner : turned) {

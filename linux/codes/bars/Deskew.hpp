@@ -1,4 +1,4 @@
-// How upright bars stand in a region.
+// Straightens a region of bars.
 #pragma once
 
 #include "linux/codes/picture/LumaPicture.hpp"
@@ -6,9 +6,9 @@
 
 namespace nivlo {
 
-/// The region turned about its middle, by up to 7 degrees, so that its bars stand as upright in it as they
-/// can. The direction that a region of bars is found with errs by some degrees where there is more than bars,
-/// as in PDF417.
+/// Returns the region turned about its centre by up to 7 degrees, so that its bars run as straight down it as
+/// they can. The direction that findBars reports is some degrees off where a region holds more than bars, as
+/// PDF417 does.
 Quad deskewed(const LumaPicture& picture, const Quad& region);
 
 }  // namespace nivlo

@@ -10,13 +10,14 @@ namespace nivlo {
 
 namespace {
 
-// A part is about as large as a few bars or modules.
+// Size in pixels of the parts whose contrast is evened: about as large as a few bars or modules.
 constexpr int kPart = 24;
-// The mean distance from the mean that is aimed at, and the least that is more than noise.
+// Mean deviation from a part's mean that EvenContrast aims at.
 constexpr int kContrast = 50;
-constexpr int kLeastOverNoise = 6;
+// Mean deviation that noise reaches too; less is not amplified any further.
+constexpr int kNoise = 6;
 
-/// The picture with each pixel the mean of about a part's area around it.
+/// Replaces each pixel by the mean of about a part's area around it. `parts` is scratch memory.
 void blur(const LumaPicture& picture, LumaBuffer& parts, LumaBuffer& blurred) {
   const int columns = std::max(1, picture.width / kPart);
   const int rows = std::max(1, picture.height / kPart);
@@ -28,8 +29,8 @@ void blur(const LumaPicture& picture, LumaBuffer& parts, LumaBuffer& blurred) {
                      picture.height, libyuv::kFilterBilinear);
 }
 
-/// Adds the difference to the mean of each pixel's neighbourhood of 3 x 3. The outermost pixels stay as they
-/// are.
+/// Unsharp mask: adds to each pixel its difference from the mean of the 3 x 3 pixels around it. The outermost
+/// pixels stay as they are.
 void sharpen(const LumaPicture& picture, LumaBuffer& sharpened) {
   sharpened.copyFrom(picture);
   const int end = picture.width - 1;
@@ -38,7 +39,7 @@ void sharpen(const LumaPicture& picture, LumaBuffer& sharpened) {
     const std::uint8_t* here = picture.row(y);
     const std::uint8_t* below = picture.row(y + 1);
     std::uint8_t* out = sharpened.row(y);
-    // Sixteen bits hold all of this, so that many pixels fit a register.
+    // Sixteen bits are enough for every value here, which lets the compiler process many pixels at once.
     for (int x = 1; x < end; ++x) {
       const auto sum =
           static_cast<std::int16_t>(above[x - 1] + above[x] + above[x + 1] + here[x - 1] + here[x] +
@@ -76,7 +77,7 @@ void evenContrast(const LumaPicture& picture, LumaBuffer& even) {
   blur(even.picture(), parts, contrast);
   std::array<int, 256> gain;
   for (int spread = 0; spread < 256; ++spread) {
-    gain[spread] = 256 * kContrast / std::max(kLeastOverNoise, spread);
+    gain[spread] = 256 * kContrast / std::max(kNoise, spread);
   }
   for (int y = 0; y < picture.height; ++y) {
     const std::uint8_t* in = picture.row(y);

@@ -1,18 +1,20 @@
-// Makes codes in a picture easier to tell from what they are printed on.
+// Makes the codes in a picture stand out from what they are printed on.
 #pragma once
 
 #include "linux/codes/picture/LumaPicture.hpp"
 
 namespace nivlo {
 
+/// What is done to a picture before it is decoded.
 enum class Enhancement {
   None,
-  Sharp,         ///< against blur
-  EvenContrast,  ///< every part of the picture with about the same mean and contrast, against reflections
-  Inverted,      ///< light what was dark
+  Sharp,         ///< sharpens edges, against blur
+  EvenContrast,  ///< gives every part of the picture about the same mean and contrast, against reflections
+  Inverted,      ///< swaps dark and light
 };
 
-/// The picture itself for None, else a changed one in `buffer`, valid as long as that keeps it.
+/// Returns the picture itself for None, else an enhanced copy in `buffer`, valid until the buffer is used
+/// again.
 LumaPicture enhanced(const LumaPicture& picture, Enhancement enhancement, LumaBuffer& buffer);
 
 }  // namespace nivlo

@@ -25,9 +25,9 @@ std::uint8_t meanAround(const LumaPicture& tiles, int column, int row) {
 
 LocalThreshold::LocalThreshold(const LumaPicture& picture)
     : picture_(picture),
-      side_(std::max(4, std::min(picture.width, picture.height) / kTilesAcross)),
-      columns_(std::max(1, picture.width / side_)),
-      rows_(std::max(1, picture.height / side_)) {
+      tileSize_(std::max(4, std::min(picture.width, picture.height) / kTilesAcross)),
+      columns_(std::max(1, picture.width / tileSize_)),
+      rows_(std::max(1, picture.height / tileSize_)) {
   LumaBuffer tiles;
   tiles.resize(columns_, rows_);
   libyuv::ScalePlane(picture.pixels, picture.stride, picture.width, picture.height, tiles.row(0), columns_,
@@ -44,11 +44,11 @@ void LocalThreshold::findEdges(int y, std::vector<int>& edges) const {
   edges.assign(1, 0);
   const std::uint8_t* row = picture_.row(y);
   bool wasDark = row[0] < at(0, y);
-  for (int left = 0; left < picture_.width; left += side_) {
-    const int limit = at(left, y);
-    const int right = std::min(picture_.width, left + side_);
+  for (int left = 0; left < picture_.width; left += tileSize_) {
+    const int threshold = at(left, y);
+    const int right = std::min(picture_.width, left + tileSize_);
     for (int x = left; x < right; ++x) {
-      const bool isDark = row[x] < limit;
+      const bool isDark = row[x] < threshold;
       if (isDark != wasDark) {
         edges.push_back(x);
       }
@@ -61,15 +61,15 @@ void LocalThreshold::findEdges(int y, std::vector<int>& edges) const {
 bool LocalThreshold::findEdgesAbout(CGPoint place, int farthest, int count, std::vector<int>& edges) const {
   const int x = static_cast<int>(place.x);
   const int middle = static_cast<int>(place.y);
-  const int limit = at(x, middle);
+  const int threshold = at(x, middle);
   const int half = count / 2;
   edges.resize(count);
   for (const int direction : {-1, 1}) {
     const int end = std::clamp(middle + direction * farthest, 0, picture_.height - 1);
-    bool wasDark = picture_.row(middle)[x] < limit;
+    bool wasDark = picture_.row(middle)[x] < threshold;
     int found = 0;
     for (int y = middle; y != end && found < half; y += direction) {
-      const bool isDark = picture_.row(y)[x] < limit;
+      const bool isDark = picture_.row(y)[x] < threshold;
       if (isDark != wasDark) {
         edges[direction < 0 ? half - 1 - found : half + found] = direction < 0 ? y + 1 : y;
         ++found;

@@ -1,4 +1,4 @@
-// What is dark and what is light at a place of a picture.
+// Tells dark from light at each place of a picture.
 #pragma once
 
 #include <algorithm>
@@ -8,30 +8,32 @@
 
 namespace nivlo {
 
-/// Takes the mean brightness around a place for the limit there, about an eighth of the picture's shorter
-/// side far. The picture's pixels must outlive it.
+/// The threshold at a place is the mean brightness around it, over about a fifth of the picture's shorter
+/// dimension. The picture's pixels must outlive it.
 class LocalThreshold {
  public:
   explicit LocalThreshold(const LumaPicture& picture);
 
-  /// The least brightness that is light there.
+  /// Returns the least brightness that counts as light there.
   int at(int x, int y) const {
-    return means_.picture().row(std::min(y / side_, rows_ - 1))[std::min(x / side_, columns_ - 1)];
+    return means_.picture().row(std::min(y / tileSize_, rows_ - 1))[std::min(x / tileSize_, columns_ - 1)];
   }
 
-  /// The places in a row at which dark and light begin in turns, the picture's sides included.
+  /// Stores the positions in row `y` at which dark turns light or light dark, between those of the picture's
+  /// left and right edges.
   void findEdges(int y, std::vector<int>& edges) const;
 
-  /// Those nearest to a place in its column, half of the `count` above and half below it, by the limit at the
-  /// place. Returns false where there are fewer within `farthest` pixels.
+  /// Stores the `count` positions nearest to a place in its column, half above and half below it, at which
+  /// brightness crosses the threshold of that place. Returns false if there are fewer within `farthest`
+  /// pixels.
   bool findEdgesAbout(CGPoint place, int farthest, int count, std::vector<int>& edges) const;
 
  private:
   LumaPicture picture_;
-  int side_;
+  int tileSize_;  ///< pixels
   int columns_;
   int rows_;
-  LumaBuffer means_;
+  LumaBuffer means_;  ///< one pixel per tile: the mean of the 3 x 3 tiles around it
 };
 
 }  // namespace nivlo

@@ -12,9 +12,10 @@ namespace nivlo {
 
 namespace {
 
-// More than any camera has; keeps every product of a size and a pixel's bytes within an int.
-constexpr int kLongestFrameSide = 1 << 20;
+// More than any camera delivers, and small enough that a row's length in bytes fits an int.
+constexpr int kMaxFrameSize = 1 << 20;
 
+/// Counts the bytes per pixel of a format's first plane.
 int bytesPerPixel(PixelFormat format) {
   switch (format) {
     case PixelFormat::NV12:
@@ -37,14 +38,14 @@ bool holdsPicture(const VideoFrame& frame) {
   if (!plane.data || bytes == 0) {
     return false;
   }
-  if (frame.width < 1 || frame.height < 1 || frame.width > kLongestFrameSide ||
-      frame.height > kLongestFrameSide) {
+  if (frame.width < 1 || frame.height < 1 || frame.width > kMaxFrameSize || frame.height > kMaxFrameSize) {
     return false;
   }
   return plane.stride >= frame.width * bytes && plane.stride <= INT_MAX / frame.height;
 }
 
-/// libyuv names formats by the value of a little-endian word: its ARGB lies in memory as B, G, R, A.
+/// libyuv names formats after little-endian words, so what it calls ARGB lies in memory as B, G, R, A.
+/// Returns 0 on success.
 int convert(const VideoFrame& frame, std::uint8_t* luma, int stride) {
   const auto& [data, sourceStride] = frame.planes[0];
   switch (frame.format) {

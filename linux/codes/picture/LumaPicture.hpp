@@ -1,4 +1,4 @@
-// The brightness of a picture, the only thing that decoders look at.
+// The brightness of a picture, which is all that decoders use.
 #pragma once
 
 #include <cstddef>
@@ -11,23 +11,24 @@
 
 namespace nivlo {
 
-/// A view of 8-bit luma, one byte a pixel. Width and height are positive, `stride * height` fits an int.
+/// 8-bit luma in memory that somebody else owns, one byte per pixel. Width and height are positive, and
+/// `stride * height` fits an int.
 struct LumaPicture {
   const std::uint8_t* pixels = nullptr;
   int width = 0;
   int height = 0;
-  int stride = 0;  ///< bytes from a row to the next
+  int stride = 0;  ///< bytes from one row to the next
 
   const std::uint8_t* row(int y) const { return pixels + static_cast<std::ptrdiff_t>(y) * stride; }
 };
 
-/// Luma with memory of its own, which is kept from one use to the next.
+/// Luma in memory of its own, which is reused from one picture to the next.
 class LumaBuffer {
  public:
-  /// Makes it `width` times `height` pixels, whose values are undefined. Both must be positive.
+  /// Makes room for `width` by `height` pixels and leaves their values undefined. Both must be positive.
   void resize(int width, int height);
   void copyFrom(const LumaPicture& picture);
-  /// Paints the part of the quad that lies in the picture.
+  /// Sets every pixel of the quad to `value`. The quad may reach beyond the picture.
   void fill(const Quad& quad, std::uint8_t value);
 
   std::uint8_t* row(int y) { return pixels_.data() + static_cast<std::size_t>(y) * width_; }
@@ -40,9 +41,10 @@ class LumaBuffer {
   int height_ = 0;
 };
 
-/// The frame's luma, in place where the frame has a plane of it, else converted into `buffer`. Nothing for a
-/// frame that holds no picture: no memory, no pixels, rows longer than their stride, or sizes beyond an int's
-/// range. Valid as long as both the frame and the buffer's content.
+/// Returns the frame's luma, in place when the frame has a luma plane, else converted into `buffer`. Returns
+/// nothing for a frame that holds no picture: without memory or pixels, with rows longer than their stride,
+/// or with a size that does not fit an int. The result is valid while both the frame and the buffer's content
+/// are.
 std::optional<LumaPicture> lumaOf(const VideoFrame& frame, LumaBuffer& buffer);
 
 }  // namespace nivlo

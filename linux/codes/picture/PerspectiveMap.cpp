@@ -7,19 +7,19 @@ namespace nivlo {
 
 namespace {
 
-constexpr int kBits = 16;
-constexpr double kOne = 1 << kBits;
-// Positions in between lie as good as on a straight line.
+constexpr int kFractionBits = 16;
+constexpr double kOne = 1 << kFractionBits;
+// Pixels between exactly mapped positions; in between, the map is as good as linear.
 constexpr int kSpan = 16;
 
-/// Between the four pixels around a place in fixed point; beyond the border, the border.
+/// Interpolates between the four pixels around a fixed-point position. Repeats the border beyond it.
 std::uint8_t interpolated(const LumaPicture& picture, std::int64_t x, std::int64_t y) {
-  x = std::clamp<std::int64_t>(x, 0, (static_cast<std::int64_t>(picture.width - 1) << kBits) - 1);
-  y = std::clamp<std::int64_t>(y, 0, (static_cast<std::int64_t>(picture.height - 1) << kBits) - 1);
-  const std::uint8_t* upper = picture.row(static_cast<int>(y >> kBits)) + (x >> kBits);
+  x = std::clamp<std::int64_t>(x, 0, (static_cast<std::int64_t>(picture.width - 1) << kFractionBits) - 1);
+  y = std::clamp<std::int64_t>(y, 0, (static_cast<std::int64_t>(picture.height - 1) << kFractionBits) - 1);
+  const std::uint8_t* upper = picture.row(static_cast<int>(y >> kFractionBits)) + (x >> kFractionBits);
   const std::uint8_t* lower = upper + picture.stride;
-  const int right = static_cast<int>(x >> (kBits - 8)) & 0xff;
-  const int down = static_cast<int>(y >> (kBits - 8)) & 0xff;
+  const int right = static_cast<int>(x >> (kFractionBits - 8)) & 0xff;
+  const int down = static_cast<int>(y >> (kFractionBits - 8)) & 0xff;
   const int above = upper[0] * (256 - right) + upper[1] * right;
   const int below = lower[0] * (256 - right) + lower[1] * right;
   return static_cast<std::uint8_t>((above * (256 - down) + below * down) >> 16);
@@ -27,7 +27,7 @@ std::uint8_t interpolated(const LumaPicture& picture, std::int64_t x, std::int64
 
 std::int64_t fixedPoint(double position) {
   constexpr double kFarthest = 1 << 24;
-  // A view of the horizon has places that are nowhere.
+  // A quad that reaches the horizon has points that lie nowhere.
   if (std::isnan(position)) {
     return 0;
   }
@@ -60,7 +60,7 @@ CGPoint PerspectiveMap::operator()(CGPoint point) const {
 }
 
 CGPoint PerspectiveMap::inverse(CGPoint point) const {
-  // Two lines that go through the place: those on which the map's first, and its second, coordinate is right.
+  // Solves two linear equations, one for each coordinate that the map must yield.
   const double a = xx_ - wx_ * point.x, b = xy_ - wy_ * point.x, e = point.x - x0_;
   const double c = yx_ - wx_ * point.y, d = yy_ - wy_ * point.y, f = point.y - y0_;
   const double determinant = a * d - b * c;

@@ -1,4 +1,4 @@
-// From a rectified view back to the place in the picture that it shows.
+// Takes points of a rectified drawing back to the picture that it was drawn from.
 #pragma once
 
 #include "linux/codes/picture/LumaPicture.hpp"
@@ -6,17 +6,18 @@
 
 namespace nivlo {
 
-/// Maps a rectangle onto a convex quad; straight lines stay straight.
+/// Maps a rectangle onto a convex quad. Straight lines stay straight.
 class PerspectiveMap {
  public:
-  /// The rectangle from (0, 0) to (width, height), whose corners, clockwise from the top left, come to lie on
-  /// the quad's.
+  /// Maps the rectangle from (0, 0) to (width, height). Its corners, clockwise from the top left, become the
+  /// corners of the quad.
   PerspectiveMap(double width, double height, const Quad& quad);
 
+  /// Both return what a point, or a quad, of the rectangle is mapped to.
   CGPoint operator()(CGPoint point) const;
   Quad operator()(const Quad& quad) const;
 
-  /// The place of the rectangle that lies there; undefined where the quad has no area.
+  /// Returns the point of the rectangle that is mapped there; undefined when the quad has no area.
   CGPoint inverse(CGPoint point) const;
 
  private:
@@ -25,8 +26,8 @@ class PerspectiveMap {
   double wx_, wy_;
 };
 
-/// Draws the quad's content as an upright rectangle, interpolated. What lies outside the picture repeats its
-/// border; of a picture that is a pixel wide or high only its first is seen.
+/// Draws what the quad contains as an upright rectangle, with bilinear interpolation. The picture's border is
+/// repeated beyond it. A picture that is one pixel wide or high counts as if all of it were its first pixel.
 void rectify(const LumaPicture& picture, const Quad& quad, int width, int height, LumaBuffer& rectified);
 
 }  // namespace nivlo

@@ -8,6 +8,7 @@ namespace nivlo {
 
 namespace {
 
+/// Returns the least and the greatest position of the quad along the axis.
 std::pair<double, double> projection(const Quad& quad, CGPoint axis) {
   double low = HUGE_VAL;
   double high = -HUGE_VAL;
@@ -19,7 +20,7 @@ std::pair<double, double> projection(const Quad& quad, CGPoint axis) {
   return {low, high};
 }
 
-/// Two convex shapes are apart exactly when a line along one of their edges separates them.
+/// Two convex shapes are disjoint exactly when a line along an edge of one of them separates them.
 bool hasSeparatingEdge(const Quad& edges, const Quad& other) {
   for (int i = 0; i < 4; ++i) {
     const CGPoint& from = edges[i];
@@ -76,11 +77,11 @@ bool overlap(const Quad& first, const Quad& second) {
 }
 
 std::optional<CGPoint> intersectionOf(const Line& first, const Line& second) {
+  constexpr double kMinSine = 0.3;
   const double cross = first.direction.x * second.direction.y - first.direction.y * second.direction.x;
-  constexpr double kLeastSine = 0.3;
   const double lengths =
       std::hypot(first.direction.x, first.direction.y) * std::hypot(second.direction.x, second.direction.y);
-  if (std::abs(cross) <= kLeastSine * lengths) {
+  if (std::abs(cross) <= kMinSine * lengths) {
     return std::nullopt;
   }
   const double dx = second.point.x - first.point.x;

@@ -1,4 +1,4 @@
-// Outlines of codes: convex quadrilaterals in pixels.
+// Convex quadrilaterals in pixels, such as the outlines of codes.
 #pragma once
 
 #include <array>
@@ -8,32 +8,35 @@
 
 namespace nivlo {
 
-/// Clockwise (y grows downwards), from the code's own top left.
+/// Corners clockwise (y grows downwards), starting at the code's own top left.
 using Quad = std::array<CGPoint, 4>;
 
+/// In pixels.
 double distanceBetween(CGPoint first, CGPoint second);
 
-/// The mean of the corners.
+/// Returns the mean of the corners.
 CGPoint centreOf(const Quad& quad);
 
-/// In square pixels; never negative, whichever way the corners run.
+/// In square pixels; never negative, even when the corners run anticlockwise.
 double areaOf(const Quad& quad);
 
-/// The quad with each corner moved away from the centre, to `factor` times its distance.
+/// Returns the quad with every corner at `factor` times its distance from the centre.
 Quad scaledAboutCentre(const Quad& quad, double factor);
 
-/// The quad with every corner (x, y) at (scale * x + offset.x, scale * y + offset.y).
+/// Returns the quad with every corner (x, y) moved to (scale * x + offset.x, scale * y + offset.y).
 Quad scaledAndMoved(const Quad& quad, double scale, CGPoint offset);
 
-/// Whether two convex quads share any point.
+/// Returns whether two convex quads share any point.
 bool overlap(const Quad& first, const Quad& second);
 
+/// A straight line without ends.
 struct Line {
-  CGPoint point;      ///< any on it
+  CGPoint point;      ///< any point of the line
   CGPoint direction;  ///< of any length
 };
 
-/// Where they cross; nothing where that is far off, as the angle between them is less than 17 degrees.
+/// Returns where the lines cross, or nothing when they meet at less than 17 degrees: such a crossing is far
+/// off and inaccurate.
 std::optional<CGPoint> intersectionOf(const Line& first, const Line& second);
 
 }  // namespace nivlo
