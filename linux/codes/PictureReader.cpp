@@ -5,6 +5,9 @@
 #include <utility>
 
 #include "linux/codes/bars/BarOutline.hpp"
+#include "linux/codes/decoders/Reading.hpp"
+#include "linux/codes/strategies/PictureFeatures.hpp"
+#include "linux/codes/strategies/ReadingStrategy.hpp"
 
 namespace nivlo {
 
@@ -12,13 +15,14 @@ using std::chrono::steady_clock;
 
 namespace {
 
-// With which the schedule's strategies take about a second of looks.
-constexpr double kBudgetOfPixel = 1.25;
-// Pictures much below this size, 960x540, are read as thoroughly as the time for one of this size allows.
-constexpr double kLeastBudget = 960 * 540;
+// Budget per pixel of the picture; the whole schedule then takes about a second's looks.
+constexpr double kBudgetPerPixel = 1.25;
+// Small pictures get the budget for searching 960x540 pixels, so each look reads them more thoroughly.
+constexpr double kMinBudget = 960 * 540;
 
-/// The outline as it was read may be of a view that was squeezed along the bars.
-void followBars(Reading& reading, const LumaPicture& picture) {
+/// Replaces a 1-D code's outline by one traced in the picture. Of the outline that was read only the middle
+/// line is used, because the rendition may have been squashed along the bars.
+void traceBars(Reading& reading, const LumaPicture& picture) {
   if (!reading.isLinear) {
     return;
   }
@@ -39,13 +43,13 @@ std::vector<DecodedCode> PictureReader::read(const LumaPicture& picture,
     seenAny = seenAny || !readings.empty();
     readings = confirmation_.confirmed(std::move(readings), {&strategy, captureTime});
     for (Reading& reading : readings) {
-      followBars(reading, picture);
+      traceBars(reading, picture);
     }
     found.insert(found.end(), std::make_move_iterator(readings.begin()),
                  std::make_move_iterator(readings.end()));
   };
 
-  const double budget = std::max(kLeastBudget, kBudgetOfPixel * picture.width * picture.height);
+  const double budget = std::max(kMinBudget, kBudgetPerPixel * picture.width * picture.height);
   double spent = 0;
   for (std::size_t step = 0; step < schedule_.rotation.size() && found.empty() && spent < budget; ++step) {
     ReadingStrategy& strategy = *schedule_.rotation[next_];
@@ -56,8 +60,8 @@ std::vector<DecodedCode> PictureReader::read(const LumaPicture& picture,
     readWith(strategy);
     next_ = (next_ + 1) % schedule_.rotation.size();
   }
-  // Which of the codes in view is pointed at shows only when all of them are known, so a look that finds one
-  // looks for the others as well. It may also confirm what was found.
+  // Which code the user points at is known only once all codes in the picture are, so a look that finds one
+  // searches for the others too. These passes may also confirm what was found.
   if (seenAny) {
     for (ReadingStrategy* strategy : schedule_.mostComplete) {
       readWith(*strategy);

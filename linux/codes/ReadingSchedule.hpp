@@ -1,7 +1,6 @@
-// The rotation of strategies that successive looks go through.
+// The strategies that successive looks rotate through.
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -9,15 +8,17 @@
 
 namespace nivlo {
 
+/// Owns its strategies.
 struct ReadingSchedule {
   std::vector<std::unique_ptr<ReadingStrategy>> rotation;
-  /// Some of them, which together see most of a picture's codes; finds of the others are completed with
-  /// these.
+  /// The strategies of the rotation that together read most codes. When any strategy has found a code, these
+  /// look for its neighbours.
   std::vector<ReadingStrategy*> mostComplete;
 };
 
-/// Newly made strategies, in the order in which a reader uses them. A camera gives about ten frames a second
-/// to look at, so a code that any of them can read is read within about a second.
+/// Returns new strategies in the order in which a reader uses them. One round of the rotation takes about as
+/// many looks as a camera allows in a second (ten), so a code that any of the strategies can read is read
+/// within about a second.
 ReadingSchedule makeReadingSchedule();
 
 }  // namespace nivlo

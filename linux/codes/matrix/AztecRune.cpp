@@ -11,15 +11,15 @@ namespace {
 
 constexpr int kWords = 7;
 constexpr int kDataWords = 2;
-constexpr int kBits = 4;
-constexpr int kBitsOfSide = 7;
-constexpr int kWrongWords = 1;
-// What sets runes apart from mode messages.
-constexpr int kFlipped = 0b1010;
+constexpr int kBitsPerWord = 4;
+constexpr int kBitsPerEdge = 7;
+constexpr int kMaxWrongWords = 1;
+// Bits that are inverted in every word of a rune, which sets it apart from a mode message.
+constexpr int kInvertedBits = 0b1010;
 
 using Words = std::array<int, kWords>;
 
-/// In GF(16), by x^4 + x + 1.
+/// Multiplies in GF(16), modulo x^4 + x + 1.
 int product(int a, int b) {
   int result = 0;
   for (; b != 0; b >>= 1, a = a & 8 ? (a << 1) ^ 0b10011 : a << 1) {
@@ -30,11 +30,11 @@ int product(int a, int b) {
   return result;
 }
 
-/// The number and its Reed-Solomon check words.
+/// Returns the words of the rune with this number: the number itself and its Reed-Solomon check words.
 Words wordsOf(int number) {
   // The product of (x - 2^i) for i from 1 to 5.
   constexpr std::array<int, kWords - kDataWords> kGenerator{11, 4, 6, 2, 1};
-  Words words{number >> kBits, number & 0xf};
+  Words words{number >> kBitsPerWord, number & 0xf};
   Words rest = words;
   for (int i = 0; i < kDataWords; ++i) {
     for (std::size_t k = 0; k < kGenerator.size(); ++k) {
@@ -43,17 +43,17 @@ Words wordsOf(int number) {
   }
   std::copy(rest.begin() + kDataWords, rest.end(), words.begin() + kDataWords);
   for (int& word : words) {
-    word ^= kFlipped;
+    word ^= kInvertedBits;
   }
   return words;
 }
 
-/// The rune's modules, turned back by quarters of a turn.
-class Upright {
+/// The modules of a rune as if it had not been turned.
+class TurnedBack {
  public:
-  Upright(const Modules& modules, int turns) : modules_(modules), turns_(turns) {}
+  TurnedBack(const Modules& modules, int turns) : modules_(modules), turns_(turns) {}
 
-  /// From the rune's middle.
+  /// x and y count from the middle of the rune.
   bool isDark(int x, int y) const {
     for (int i = 0; i < turns_; ++i) {
       const int turned = -y;
@@ -69,8 +69,9 @@ class Upright {
   int turns_;
 };
 
-/// Three dark modules mark the top left corner, two the top right one, one the bottom right one.
-bool areMarksRight(const Upright& rune) {
+/// The orientation marks are three dark modules at the top left corner, two at the top right and one at the
+/// bottom right.
+bool hasOrientationMarks(const TurnedBack& rune) {
   constexpr int kFar = kRuneModules / 2;
   constexpr int kNear = kFar - 1;
   const auto dark = [&](int x, int y) { return rune.isDark(x, y); };
@@ -79,15 +80,15 @@ bool areMarksRight(const Upright& rune) {
          !dark(kNear, kFar) && !dark(-kFar, kFar) && !dark(-kNear, kFar) && !dark(-kFar, kNear);
 }
 
-/// Clockwise along the sides, from the top left.
-Words wordsAround(const Upright& rune) {
+/// Returns the words that run clockwise around the bullseye from the top left.
+Words wordsAround(const TurnedBack& rune) {
   constexpr int kFar = kRuneModules / 2;
   Words words{};
-  for (int bit = 0; bit < kWords * kBits; ++bit) {
-    const int along = bit % kBitsOfSide - kBitsOfSide / 2;
-    const std::array<bool, 4> sides{rune.isDark(along, -kFar), rune.isDark(kFar, along),
-                                    rune.isDark(-along, kFar), rune.isDark(-kFar, -along)};
-    words[bit / kBits] = words[bit / kBits] << 1 | (sides[bit / kBitsOfSide] ? 1 : 0);
+  for (int bit = 0; bit < kWords * kBitsPerWord; ++bit) {
+    const int along = bit % kBitsPerEdge - kBitsPerEdge / 2;
+    const std::array<bool, 4> onEdges{rune.isDark(along, -kFar), rune.isDark(kFar, along),
+                                      rune.isDark(-along, kFar), rune.isDark(-kFar, -along)};
+    words[bit / kBitsPerWord] = words[bit / kBitsPerWord] << 1 | (onEdges[bit / kBitsPerEdge] ? 1 : 0);
   }
   return words;
 }
@@ -96,8 +97,8 @@ Words wordsAround(const Upright& rune) {
 
 std::optional<AztecRune> readAztecRune(const Modules& modules) {
   for (int turns = 0; turns < 4; ++turns) {
-    const Upright rune(modules, turns);
-    if (!areMarksRight(rune)) {
+    const TurnedBack rune(modules, turns);
+    if (!hasOrientationMarks(rune)) {
       continue;
     }
     const Words read = wordsAround(rune);
@@ -105,7 +106,7 @@ std::optional<AztecRune> readAztecRune(const Modules& modules) {
       const Words words = wordsOf(number);
       const int wrong = std::transform_reduce(words.begin(), words.end(), read.begin(), 0, std::plus<>(),
                                               std::not_equal_to<>());
-      if (wrong <= kWrongWords) {
+      if (wrong <= kMaxWrongWords) {
         return AztecRune{number, turns};
       }
     }

@@ -7,16 +7,18 @@
 
 namespace nivlo {
 
-/// How wide a rune is, in modules.
+/// Width of a rune, in modules.
 inline constexpr int kRuneModules = 11;
 
+/// A rune that was read.
 struct AztecRune {
   int number = 0;
-  int turns = 0;  ///< how many quarters of a turn, clockwise, it is turned by
+  int turns = 0;  ///< quarters of a turn, clockwise, by which the rune is turned
 };
 
-/// The rune in the middle of the modules, whose number is odd. One of the seven words around its bullseye may
-/// be wrong; the mode messages that other Aztec codes have there differ in four.
+/// Returns the rune in the middle of the modules, of which there must be an odd number across. Corrects one
+/// wrong word of the seven around the bullseye. That leaves runes distinct from other Aztec codes, which have
+/// a mode message there that differs from every rune in at least four words.
 std::optional<AztecRune> readAztecRune(const Modules& modules);
 
 }  // namespace nivlo

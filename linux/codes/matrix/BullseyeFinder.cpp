@@ -12,44 +12,45 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::size_t kMostBullseyes = 3;
+constexpr std::size_t kMaxBullseyes = 3;
 // Bounds the work on a picture of noise.
-constexpr int kMostCandidates = 64;
-// Across the middle, alternately dark and light, each a module wide; larger codes have more.
+constexpr int kMaxCandidates = 64;
+// Runs of one module each across the middle of a compact code's bullseye. Full codes have more.
 constexpr int kRuns = 7;
-constexpr double kNarrowestRun = 1.5;
+constexpr double kMinRunWidth = 1.5;
 
-/// Whether the edges bound runs of about equal width. Ink that ran makes dark runs wider and light ones
-/// narrower, so a run is compared together with its neighbour.
+/// Returns whether the edges bound runs of about equal width. Ink that has spread widens dark runs at the
+/// cost of light ones, so each run is compared together with its neighbour.
 bool areEven(const int* edges) {
   const int width = edges[kRuns] - edges[0];
-  if (width < kNarrowestRun * kRuns) {
+  if (width < kMinRunWidth * kRuns) {
     return false;
   }
-  const int room = std::max(kRuns, width / 2);
+  const int tolerance = std::max(kRuns, width / 2);
   for (int i = 0; i + 1 < kRuns; ++i) {
-    if (std::abs((edges[i + 2] - edges[i]) * kRuns - 2 * width) > room) {
+    if (std::abs((edges[i + 2] - edges[i]) * kRuns - 2 * width) > tolerance) {
       return false;
     }
   }
   return true;
 }
 
-/// The square whose edge every ray from the centre crosses as its `edge`th.
-std::optional<Quad> squareAt(const LumaPicture& picture, const RunsMiddle& middle, int edge) {
-  return squareAround(picture, middle.place, middle.threshold, edge, middle.module * (edge - 0.5));
+/// Measures the square whose outline rays from the centre cross as their `crossing`th edge, which is
+/// 2 * `crossing` - 1 modules wide.
+std::optional<Quad> squareAt(const LumaPicture& picture, const PatternCentre& centre, int crossing) {
+  return squareAround(picture, centre.place, centre.threshold, crossing, centre.module * (crossing - 0.5));
 }
 
-std::optional<Bullseye> bullseyeAt(const LumaPicture& picture, const RunsMiddle& middle) {
-  const bool light = lumaAt(picture, middle.place) > middle.threshold;
-  const auto inner = squareAt(picture, middle, 4);
-  const auto innermost = inner ? squareAt(picture, middle, 2) : std::nullopt;
+std::optional<Bullseye> bullseyeAt(const LumaPicture& picture, const PatternCentre& centre) {
+  const bool light = lumaAt(picture, centre.place) > centre.threshold;
+  const auto inner = squareAt(picture, centre, 4);
+  const auto innermost = inner ? squareAt(picture, centre, 2) : std::nullopt;
   if (!innermost || std::abs(std::sqrt(areaOf(*innermost) / areaOf(*inner)) - 3.0 / 7) > 0.1) {
     return std::nullopt;
   }
   Bullseye bullseye{*inner, 7, light};
-  // Codes of more than four layers have two squares more, which tell the perspective better.
-  const auto outer = squareAt(picture, middle, 6);
+  // Full codes have two more squares. The outermost tells the perspective best.
+  const auto outer = squareAt(picture, centre, 6);
   const double ratio = outer ? std::sqrt(areaOf(*outer) / areaOf(*inner)) : 0;
   if (std::abs(ratio - 11.0 / 7) < 0.12) {
     bullseye = {*outer, 11, light};
@@ -69,17 +70,17 @@ Quad surroundings(const Bullseye& bullseye, double modules) {
 std::vector<Bullseye> findBullseyes(const LumaPicture& picture) {
   std::vector<Bullseye> found;
   int candidates = 0;
-  findRuns(picture, {kRuns, kRuns, areEven}, [&](const RunsMiddle& middle) {
+  findRuns(picture, {kRuns, kRuns, areEven}, [&](const PatternCentre& centre) {
     const bool isKnown = std::any_of(found.begin(), found.end(), [&](const Bullseye& other) {
-      return distanceBetween(centreOf(other.outline), middle.place) < 4 * middle.module;
+      return distanceBetween(centreOf(other.outline), centre.place) < 4 * centre.module;
     });
     if (isKnown) {
       return true;
     }
-    if (const auto bullseye = bullseyeAt(picture, middle)) {
+    if (const auto bullseye = bullseyeAt(picture, centre)) {
       found.push_back(*bullseye);
     }
-    return found.size() < kMostBullseyes && ++candidates < kMostCandidates;
+    return found.size() < kMaxBullseyes && ++candidates < kMaxCandidates;
   });
   return found;
 }

@@ -1,4 +1,4 @@
-// Finds the middle of Aztec codes.
+// Finds the bullseyes in the middle of Aztec codes.
 #pragma once
 
 #include <vector>
@@ -8,17 +8,18 @@
 
 namespace nivlo {
 
-/// The nested squares in the middle of an Aztec code.
+/// The concentric squares in the middle of an Aztec code.
 struct Bullseye {
-  Quad outline;     ///< of one of the squares, as the picture shows it; which corner is first is arbitrary
-  int modules = 0;  ///< how many modules wide that square is
+  Quad outline;     ///< one of the squares in the picture; any of its corners may come first
+  int modules = 0;  ///< width of that square, in modules
   bool lightOnDark = false;
 };
 
-/// The square of `modules` by `modules` around it, as a flat sheet would have it.
+/// Returns where the square of `modules` by `modules` around the bullseye lies if the code is flat.
 Quad surroundings(const Bullseye& bullseye, double modules);
 
-/// Whatever looks like one, from about two pixels a module, at most three. About 0.5 ms at 1280x720.
+/// Returns at most three places that look like bullseyes. Modules must be at least about two pixels wide.
+/// Takes about 0.5 ms at 1280x720.
 std::vector<Bullseye> findBullseyes(const LumaPicture& picture);
 
 }  // namespace nivlo

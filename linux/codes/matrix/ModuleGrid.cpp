@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 
 #include <libyuv/scale.h>
@@ -12,37 +13,40 @@ namespace nivlo {
 
 namespace {
 
-// Pixels of a module in the straightened picture; modules of it around the square.
+// Pixels per module of the straightened picture, and modules around the square that it shows too.
 constexpr int kModule = 6;
 constexpr int kBorder = 2;
-// Pixels to each side, between which brightness is compared.
+// Pixels to each side between which brightness is compared for the edge strength.
 constexpr int kNear = 1;
-// Modules from a node to the next, and to each side of a node that tell where it belongs.
+// Modules between nodes, and modules to each side of a node whose edge strength tells where the node belongs.
 constexpr int kNodeStep = 3;
 constexpr int kAround = 3;
-// Modules to each side, whose mean tells dark from light.
+// Modules to each side whose mean brightness tells dark from light.
 constexpr int kSurroundings = 4;
-// Of a module, a node may lie from where it is expected, and when it is looked at again.
-constexpr double kFirstRoom = 0.7;
-constexpr double kLaterRoom = 0.35;
+// Modules by which a node may be off its expected place, in the first round and later ones, and close to an
+// anchor.
+constexpr double kFirstRadius = 0.7;
+constexpr double kLaterRadius = 0.35;
 constexpr int kLaterRounds = 1;
-// In which the room is gone through, each way.
+// Places that are tried from the expected one to the radius, each way.
 constexpr int kSteps = 3;
-// What unrest must be saved by a pixel's way from the expected place, squared.
+// Penalty per squared pixel of displacement from the expected place, in units of edge strength.
 constexpr double kStiffness = 1.2;
-// Nodes to each side that tell where the next one is expected, and how much a slope of them is doubted.
+// Nodes to each side that a node's expected place is extrapolated from.
 constexpr int kNodesConsidered = 3;
+// Regularises that extrapolation: the larger, the more a slope is drawn towards zero.
 constexpr double kFlatness = 0.1;
 
-// Of QR codes (ISO/IEC 18004), in modules from the code's edge.
+// Modules from the edges of a QR code to the middle of its last alignment pattern (ISO/IEC 18004).
 constexpr double kAlignmentMiddle = 6.5;
-// How far the pattern may be from where a flat sheet would have it, how much of it must be as expected, and
-// what the farthest place is worth less.
+// Modules by which the pattern may be off its place in a flat code.
 constexpr int kAlignmentReach = 6;
-constexpr double kLeastLikeness = 0.7;
+// Likeness is at most 1, for a perfect pattern. A place at the limit of the reach counts for kAlignmentDoubt
+// less.
+constexpr double kMinLikeness = 0.7;
 constexpr double kAlignmentDoubt = 0.2;
-// Of its 25 modules together, so that noise on paper is no pattern.
-constexpr double kLeastPatternContrast = 25;
+// Sum over the pattern's 25 modules; keeps noise on paper from looking like a pattern.
+constexpr double kMinPatternContrast = 25;
 
 CGPoint sum(CGPoint a, CGPoint b) { return {a.x + b.x, a.y + b.y}; }
 
@@ -52,18 +56,20 @@ CGPoint between(CGPoint a, CGPoint b, double part) {
   return {a.x + part * (b.x - a.x), a.y + part * (b.y - a.y)};
 }
 
-/// False also for what is nowhere, as a view of the horizon has it.
+/// Returns false for NaN too, which points beyond the horizon of a slanted code have as coordinates.
 bool isWithin(double distance, CGPoint shift) {
   return std::abs(shift.x) <= distance && std::abs(shift.y) <= distance;
 }
 
+/// Returns the outline of the square and the border around it.
 Quad withBorder(const Quad& outline, int modules) {
   const PerspectiveMap map(modules, modules, outline);
-  const double before = -kBorder;
-  const double behind = modules + kBorder;
-  return map(Quad{{{before, before}, {behind, before}, {behind, behind}, {before, behind}}});
+  const double near = -kBorder;
+  const double far = modules + kBorder;
+  return map(Quad{{{near, near}, {far, near}, {far, far}, {near, far}}});
 }
 
+/// Both include the border.
 int modulesAcross(int modules) { return modules + 2 * kBorder; }
 int pixelsAcross(int modules) { return modulesAcross(modules) * kModule; }
 
@@ -75,8 +81,8 @@ ModuleGrid::ModuleGrid(const LumaPicture& picture, const Quad& outline, int modu
       nodeSpacing_(static_cast<double>(modules) / (nodesAcross_ - 1)),
       toPicture_(pixelsAcross(modules), pixelsAcross(modules), withBorder(outline, modules)) {
   rectify(picture, withBorder(outline, modules), pixelsAcross(modules), pixelsAcross(modules), straight_);
-  findMeans();
-  findUnrest();
+  computeMeans();
+  computeEdgeStrength();
   for (int row = 0; row < nodesAcross_; ++row) {
     for (int column = 0; column < nodesAcross_; ++column) {
       nodes_.push_back({{column * nodeSpacing_, row * nodeSpacing_}, {}, false});
@@ -84,12 +90,12 @@ ModuleGrid::ModuleGrid(const LumaPicture& picture, const Quad& outline, int modu
   }
 }
 
-void ModuleGrid::findMeans() {
+void ModuleGrid::computeMeans() {
   const int across = modulesAcross(across_);
   LumaBuffer modules;
   modules.resize(across, across);
-  const int side = pixelsAcross(across_);
-  libyuv::ScalePlane(straight_.row(0), side, side, side, modules.row(0), across, across, across,
+  const int size = pixelsAcross(across_);
+  libyuv::ScalePlane(straight_.row(0), size, size, size, modules.row(0), across, across, across,
                      libyuv::kFilterBox);
   means_.resize(across, across);
   for (int y = 0; y < across; ++y) {
@@ -107,100 +113,103 @@ void ModuleGrid::findMeans() {
   }
 }
 
-void ModuleGrid::findUnrest() {
-  const int side = pixelsAcross(across_);
-  unrest_.resize(side, side);
-  std::fill_n(unrest_.row(0), static_cast<std::size_t>(side) * side, std::uint8_t{0});
-  for (int y = kNear; y < side - kNear; ++y) {
+void ModuleGrid::computeEdgeStrength() {
+  const int size = pixelsAcross(across_);
+  edgeStrength_.resize(size, size);
+  std::fill_n(edgeStrength_.row(0), static_cast<std::size_t>(size) * size, std::uint8_t{0});
+  for (int y = kNear; y < size - kNear; ++y) {
     const std::uint8_t* above = straight_.row(y - kNear);
     const std::uint8_t* here = straight_.row(y);
     const std::uint8_t* below = straight_.row(y + kNear);
-    std::uint8_t* out = unrest_.row(y);
-    for (int x = kNear; x < side - kNear; ++x) {
+    std::uint8_t* out = edgeStrength_.row(y);
+    for (int x = kNear; x < size - kNear; ++x) {
       out[x] = static_cast<std::uint8_t>(
           (std::abs(here[x + kNear] - here[x - kNear]) + std::abs(below[x] - above[x])) / 2);
     }
   }
 }
 
-std::optional<ModuleGrid::Sighting> ModuleGrid::findAlignment(bool lightOnDark) const {
+std::optional<ModuleGrid::Anchor> ModuleGrid::findAlignment(bool lightOnDark) const {
   const CGPoint place{across_ - kAlignmentMiddle, across_ - kAlignmentMiddle};
-  const int side = pixelsAcross(across_);
   const int reach = std::min(kAlignmentReach, across_ / 5) * kModule;
-  double best = kLeastLikeness;
-  std::optional<Sighting> found;
-  const LumaPicture straight = straight_.picture();
-  const LumaPicture means = means_.picture();
+  double best = kMinLikeness;
+  std::optional<Anchor> found;
   for (int dy = -reach; dy <= reach; dy += 2) {
     for (int dx = -reach; dx <= reach; dx += 2) {
-      double likeness = 0;
-      double contrast = 0;
-      for (int v = -2; v <= 2; ++v) {
-        for (int u = -2; u <= 2; ++u) {
-          const int x = static_cast<int>((place.x + u + kBorder) * kModule) + dx;
-          const int y = static_cast<int>((place.y + v + kBorder) * kModule) + dy;
-          if (x < 0 || y < 0 || x >= side || y >= side) {
-            continue;
-          }
-          const int difference = straight.row(y)[x] - means.row(y / kModule)[x / kModule];
-          const bool isDark = std::max(std::abs(u), std::abs(v)) != 1;
-          likeness += isDark == lightOnDark ? difference : -difference;
-          contrast += std::abs(difference);
-        }
-      }
-      const double value =
-          likeness / (contrast + kLeastPatternContrast) - kAlignmentDoubt * std::hypot(dx, dy) / reach;
-      if (value > best) {
-        best = value;
-        found = Sighting{place, toPicture_(CGPoint{(place.x + kBorder) * kModule + dx,
-                                                   (place.y + kBorder) * kModule + dy})};
+      const double likeness =
+          alignmentLikeness(place, dx, dy, lightOnDark) - kAlignmentDoubt * std::hypot(dx, dy) / reach;
+      if (likeness > best) {
+        best = likeness;
+        found = Anchor{place, toPicture_(CGPoint{(place.x + kBorder) * kModule + dx,
+                                                 (place.y + kBorder) * kModule + dy})};
       }
     }
   }
   return found;
 }
 
-void ModuleGrid::follow(const std::vector<Sighting>& known) {
-  struct Turn {
-    double distance = HUGE_VAL;
-    CGPoint shift;
-    int column = 0;
-    int row = 0;
-  };
-  std::vector<Turn> turns;
-  for (int row = 0; row < nodesAcross_; ++row) {
-    for (int column = 0; column < nodesAcross_; ++column) {
-      Turn turn{HUGE_VAL, {}, column, row};
-      for (const Sighting& sighting : known) {
-        const double distance = distanceBetween(node(column, row).place, sighting.place);
-        const CGPoint seen = toPicture_.inverse(sighting.inPicture);
-        const CGPoint shift{seen.x - (sighting.place.x + kBorder) * kModule,
-                            seen.y - (sighting.place.y + kBorder) * kModule};
-        if (distance >= turn.distance || !isWithin(pixelsAcross(across_), shift)) {
-          continue;
-        }
-        turn.distance = distance;
-        turn.shift = shift;
+/// Returns how much the modules around `place`, moved by dx and dy pixels, look like an alignment pattern: a
+/// dark module in a light ring in a dark one. Modules outside of the straightened picture do not count.
+double ModuleGrid::alignmentLikeness(CGPoint place, int dx, int dy, bool lightOnDark) const {
+  const int size = pixelsAcross(across_);
+  const LumaPicture straight = straight_.picture();
+  const LumaPicture means = means_.picture();
+  double likeness = 0;
+  double contrast = 0;
+  for (int v = -2; v <= 2; ++v) {
+    for (int u = -2; u <= 2; ++u) {
+      const int x = static_cast<int>((place.x + u + kBorder) * kModule) + dx;
+      const int y = static_cast<int>((place.y + v + kBorder) * kModule) + dy;
+      if (x < 0 || y < 0 || x >= size || y >= size) {
+        continue;
       }
-      turns.push_back(turn);
+      const int difference = straight.row(y)[x] - means.row(y / kModule)[x / kModule];
+      const bool isDark = std::max(std::abs(u), std::abs(v)) != 1;
+      likeness += isDark == lightOnDark ? difference : -difference;
+      contrast += std::abs(difference);
     }
   }
-  std::sort(turns.begin(), turns.end(), [](const Turn& a, const Turn& b) { return a.distance < b.distance; });
+  return likeness / (contrast + kMinPatternContrast);
+}
+
+void ModuleGrid::follow(const std::vector<Anchor>& anchors) {
+  std::vector<Step> steps;
+  for (int row = 0; row < nodesAcross_; ++row) {
+    for (int column = 0; column < nodesAcross_; ++column) {
+      steps.push_back(stepTo(column, row, anchors));
+    }
+  }
+  std::sort(steps.begin(), steps.end(), [](const Step& a, const Step& b) { return a.distance < b.distance; });
   for (int round = 0; round <= kLaterRounds; ++round) {
-    for (const auto& [distance, shift, column, row] : turns) {
-      const bool isNear = round == 0 && distance <= kNodeStep;
-      const bool isFirst = round == 0 && distance > kNodeStep;
+    for (const auto& [column, row, distance, shift] : steps) {
+      const bool isNearAnchor = distance <= kNodeStep;
       Slope expected = slopeAt(column, row);
-      if (isNear) {
+      if (round == 0 && isNearAnchor) {
         expected.shift = shift;
       }
-      settle(node(column, row), expected, isFirst ? kFirstRoom : kLaterRoom);
+      settle(node(column, row), expected, round == 0 && !isNearAnchor ? kFirstRadius : kLaterRadius);
       node(column, row).isKnown = true;
     }
   }
 }
 
-/// As a plane through the known nodes around it has it, near ones most of all.
+/// Anchors that the map takes far outside of the straightened picture are ignored.
+ModuleGrid::Step ModuleGrid::stepTo(int column, int row, const std::vector<Anchor>& anchors) const {
+  Step step{column, row, HUGE_VAL, {}};
+  for (const Anchor& anchor : anchors) {
+    const double distance = distanceBetween(node(column, row).place, anchor.place);
+    const CGPoint seen = toPicture_.inverse(anchor.inPicture);
+    const CGPoint shift{seen.x - (anchor.place.x + kBorder) * kModule,
+                        seen.y - (anchor.place.y + kBorder) * kModule};
+    if (distance < step.distance && isWithin(pixelsAcross(across_), shift)) {
+      step.distance = distance;
+      step.shift = shift;
+    }
+  }
+  return step;
+}
+
+/// Fits a plane to the shifts of the known nodes around this one, weighted by their nearness.
 ModuleGrid::Slope ModuleGrid::slopeAt(int column, int row) const {
   double n = 0, x = 0, y = 0, xx = kFlatness, yy = kFlatness, xy = 0;
   CGPoint s, sx, sy;
@@ -226,7 +235,7 @@ ModuleGrid::Slope ModuleGrid::slopeAt(int column, int row) const {
       sy = sum(sy, times(weight * dy, shift));
     }
   }
-  // Cramer's rule, for the normal equations of the plane.
+  // Solves the normal equations of the plane by Cramer's rule.
   const double a = xx * yy - xy * xy;
   const double b = y * xy - x * yy;
   const double c = x * xy - y * xx;
@@ -247,14 +256,16 @@ ModuleGrid::Slope ModuleGrid::slopeAt(int column, int row) const {
   return {shift, times(1 / nodeSpacing_, solved(b, d, e)), times(1 / nodeSpacing_, solved(c, e, f))};
 }
 
-void ModuleGrid::settle(Node& settled, const Slope& expected, double room) const {
+/// Moves the node to the place within the radius, in modules, that has the least edge strength plus penalty.
+void ModuleGrid::settle(Node& settled, const Slope& expected, double radius) const {
   double least = HUGE_VAL;
-  const double step = room * kModule / kSteps;
+  const double step = radius * kModule / kSteps;
   for (int y = -kSteps; y <= kSteps; ++y) {
     for (int x = -kSteps; x <= kSteps; ++x) {
-      const CGPoint way{x * step, y * step};
-      const Slope slope{sum(expected.shift, way), expected.perColumn, expected.perRow};
-      const double strain = unrestAround(settled.place, slope) + kStiffness * (way.x * way.x + way.y * way.y);
+      const CGPoint displacement{x * step, y * step};
+      const Slope slope{sum(expected.shift, displacement), expected.perColumn, expected.perRow};
+      const double squared = displacement.x * displacement.x + displacement.y * displacement.y;
+      const double strain = edgeStrengthAround(settled.place, slope) + kStiffness * squared;
       if (strain < least) {
         least = strain;
         settled.shift = slope.shift;
@@ -263,9 +274,9 @@ void ModuleGrid::settle(Node& settled, const Slope& expected, double room) const
   }
 }
 
-/// The mean in the middles of the modules around; those of the quiet zone count as well.
-double ModuleGrid::unrestAround(CGPoint place, const Slope& slope) const {
-  const int side = pixelsAcross(across_);
+/// Returns the mean edge strength in the middles of the modules around, including those of the quiet zone.
+double ModuleGrid::edgeStrengthAround(CGPoint place, const Slope& slope) const {
+  const int size = pixelsAcross(across_);
   const int column = static_cast<int>(std::lround(place.x));
   const int row = static_cast<int>(std::lround(place.y));
   int total = 0;
@@ -278,15 +289,15 @@ double ModuleGrid::unrestAround(CGPoint place, const Slope& slope) const {
                                      right * slope.perColumn.x + down * slope.perRow.x);
       const int y = static_cast<int>((v + 0.5 + kBorder) * kModule + slope.shift.y +
                                      right * slope.perColumn.y + down * slope.perRow.y);
-      if (x >= 0 && y >= 0 && x < side && y < side) {
-        total += unrest_.picture().row(y)[x];
+      if (x >= 0 && y >= 0 && x < size && y < size) {
+        total += edgeStrength_.picture().row(y)[x];
       }
     }
   }
   return static_cast<double>(total) / count;
 }
 
-/// Between the four nodes around it.
+/// Interpolates between the four nodes around the place. Returns pixels of the straightened picture.
 CGPoint ModuleGrid::onStraight(CGPoint place) const {
   const double x = std::clamp(place.x / nodeSpacing_, 0.0, nodesAcross_ - 1.001);
   const double y = std::clamp(place.y / nodeSpacing_, 0.0, nodesAcross_ - 1.001);
@@ -315,18 +326,6 @@ Modules ModuleGrid::modules(bool lightOnDark) const {
     }
   }
   return modules;
-}
-
-std::vector<Reading> ModuleGrid::read(const Modules& modules, const Decoder& decoder) const {
-  LumaBuffer drawing;
-  draw(modules, drawing);
-  std::vector<Reading> readings = decoder.read(drawing.picture());
-  for (Reading& reading : readings) {
-    for (CGPoint& corner : reading.outline) {
-      corner = inPicture(placeShown(corner));
-    }
-  }
-  return readings;
 }
 
 }  // namespace nivlo

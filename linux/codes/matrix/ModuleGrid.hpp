@@ -1,10 +1,10 @@
 // Follows the modules of a matrix code over paper or cloth that is bent.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
-#include "linux/codes/decoders/Decoder.hpp"
 #include "linux/codes/matrix/Modules.hpp"
 #include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/picture/PerspectiveMap.hpp"
@@ -12,70 +12,75 @@
 
 namespace nivlo {
 
-/// A square of modules and where the picture shows each of them. Places in the square count in modules, from
-/// its top left. Used by one thread at a time.
+/// A square of modules, with the place of each in a picture. Places in the square are in modules from its top
+/// left. Used by one thread at a time.
 class ModuleGrid {
  public:
-  /// What it takes to follow and to draw it and to read the drawing, as ReadingStrategy::cost counts it.
-  static double cost(int modules) { return 500.0 * modules * modules; }
-
-  /// As the outline has it, which is that of `modules` by `modules` of them, from 4 on.
+  /// Lays a flat grid of `modules` by `modules`, at least 4, over the quad that `outline` is in the picture.
   ModuleGrid(const LumaPicture& picture, const Quad& outline, int modules);
 
-  /// A place of the square, and where the picture shows it.
-  struct Sighting {
+  /// A place of the square of which it is known where the picture shows it.
+  struct Anchor {
     CGPoint place;
     CGPoint inPicture;
   };
 
-  /// Finds out how the code is bent. Goes from what is known to its neighbours, and puts each part of the
-  /// grid where the middles of its modules are most even, not far from where the parts that are already known
-  /// lead one to expect it.
-  void follow(const std::vector<Sighting>& known);
+  /// Bends the grid as the code is bent. Starts at the anchors and goes on from neighbour to neighbour. Each
+  /// part of the grid moves to where the middles of its modules are most even in brightness, but not far from
+  /// where its neighbours suggest that it lies.
+  void follow(const std::vector<Anchor>& anchors);
 
-  /// Looks for the pattern that all QR codes but the smallest have near the corner without a finder.
-  std::optional<Sighting> findAlignment(bool lightOnDark) const;
+  /// Looks for the alignment pattern near the corner without a finder, which all QR codes but the smallest
+  /// have.
+  std::optional<Anchor> findAlignment(bool lightOnDark) const;
 
-  /// What the modules are.
+  /// Returns which modules are dark.
   Modules modules(bool lightOnDark) const;
 
-  /// What the decoder reads in a drawing of them, with outlines in the picture's pixels. May throw.
-  std::vector<Reading> read(const Modules& modules, const Decoder& decoder) const;
-
-  /// Where the picture shows a place of the square.
+  /// Returns where the picture shows a place of the square.
   CGPoint inPicture(CGPoint place) const { return toPicture_(onStraight(place)); }
 
  private:
+  /// The grid bends at its nodes and is interpolated in between.
   struct Node {
     CGPoint place;
-    CGPoint shift;  ///< in the straightened picture, from where the outline has it
+    CGPoint shift;  ///< pixels of the straightened picture, from where the flat grid has the node
     bool isKnown = false;
   };
-  /// How the shift goes on around a node.
+  /// The shift at a node, and how it changes around it.
   struct Slope {
     CGPoint shift;
-    CGPoint perColumn;  ///< for each module to the right
-    CGPoint perRow;
+    CGPoint perColumn;  ///< change for each module to the right
+    CGPoint perRow;     ///< change for each module down
+  };
+  /// A node in the order in which they are followed.
+  struct Step {
+    int column = 0;
+    int row = 0;
+    double distance = 0;  ///< modules from the nearest anchor
+    CGPoint shift;        ///< of that anchor
   };
 
   Node& node(int column, int row) { return nodes_[static_cast<std::size_t>(row) * nodesAcross_ + column]; }
   const Node& node(int column, int row) const {
     return nodes_[static_cast<std::size_t>(row) * nodesAcross_ + column];
   }
-  void findMeans();
-  void findUnrest();
+  void computeMeans();
+  void computeEdgeStrength();
+  double alignmentLikeness(CGPoint place, int dx, int dy, bool lightOnDark) const;
+  Step stepTo(int column, int row, const std::vector<Anchor>& anchors) const;
   Slope slopeAt(int column, int row) const;
-  void settle(Node& settled, const Slope& expected, double room) const;
-  double unrestAround(CGPoint place, const Slope& slope) const;
+  void settle(Node& settled, const Slope& expected, double radius) const;
+  double edgeStrengthAround(CGPoint place, const Slope& slope) const;
   CGPoint onStraight(CGPoint place) const;
 
   int across_;  ///< modules
   int nodesAcross_;
-  double nodeSpacing_;
+  double nodeSpacing_;  ///< modules
   PerspectiveMap toPicture_;
-  LumaBuffer straight_;
-  LumaBuffer means_;   ///< of what is around each module
-  LumaBuffer unrest_;  ///< how much brightness changes near each pixel of the straightened picture
+  LumaBuffer straight_;      ///< the square and a border, straightened as if it were flat
+  LumaBuffer means_;         ///< one pixel per module: the mean brightness around it
+  LumaBuffer edgeStrength_;  ///< how much brightness changes around each pixel of the straightened picture
   std::vector<Node> nodes_;
 };
 

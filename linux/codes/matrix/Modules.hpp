@@ -1,6 +1,7 @@
 // The modules of a matrix code.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "linux/codes/picture/LumaPicture.hpp"
@@ -8,10 +9,10 @@
 
 namespace nivlo {
 
-/// A square of modules, which are dark or light.
+/// A square of modules, each dark or light. Coordinates must lie within it.
 class Modules {
  public:
-  /// All light.
+  /// Makes a square of `across` by `across` modules, all light.
   explicit Modules(int across) : across_(across), dark_(static_cast<std::size_t>(across) * across) {}
 
   int across() const { return across_; }
@@ -23,10 +24,10 @@ class Modules {
   std::vector<bool> dark_;
 };
 
-/// Draws them for a decoder, with a quiet zone around.
+/// Draws the modules with a quiet zone around them, in black and white, for a decoder.
 void draw(const Modules& modules, LumaBuffer& drawing);
 
-/// The place among the modules that a place of their drawing shows.
+/// Converts a place in the drawing to modules.
 CGPoint placeShown(CGPoint onDrawing);
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// Squares around a place, as the finder patterns of matrix codes have them.
+// Measures squares around a common centre, such as the finder patterns of matrix codes.
 #pragma once
 
 #include <optional>
@@ -8,13 +8,14 @@
 
 namespace nivlo {
 
-/// Brightness between pixels; beyond the picture, that of its border.
+/// Returns the brightness at a place between pixels, interpolated. Repeats the border beyond the picture.
 double lumaAt(const LumaPicture& picture, CGPoint at);
 
-/// Follows rays out from `centre`, which is within all the squares, to where brightness crosses `threshold`
-/// for the `edge`th time, and lays a four-sided shape through these places; nothing where they do not lie on
-/// one. No ray is followed farther than a square of half width `reach`, seen aslant, goes.
-std::optional<Quad> squareAround(const LumaPicture& picture, CGPoint centre, double threshold, int edge,
+/// Follows rays outwards from `centre`, which all squares contain, to where brightness crosses `threshold`
+/// for the `crossing`th time, counted from 1, and fits a quadrilateral to these points. Returns nothing if
+/// they do not lie on one. Rays end where a square of half width `reach` would end if it were seen at a
+/// slant.
+std::optional<Quad> squareAround(const LumaPicture& picture, CGPoint centre, double threshold, int crossing,
                                  double reach);
 
 }  // namespace nivlo

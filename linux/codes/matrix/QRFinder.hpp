@@ -1,4 +1,4 @@
-// Finds QR codes by the squares in three of their corners.
+// Finds QR codes by the finder patterns in three of their corners.
 #pragma once
 
 #include <array>
@@ -9,19 +9,20 @@
 
 namespace nivlo {
 
-/// How wide the smallest QR code is (ISO/IEC 18004).
-inline constexpr int kLeastQRModules = 21;
+/// Width of the smallest QR code, in modules (ISO/IEC 18004).
+inline constexpr int kMinQRModules = 21;
 
 /// Where a QR code seems to be.
 struct QRPlace {
-  std::array<Quad, 3> squares;  ///< in the top left corner, the top right and the bottom left one
-  Quad outline;                 ///< of the whole code; where the squares' sides lead to, in the fourth corner
-  /// How many wide it is, judged by their size: 21 to 177 in steps of 4 (ISO/IEC 18004), at times a step off.
+  std::array<Quad, 3> finders;  ///< at the top left, top right and bottom left
+  Quad outline;  ///< of the whole code; the fourth corner is where the edges of two finders meet if extended
+  /// Width in modules, estimated from the size of the finders: 21 to 177 in steps of 4 (ISO/IEC 18004). It
+  /// may be one step off.
   int modules = 0;
   bool lightOnDark = false;
 };
 
-/// The likeliest places first, at most two. Squares are seen from about two pixels a module.
+/// Returns at most two places, the likeliest first. Modules must be at least about two pixels wide.
 std::vector<QRPlace> findQRPlaces(const LumaPicture& picture);
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// Finds runs of dark and light through the middle of what is built around it.
+// Finds concentric patterns by the dark and light runs across their middle.
 #pragma once
 
 #include <functional>
@@ -8,23 +8,25 @@
 
 namespace nivlo {
 
-/// Dark and light in turns, the middle one among them, across a pattern.
-struct Runs {
-  int count = 0;    ///< odd
-  int modules = 0;  ///< that they have together
-  /// Whether those between `count` + 1 edges, in pixels, are such runs.
-  bool (*areBetween)(const int* edges) = nullptr;
+/// The runs of alternately dark and light pixels that a line through the middle of a pattern shows.
+struct RunPattern {
+  int count = 0;    ///< runs; odd
+  int modules = 0;  ///< total width of the runs
+  /// Returns whether the runs between `count` + 1 edges, whose positions are in pixels, have the right
+  /// widths.
+  bool (*matches)(const int* edges) = nullptr;
 };
 
-struct RunsMiddle {
+/// Where a pattern seems to be.
+struct PatternCentre {
   CGPoint place;
-  double module = 0;  ///< in pixels
-  int threshold = 0;  ///< what is less is dark there
+  double module = 0;  ///< width of a module in pixels
+  int threshold = 0;  ///< luma below which a pixel is dark here
 };
 
-/// Goes through rows of the picture, and calls `found` wherever both the row and the column show the runs,
-/// until it returns false. A pattern is found in several rows.
-void findRuns(const LumaPicture& picture, const Runs& runs,
-              const std::function<bool(const RunsMiddle&)>& found);
+/// Scans rows of the picture and calls `found` wherever both the row and the column show the pattern, until
+/// `found` returns false. Every pattern is found in several rows.
+void findRuns(const LumaPicture& picture, const RunPattern& pattern,
+              const std::function<bool(const PatternCentre&)>& found);
 
 }  // namespace nivlo

@@ -9,14 +9,17 @@
 
 #include "linux/codes/matrix/AztecRune.hpp"
 #include "linux/codes/matrix/ModuleGrid.hpp"
+#include "linux/codes/matrix/Modules.hpp"
+#include "linux/codes/picture/Quad.hpp"
+#include "linux/codes/strategies/GridReading.hpp"
 #include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
 
 namespace {
 
-// Modules across, with something of what is around, tried one after the other; odd, as bullseyes are. Codes
-// of more show too small in a camera's picture.
+// Modules across that are tried, one after the other, with some room around the code. They are odd, as
+// bullseyes are. Larger codes show too small in a camera's picture.
 constexpr std::array kCompactSizes{29};
 constexpr std::array kFullSizes{41, 65};
 constexpr int kCompactBullseye = 7;
@@ -28,21 +31,21 @@ std::span<const int> sizesOf(const Bullseye& bullseye) {
   return kFullSizes;
 }
 
-/// A square in the middle of another, both measured in modules.
+/// Returns a square of `modules` in the middle of one of `across`.
 Quad middle(int modules, int across) {
   const double near = (across - modules) / 2.0;
   const double far = (across + modules) / 2.0;
   return {{{near, near}, {far, near}, {far, far}, {near, far}}};
 }
 
-/// Where the corners of the bullseye are.
-std::vector<ModuleGrid::Sighting> sightings(const Bullseye& bullseye, int across) {
+/// The corners of the bullseye.
+std::vector<ModuleGrid::Anchor> anchorsOf(const Bullseye& bullseye, int across) {
   const Quad corners = middle(bullseye.modules, across);
-  std::vector<ModuleGrid::Sighting> known;
+  std::vector<ModuleGrid::Anchor> anchors;
   for (std::size_t i = 0; i < corners.size(); ++i) {
-    known.push_back({corners[i], bullseye.outline[i]});
+    anchors.push_back({corners[i], bullseye.outline[i]});
   }
-  return known;
+  return anchors;
 }
 
 Reading readingOf(const AztecRune& rune, const ModuleGrid& grid, int across) {
@@ -75,20 +78,20 @@ std::vector<Reading> AztecStrategy::read(PictureFeatures& features) {
 std::vector<Reading> AztecStrategy::follow(const LumaPicture& picture, const Bullseye& bullseye,
                                            int across) const {
   ModuleGrid grid(picture, surroundings(bullseye, across), across);
-  grid.follow(sightings(bullseye, across));
+  grid.follow(anchorsOf(bullseye, across));
   const Modules modules = grid.modules(bullseye.lightOnDark);
   const auto rune = bullseye.modules == kCompactBullseye ? readAztecRune(modules) : std::nullopt;
   if (rune) {
     return {readingOf(*rune, grid, across)};
   }
-  return grid.read(modules, decoder_);
+  return readGrid(grid, modules, decoder_);
 }
 
 double AztecStrategy::cost(PictureFeatures& features) const {
   double cost = 0;
   for (const Bullseye& bullseye : features.bullseyes()) {
     for (const int across : sizesOf(bullseye)) {
-      cost += ModuleGrid::cost(across);
+      cost += costOfGrid(across);
     }
   }
   return cost;

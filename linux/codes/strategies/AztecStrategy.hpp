@@ -1,14 +1,18 @@
-// Reads Aztec codes wherever in the picture they are.
+// Reads Aztec codes anywhere in the picture.
 #pragma once
 
+#include <utility>
+#include <vector>
+
 #include "linux/codes/decoders/Decoder.hpp"
+#include "linux/codes/matrix/BullseyeFinder.hpp"
 #include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/strategies/ReadingStrategy.hpp"
 
 namespace nivlo {
 
-/// Follows the modules from a code's bullseye outwards, and reads a drawing of what they are. ZXing finds
-/// Aztec codes in the middle of a picture only, and lays a flat grid over them; runes it does not know.
+/// Follows the modules outwards from a code's bullseye, and decodes a drawing of them. ZXing finds Aztec
+/// codes only in the middle of a picture, lays a flat grid over them, and does not know runes.
 class AztecStrategy : public ReadingStrategy {
  public:
   explicit AztecStrategy(Decoder decoder) : decoder_(std::move(decoder)) {}

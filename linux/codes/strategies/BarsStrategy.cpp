@@ -13,21 +13,23 @@ namespace nivlo {
 
 namespace {
 
-// Room for the quiet zones, and for bars that a reflection hides from the finder.
+// Room for the quiet zones, and for bars that a reflection hides from the finder: relative to the region's
+// length, plus a number of pixels.
 constexpr double kMargin = 0.15;
-constexpr double kLeastMargin = 10;
-// A code that is wider as it is needs no enlarging.
-constexpr double kMostEnlargedColumns = 800;
-constexpr int kMostColumns = 1600;
-constexpr int kMostRows = 320;
-// Each row is the mean of as many as this.
-constexpr int kRowsAveraged = 4;
-// Of a pixel.
+constexpr double kBaseMargin = 10;
+// A region that is wider than this needs no enlarging.
+constexpr double kMaxEnlargedColumns = 800;
+constexpr int kMaxColumns = 1600;
+constexpr int kMaxRows = 320;
+// Rows that are drawn for each row of the rendition, which is their mean.
+constexpr int kAveragedPerRow = 4;
+// Cost of drawing a pixel, in the unit of ReadingStrategy::cost.
 constexpr double kCostOfDrawing = 1;
 
+/// Lengthens the region across its bars, at both ends.
 Quad withMargins(const Quad& region) {
   const double length = distanceBetween(region[0], region[1]);
-  const double margin = kMargin * length + kLeastMargin;
+  const double margin = kMargin * length + kBaseMargin;
   const CGPoint by{(region[1].x - region[0].x) / length * margin,
                    (region[1].y - region[0].y) / length * margin};
   return {{{region[0].x - by.x, region[0].y - by.y},
@@ -45,9 +47,9 @@ std::vector<Reading> BarsStrategy::read(PictureFeatures& features) {
   std::vector<Reading> readings;
   for (const Quad& bars : features.bars()) {
     const Quad region = withMargins(rendering_.isDeskewed ? deskewed(features.picture(), bars) : bars);
-    const LumaPicture upright = rendered(features.picture(), region);
-    const PerspectiveMap toPicture(upright.width, upright.height, region);
-    for (Reading& reading : decoder_.read(upright)) {
+    const LumaPicture rendition = rendered(features.picture(), region);
+    const PerspectiveMap toPicture(rendition.width, rendition.height, region);
+    for (Reading& reading : decoder_.read(rendition)) {
       reading.outline = toPicture(reading.outline);
       readings.push_back(std::move(reading));
     }
@@ -59,7 +61,7 @@ double BarsStrategy::cost(PictureFeatures& features) const {
   double pixels = 0;
   for (const Quad& bars : features.bars()) {
     const Size size = sizeOf(withMargins(bars));
-    pixels += kCostOfDrawing * size.width * size.rowsAveraged + decoder_.cost(size.width, size.rows);
+    pixels += kCostOfDrawing * size.width * size.averagedRows + decoder_.cost(size.width, size.rows);
   }
   return pixels;
 }
@@ -67,24 +69,24 @@ double BarsStrategy::cost(PictureFeatures& features) const {
 BarsStrategy::Size BarsStrategy::sizeOf(const Quad& region) const {
   const double length = distanceBetween(region[0], region[1]);
   const double height = distanceBetween(region[0], region[3]);
-  const double columns = std::min(length * rendering_.scale, std::max(length, kMostEnlargedColumns));
-  const int available = std::clamp(static_cast<int>(height), 4, kMostRows);
-  const int rows = std::min(rendering_.rows, available);
-  return {std::clamp(static_cast<int>(columns), 16, kMostColumns), rows,
-          std::min(rows * kRowsAveraged, available)};
+  const double columns = std::min(length * rendering_.scale, std::max(length, kMaxEnlargedColumns));
+  const int available = std::clamp(static_cast<int>(height), 4, kMaxRows);
+  const int rows = std::min(rendering_.maxRows, available);
+  return {std::clamp(static_cast<int>(columns), 16, kMaxColumns), rows,
+          std::min(rows * kAveragedPerRow, available)};
 }
 
 LumaPicture BarsStrategy::rendered(const LumaPicture& picture, const Quad& region) {
-  const auto [width, rows, rowsAveraged] = sizeOf(region);
-  rectify(picture, region, width, rowsAveraged, upright_);
-  LumaPicture upright = upright_.picture();
-  if (rows < rowsAveraged) {
+  const auto [width, rows, averagedRows] = sizeOf(region);
+  rectify(picture, region, width, averagedRows, upright_);
+  LumaPicture result = upright_.picture();
+  if (rows < averagedRows) {
     averaged_.resize(width, rows);
-    libyuv::ScalePlane(upright.pixels, upright.stride, width, rowsAveraged, averaged_.row(0), width, width,
+    libyuv::ScalePlane(result.pixels, result.stride, width, averagedRows, averaged_.row(0), width, width,
                        rows, libyuv::kFilterBox);
-    upright = averaged_.picture();
+    result = averaged_.picture();
   }
-  return enhanced(upright, rendering_.enhancement, enhanced_);
+  return enhanced(result, rendering_.enhancement, enhanced_);
 }
 
 }  // namespace nivlo

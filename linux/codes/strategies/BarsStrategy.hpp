@@ -1,24 +1,30 @@
-// Reads bars however they lie.
+// Reads bars at any angle.
 #pragma once
+
+#include <vector>
 
 #include "linux/codes/decoders/Decoder.hpp"
 #include "linux/codes/picture/Enhancement.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
+#include "linux/codes/picture/Quad.hpp"
 #include "linux/codes/strategies/ReadingStrategy.hpp"
 
 namespace nivlo {
 
-/// How a region of bars is drawn before it is read.
+/// How a region of bars is rendered before it is decoded.
 struct BarsRendering {
-  double scale = 1;  ///< how much larger than in the picture it is across the bars
-  /// How many rows are left of it along the bars, each the mean of those between: more cost more, fewer are
-  /// freer of noise. At most as many as the picture has.
-  int rows = 32;
+  double scale =
+      1;  ///< size across the bars, relative to the picture; lowered if that would become too large
+  /// Maximum number of rows along the bars, each the mean of several. More rows cost more, fewer have less
+  /// noise. There are never more than the region has in the picture.
+  int maxRows = 32;
   Enhancement enhancement = Enhancement::None;
-  bool isDeskewed = false;  ///< for what needs all rows in line, PDF417
+  /// Whether the region is straightened first (see deskewed), for PDF417, whose rows must not be slanted.
+  bool isDeskewed = false;
 };
 
-/// Finds bars, turns each region of them upright and reads that. Decoders follow rows and columns and stand
-/// 10 to 25 degrees of tilt with 1-D codes, 5 to 7 with PDF417.
+/// Turns each region of bars upright and decodes it. Decoders follow the rows and columns of a picture, and
+/// tolerate a tilt of 10 to 25 degrees for 1-D codes and of 5 to 7 degrees for PDF417.
 class BarsStrategy : public ReadingStrategy {
  public:
   BarsStrategy(BarsRendering rendering, Decoder decoder);
@@ -30,7 +36,7 @@ class BarsStrategy : public ReadingStrategy {
   struct Size {
     int width;
     int rows;
-    int rowsAveraged;
+    int averagedRows;  ///< rows that are drawn and then averaged to `rows`
   };
   Size sizeOf(const Quad& region) const;
   LumaPicture rendered(const LumaPicture& picture, const Quad& region);

@@ -1,4 +1,4 @@
-// What there is to see in one picture, found once for all who want to read there.
+// What a picture shows that may belong to codes.
 #pragma once
 
 #include <optional>
@@ -8,16 +8,19 @@
 #include "linux/codes/matrix/BullseyeFinder.hpp"
 #include "linux/codes/matrix/QRFinder.hpp"
 #include "linux/codes/picture/LumaPicture.hpp"
+#include "linux/codes/picture/Quad.hpp"
 
 namespace nivlo {
 
-/// Looks for things when they are first asked for. Used by one thread at a time.
+/// A picture and the features found in it, which all strategies of a look share. Each kind of feature is
+/// searched for when it is first asked for. Used by one thread at a time.
 class PictureFeatures {
  public:
-  /// The picture's pixels must outlive the scene.
+  /// The picture's pixels must outlive this object.
   explicit PictureFeatures(const LumaPicture& picture) : picture_(picture) {}
 
   const LumaPicture& picture() const { return picture_; }
+  /// Regions of parallel bars, see findBars.
   const std::vector<Quad>& bars() {
     if (!bars_) {
       bars_ = findBars(picture_);

@@ -1,40 +1,44 @@
 #include "linux/codes/strategies/QRGridStrategy.hpp"
 
 #include <array>
+#include <cstddef>
 #include <iterator>
 
 #include "linux/codes/matrix/ModuleGrid.hpp"
-#include "linux/codes/matrix/QRFinder.hpp"
+#include "linux/codes/picture/Quad.hpp"
+#include "linux/codes/strategies/GridReading.hpp"
 
 namespace nivlo {
 
 namespace {
 
-// From the size that was judged, as it may be a step off.
-constexpr std::array<int, 3> kSizesTried{0, 4, -4};
-// Larger codes show too small in a picture, and take too long.
-constexpr int kMostModulesFollowed = 73;
-constexpr double kFinder = 7;
+// Modules by which the sizes tried differ from the estimated one, which may be one step off.
+constexpr std::array<int, 3> kCorrections{0, 4, -4};
+// Larger codes show too small in a camera's picture, and take too long.
+constexpr int kMaxModulesFollowed = 73;
+constexpr double kFinderModules = 7;
 
-bool isFollowed(int modules) { return modules >= kLeastQRModules && modules <= kMostModulesFollowed; }
+bool isFollowed(int modules) { return modules >= kMinQRModules && modules <= kMaxModulesFollowed; }
 
-/// Where the finders' corners are.
-std::vector<ModuleGrid::Sighting> sightings(const QRPlace& place, int modules) {
-  const double far = modules - kFinder;
+/// The corners of the finder patterns.
+std::vector<ModuleGrid::Anchor> anchorsOf(const QRPlace& place, int modules) {
+  const double far = modules - kFinderModules;
   const std::array<CGPoint, 3> origins{{{0, 0}, {far, 0}, {0, far}}};
-  std::vector<ModuleGrid::Sighting> known;
+  std::vector<ModuleGrid::Anchor> anchors;
   for (std::size_t i = 0; i < origins.size(); ++i) {
     const auto& [x, y] = origins[i];
-    const Quad corners{{{x, y}, {x + kFinder, y}, {x + kFinder, y + kFinder}, {x, y + kFinder}}};
+    const Quad corners{
+        {{x, y}, {x + kFinderModules, y}, {x + kFinderModules, y + kFinderModules}, {x, y + kFinderModules}}};
     for (std::size_t corner = 0; corner < corners.size(); ++corner) {
-      known.push_back({corners[corner], place.squares[i][corner]});
+      anchors.push_back({corners[corner], place.finders[i][corner]});
     }
   }
-  return known;
+  return anchors;
 }
 
-/// The outline with its fourth corner moved so that the pattern comes to lie about where it is seen.
-Quad through(const ModuleGrid::Sighting& alignment, const ModuleGrid& grid, Quad outline, int modules) {
+/// Returns the outline with its fourth corner moved so that the alignment pattern comes to lie about where
+/// the picture shows it.
+Quad outlineThrough(const ModuleGrid::Anchor& alignment, const ModuleGrid& grid, Quad outline, int modules) {
   const CGPoint expected = grid.inPicture(alignment.place);
   const double part = alignment.place.x * alignment.place.y / (1.0 * modules * modules);
   outline[2].x += (alignment.inPicture.x - expected.x) / part;
@@ -47,8 +51,8 @@ Quad through(const ModuleGrid::Sighting& alignment, const ModuleGrid& grid, Quad
 std::vector<Reading> QRGridStrategy::read(PictureFeatures& features) {
   std::vector<Reading> readings;
   for (const QRPlace& place : features.qrPlaces()) {
-    for (const int change : kSizesTried) {
-      const int modules = place.modules + change;
+    for (const int correction : kCorrections) {
+      const int modules = place.modules + correction;
       if (!isFollowed(modules)) {
         continue;
       }
@@ -67,22 +71,22 @@ std::vector<Reading> QRGridStrategy::read(PictureFeatures& features) {
 std::vector<Reading> QRGridStrategy::follow(const LumaPicture& picture, const QRPlace& place,
                                             int modules) const {
   ModuleGrid grid(picture, place.outline, modules);
-  std::vector<ModuleGrid::Sighting> known = sightings(place, modules);
+  std::vector<ModuleGrid::Anchor> anchors = anchorsOf(place, modules);
   if (const auto alignment = grid.findAlignment(place.lightOnDark)) {
-    known.push_back(*alignment);
-    grid = ModuleGrid(picture, through(*alignment, grid, place.outline, modules), modules);
+    anchors.push_back(*alignment);
+    grid = ModuleGrid(picture, outlineThrough(*alignment, grid, place.outline, modules), modules);
   }
-  grid.follow(known);
-  return grid.read(grid.modules(place.lightOnDark), decoder_);
+  grid.follow(anchors);
+  return readGrid(grid, grid.modules(place.lightOnDark), decoder_);
 }
 
 double QRGridStrategy::cost(PictureFeatures& features) const {
   double cost = 0;
   for (const QRPlace& place : features.qrPlaces()) {
-    for (const int change : kSizesTried) {
-      const int modules = place.modules + change;
+    for (const int correction : kCorrections) {
+      const int modules = place.modules + correction;
       if (isFollowed(modules)) {
-        cost += ModuleGrid::cost(modules);
+        cost += costOfGrid(modules);
       }
     }
   }

@@ -1,14 +1,18 @@
-// Reads QR codes on what is not flat.
+// Reads QR codes that are not flat.
 #pragma once
 
+#include <utility>
+#include <vector>
+
 #include "linux/codes/decoders/Decoder.hpp"
+#include "linux/codes/matrix/QRFinder.hpp"
 #include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/strategies/ReadingStrategy.hpp"
 
 namespace nivlo {
 
-/// Follows the modules from the squares in a code's corners and reads a drawing of what they are. Decoders
-/// lay a flat grid over a code, which cloth and curled paper do not keep to.
+/// Follows the modules from the finder patterns in a code's corners, and decodes a drawing of them. Decoders
+/// lay a flat grid over a code, which does not fit on cloth and curled paper.
 class QRGridStrategy : public ReadingStrategy {
  public:
   explicit QRGridStrategy(Decoder decoder) : decoder_(std::move(decoder)) {}

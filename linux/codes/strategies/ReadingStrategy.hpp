@@ -8,18 +8,18 @@
 
 namespace nivlo {
 
-/// Strategies differ in what they find and what they cost; a reader goes through several, one a look. The
-/// cost of one read is bounded, whatever the picture. Used by one thread at a time.
+/// Strategies differ in what they find and what they cost. One look uses as many of them as its budget
+/// allows, and the cost of each is bounded, whatever the picture shows. Used by one thread at a time.
 class ReadingStrategy {
  public:
   virtual ~ReadingStrategy() = default;
 
-  /// The codes found, with outlines in pixels of the scene's picture, in no order; one code can be there
-  /// several times. May throw.
+  /// Returns the codes found, in no particular order, with outlines in pixels of the features' picture. One
+  /// code can be there several times. May throw.
   virtual std::vector<Reading> read(PictureFeatures& features) = 0;
 
-  /// What reading there costs, about, where there is no code: in pixels of a picture in which matrix codes
-  /// are looked for once. What it takes to find things in the scene is not counted.
+  /// Estimates the cost of reading this picture if it holds no code. The unit is one pixel of a picture that
+  /// is searched once for matrix codes. Finding the features is not included.
   virtual double cost(PictureFeatures& features) const = 0;
 };
 

@@ -10,7 +10,7 @@ namespace nivlo {
 
 namespace {
 
-constexpr double kMostEnlargedPixels = 800 * 600;
+constexpr double kMaxEnlargedPixels = 800 * 600;
 
 int atLeastOne(double size) { return std::max(1, static_cast<int>(size)); }
 
@@ -33,15 +33,15 @@ std::vector<Reading> WholePictureStrategy::read(PictureFeatures& features) {
 
 double WholePictureStrategy::cost(PictureFeatures& features) const {
   const Size size = sizeFor(features.picture().width, features.picture().height);
-  const double prepared = rendering_.enhancement == Enhancement::None ? 0 : 0.5;
-  return decoder_.cost(size.width, size.height) + prepared * size.width * size.height;
+  const double costOfEnhancing = rendering_.enhancement == Enhancement::None ? 0 : 0.5;
+  return decoder_.cost(size.width, size.height) + costOfEnhancing * size.width * size.height;
 }
 
 WholePictureStrategy::Size WholePictureStrategy::sizeFor(int width, int height) const {
   const double pixels = static_cast<double>(width) * height;
-  const double enlarged = std::max(1.0, std::sqrt(kMostEnlargedPixels / pixels));
-  const double scale = std::min({rendering_.scale, enlarged, std::sqrt(rendering_.mostPixels / pixels)});
-  return {atLeastOne(width * scale), std::min(rendering_.rows, atLeastOne(height * scale))};
+  const double enlarged = std::max(1.0, std::sqrt(kMaxEnlargedPixels / pixels));
+  const double scale = std::min({rendering_.scale, enlarged, std::sqrt(rendering_.maxPixels / pixels)});
+  return {atLeastOne(width * scale), std::min(rendering_.maxRows, atLeastOne(height * scale))};
 }
 
 LumaPicture WholePictureStrategy::rendered(const LumaPicture& picture) {

@@ -1,21 +1,26 @@
-// Reads the whole picture, larger or smaller than it is.
+// Reads the whole picture, enlarged or reduced.
 #pragma once
+
+#include <vector>
 
 #include "linux/codes/decoders/Decoder.hpp"
 #include "linux/codes/picture/Enhancement.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/strategies/ReadingStrategy.hpp"
 
 namespace nivlo {
 
+/// How the picture is rendered before it is decoded.
 struct WholePictureRendering {
-  double scale = 1;  ///< how much larger it is read; made less where the result would be too large
-  double mostPixels = 1920 * 1080;
-  /// At most as many, each the mean of those between. A decoder of 1-D codes does not look at more than 256,
-  /// but then only upright codes are seen.
-  int rows = 1080;
-  Enhancement enhancement = Enhancement::None;  ///< after scaling
+  double scale = 1;  ///< lowered if the rendition would become too large
+  double maxPixels = 1920 * 1080;
+  /// Maximum number of rows, each the mean of the picture's rows that it stands for. Decoders of 1-D codes
+  /// scan about 256 rows at most, but in a rendition with so few they see upright codes only.
+  int maxRows = 1080;
+  Enhancement enhancement = Enhancement::None;  ///< applied after scaling
 };
 
+/// Renders the whole picture and decodes the rendition.
 class WholePictureStrategy : public ReadingStrategy {
  public:
   /// Never enlarges to more pixels than 800x600 has.
