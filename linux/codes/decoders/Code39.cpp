@@ -4,11 +4,12 @@ namespace nivlo {
 
 namespace {
 
-/// A character's value is its place here.
+/// A character's position is its value in the check sum.
 constexpr std::string_view kAlphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%";
 
 constexpr std::string_view kShifts = "$%/+";
 
+/// Returns the character that a shift sign and a letter A to Z stand for, or nothing if the pair is unused.
 std::optional<char> shifted(char shift, char letter) {
   const int place = letter - 'A';
   switch (shift) {
@@ -17,7 +18,7 @@ std::optional<char> shifted(char shift, char letter) {
     case '+':
       return static_cast<char>('a' + place);
     case '/':
-      // /A to /O are the signs from ! on, and /Z is the colon after the digits.
+      // /A to /O are the signs that start at !, and /Z is the colon, which follows the digits in ASCII.
       if (letter > 'O' && letter != 'Z') {
         return std::nullopt;
       }

@@ -8,12 +8,13 @@ namespace nivlo {
 
 namespace {
 
-// The first bar of every row is the widest there is; no space is wider than 6.
-constexpr double kModulesOfFirstBar = 8;
-constexpr double kModulesOfQuietZone = 7;
+// The start pattern's first bar, the widest bar of a row.
+constexpr double kFirstBarModules = 8;
+// No space inside a row is wider than 6 modules, so a wider light stretch is the quiet zone.
+constexpr double kQuietZoneModules = 7;
 
-/// Luma from `start` on, pixel by pixel, until the picture ends.
-std::vector<int> along(const LumaPicture& picture, CGPoint start, CGPoint direction) {
+/// Samples the luma pixel by pixel from `start` to the edge of the picture.
+std::vector<int> lumaAlong(const LumaPicture& picture, CGPoint start, CGPoint direction) {
   std::vector<int> luma;
   for (double distance = 0;; ++distance) {
     const int x = static_cast<int>(std::lround(start.x + direction.x * distance));
@@ -25,12 +26,12 @@ std::vector<int> along(const LumaPicture& picture, CGPoint start, CGPoint direct
   }
 }
 
-/// How long the row of bars is that begins the line.
+/// Returns the length in pixels of the row of bars with which `luma` begins.
 double lengthOfRow(const std::vector<int>& luma, double leftEdge) {
   if (luma.empty()) {
     return 0;
   }
-  // The first bars and spaces tell dark from light; what lies behind the code may be anything.
+  // The threshold comes from the first bars and spaces only, as anything may lie beyond the code.
   const auto near = luma.begin() +
                     static_cast<std::ptrdiff_t>(std::min<double>(leftEdge, static_cast<double>(luma.size())));
   const auto [dark, light] = std::minmax_element(luma.begin(), std::max(near, luma.begin() + 1));
@@ -47,7 +48,7 @@ double lengthOfRow(const std::vector<int>& luma, double leftEdge) {
       firstBar = i + 1;
     }
     inFirstBar = inFirstBar && (isDark || firstBar == 0);
-    const double quiet = kModulesOfQuietZone * static_cast<double>(firstBar) / kModulesOfFirstBar;
+    const double quiet = kQuietZoneModules * static_cast<double>(firstBar) / kFirstBarModules;
     if (firstBar > 0 && static_cast<double>(i - lastDark) > quiet + 1) {
       break;
     }
@@ -67,7 +68,7 @@ Quad compactPDF417Outline(const LumaPicture& picture, CGPoint topLeft, CGPoint b
   double length = 0;
   for (const double part : {0.3, 0.5, 0.7}) {
     const CGPoint start{topLeft.x + part * down.x, topLeft.y + part * down.y};
-    length = std::max(length, lengthOfRow(along(picture, start, right), height));
+    length = std::max(length, lengthOfRow(lumaAlong(picture, start, right), height));
   }
   const auto end = [&](CGPoint from) {
     return CGPoint{from.x + right.x * length, from.y + right.y * length};

@@ -1,4 +1,4 @@
-// The outline of a PDF417 that has no stop pattern.
+// The outline of a compact PDF417, which has no stop pattern.
 #pragma once
 
 #include "linux/codes/picture/LumaPicture.hpp"
@@ -6,8 +6,9 @@
 
 namespace nivlo {
 
-/// ZXing says where such a code begins and not where it ends. This follows its rows from the left edge, at
-/// right angles to it, until more paper comes than any row holds.
+/// Returns the outline of a compact PDF417, for which ZXing reports the left edge but no right edge. Follows
+/// the rows at right angles to the left edge until a light stretch comes that is too wide for any row, or the
+/// picture ends. If both corners are the same point, so are all four of the outline.
 Quad compactPDF417Outline(const LumaPicture& picture, CGPoint topLeft, CGPoint bottomLeft);
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// What reads a picture that a strategy has prepared.
+// The interface of what decodes a picture that a strategy has prepared.
 #pragma once
 
 #include <functional>
@@ -9,16 +9,17 @@
 
 namespace nivlo {
 
-/// What costs so much for every pixel.
+/// A cost that is proportional to the number of pixels, see Decoder::cost.
 inline std::function<double(int, int)> costOfPixels(double factor) {
   return [factor](int width, int height) { return factor * width * height; };
 }
 
+/// How to decode a picture, and what that costs.
 struct Decoder {
-  /// The codes in the picture, with outlines in its pixels. May throw.
+  /// Returns the codes in the picture, with their outlines in its pixels. May throw std::exception.
   std::function<std::vector<Reading>(const LumaPicture&)> read;
-  /// Of reading a picture of that size, where there is no code: in pixels of which matrix codes are looked
-  /// for.
+  /// Returns the typical cost of reading a picture of this size in which there is no code. The unit is the
+  /// cost of searching one pixel for matrix codes.
   std::function<double(int width, int height)> cost;
 };
 

@@ -11,10 +11,9 @@ namespace nivlo {
 
 namespace {
 
-// A 1-D code's outline can end short of its bars, at a reflection for example; a little room still joins its
-// parts.
-constexpr double kRoom = 1.1;
-// Distances from the centre that differ by less than this part of the picture's diagonal count as equal.
+// A reflection, for example, can cut a 1-D code's outline short. This much slack still joins the parts.
+constexpr double kSlack = 1.1;
+// Distances from the centre are rounded to this fraction of the picture's diagonal before they are compared.
 constexpr double kNearnessStep = 0.05;
 
 bool sameCode(const Reading& first, const Reading& second) {
@@ -24,7 +23,7 @@ bool sameCode(const Reading& first, const Reading& second) {
 }  // namespace
 
 bool meet(const Reading& first, const Reading& second) {
-  return overlap(scaledAboutCentre(first.outline, kRoom), second.outline);
+  return overlap(scaledAboutCentre(first.outline, kSlack), second.outline);
 }
 
 std::vector<Reading> withoutDuplicates(std::vector<Reading> readings) {

@@ -1,4 +1,4 @@
-// What one pass of a decoder read.
+// One code as one pass of a decoder read it, and how such readings are merged and ordered.
 #pragma once
 
 #include <string>
@@ -10,25 +10,26 @@ namespace nivlo {
 
 struct Reading {
   std::string type;  ///< metadata-object type identifier
-  std::string text;  ///< valid UTF-8; may be empty, may hold NUL
+  std::string text;  ///< valid UTF-8; may be empty, may contain NUL
   Quad outline;      ///< in pixels of the picture that was read
-  /// 1-D codes carry no error correction, and where on their bars they were read says little of their height.
+  /// Whether it is a 1-D code. Its outline may then be shorter than its bars, because decoders read 1-D codes
+  /// along a few scan lines.
   bool isLinear = false;
-  /// Whether the picture says so much more clearly than any other text of this type that nothing needs to
-  /// confirm it.
+  /// Whether this text fits the picture so much better than any other of its type that it counts without
+  /// confirmation.
   bool isCertain = false;
 };
 
-/// Whether both were read at about the same place.
+/// Returns whether the outlines overlap or nearly do.
 bool meet(const Reading& first, const Reading& second);
 
-/// Leaves one of several readings of the same code: equal type and text, and outlines that meet. Equal labels
-/// at different places are different codes. Drops UPC-E where an EAN-13 was read at the same place, of which
-/// it is a misread part.
+/// Keeps the first of several readings of the same code, which have equal type and text and outlines that
+/// meet. Equal labels at different places are different codes and are all kept. Also drops each UPC-E that
+/// meets an EAN-13, of which it is a misread part.
 std::vector<Reading> withoutDuplicates(std::vector<Reading> readings);
 
-/// Puts the code that the user points at last: nearest to the picture's centre, and the largest among about
-/// equally near.
+/// Sorts the code that the user points at to the end: the one nearest to the picture's centre, and the
+/// largest of those that are about equally near. The picture's size is in pixels.
 void sortPointedAtLast(std::vector<Reading>& readings, int pictureWidth, int pictureHeight);
 
 }  // namespace nivlo

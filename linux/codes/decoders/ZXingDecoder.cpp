@@ -24,17 +24,21 @@ using ZXing::BarcodeFormat;
 
 const ZXing::BarcodeFormats kMatrixFormats =
     BarcodeFormat::QRCode | BarcodeFormat::PDF417 | BarcodeFormat::Aztec;
-// UPC-A is not asked for by itself: as EAN-13 it comes with its leading 0.
+// UPC-A is read as EAN-13, with its leading 0, and so is not requested by itself.
 const ZXing::BarcodeFormats kLinearFormats = BarcodeFormat::UPCE | BarcodeFormat::EAN8 |
                                              BarcodeFormat::EAN13 | BarcodeFormat::Code39 |
                                              BarcodeFormat::Code93 | BarcodeFormat::Code128;
-// Labels in view at once are few; each costs a pass.
-constexpr int kMostLinearCodes = 8;
-// That must agree.
-constexpr int kScanLines = 2;
-constexpr double kCostOfLinePixel = 1.2;
+// Each 1-D code costs a pass of its own, and few are in view at once.
+constexpr int kMaxLinearCodes = 8;
+// Scan lines that must agree before a 1-D code counts.
+constexpr int kMinScanLines = 2;
+// The cost of scanning one pixel for 1-D codes, in units of Decoder::cost.
+constexpr double kLinearPixelCost = 1.2;
 constexpr std::uint8_t kPaper = 255;
+// A 1-D code that was read is painted over to this multiple of its outline.
+constexpr double kErasedScale = 1.1;
 
+/// Returns null for a symbology that is not one of the ten.
 const char* typeOf(BarcodeFormat format, std::string_view text) {
   switch (format) {
     case BarcodeFormat::QRCode:
@@ -69,7 +73,8 @@ std::string latin1ToUTF8(const ZXing::ByteArray& bytes) {
   return text;
 }
 
-/// ZXing passes on surrogates that a code holds alone, which UTF-8 has no form for.
+/// Replaces each invalid byte by U+FFFD. ZXing also encodes surrogates that are not part of a pair, which is
+/// not valid UTF-8.
 std::string withReplacementCharacters(std::string_view text) {
   std::string valid;
   while (!text.empty()) {
@@ -84,16 +89,16 @@ std::string withReplacementCharacters(std::string_view text) {
 
 std::string textOf(const ZXing::Result& result) {
   const std::string text = result.text();
-  // ZXing gives nothing at all where a code names a character set that it does not know.
+  // ZXing returns no text if the code names a character set that it does not know.
   if (text.empty() && !result.bytes().empty()) {
     return latin1ToUTF8(result.bytes());
   }
   return withReplacementCharacters(text);
 }
 
-/// Debian's ZXing is built with assertions, and one of them ends the process when it compares two 1-D codes.
-/// That happens in its own down-scaling and whenever more than one 1-D code is asked for, so neither is ever
-/// done.
+/// Debian builds ZXing with assertions, and one of them aborts when ZXing compares two 1-D codes. It does
+/// that when it downscales by itself or is asked for more than one 1-D code, so neither may ever be
+/// requested.
 ZXing::DecodeHints hintsFor(ZXing::BarcodeFormats formats, Effort effort) {
   ZXing::DecodeHints hints;
   hints.setFormats(formats);
@@ -103,16 +108,16 @@ ZXing::DecodeHints hintsFor(ZXing::BarcodeFormats formats, Effort effort) {
   return hints;
 }
 
-ZXing::ImageView viewOf(const LumaPicture& picture) {
+ZXing::ImageView imageOf(const LumaPicture& picture) {
   return {picture.pixels, picture.width, picture.height, ZXing::ImageFormat::Lum, picture.stride};
 }
 
-std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& view, ZXing::BarcodeFormats formats,
+std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& image, ZXing::BarcodeFormats formats,
                                            Effort effort) {
   ZXing::DecodeHints hints = hintsFor(formats, effort);
   hints.setMaxNumberOfSymbols(1);
-  hints.setMinLineCount(kScanLines);
-  ZXing::Results results = ZXing::ReadBarcodes(view, hints);
+  hints.setMinLineCount(kMinScanLines);
+  ZXing::Results results = ZXing::ReadBarcodes(image, hints);
   if (results.empty() || !results.front().isValid()) {
     return std::nullopt;
   }
@@ -123,6 +128,7 @@ CGPoint middle(ZXing::PointI first, ZXing::PointI second) {
   return {(first.x + second.x) / 2.0, (first.y + second.y) / 2.0};
 }
 
+/// Returns nothing for a symbology that is not one of the ten.
 std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Result& result) {
   const ZXing::Position& at = result.position();
   const Quad outline =
@@ -138,24 +144,25 @@ std::optional<Reading> linearReading(const LumaPicture& picture, const ZXing::Re
   return Reading{type, std::move(text), outline, true};
 }
 
+/// Finds one code after the other, painting over each so that the next pass finds another.
 std::vector<Reading> readLinear(const LumaPicture& picture, Effort effort) {
   std::vector<Reading> readings;
-  LumaBuffer rest;
-  LumaPicture view = picture;
-  while (readings.size() < kMostLinearCodes) {
-    const auto result = readOneLinear(viewOf(view), kLinearFormats, effort);
+  LumaBuffer copy;
+  LumaPicture remaining = picture;
+  while (readings.size() < kMaxLinearCodes) {
+    const auto result = readOneLinear(imageOf(remaining), kLinearFormats, effort);
     if (!result) {
       break;
     }
-    std::optional<Reading> reading = linearReading(view, *result);
+    std::optional<Reading> reading = linearReading(remaining, *result);
     if (!reading) {
       break;
     }
     if (readings.empty()) {
-      rest.copyFrom(picture);
-      view = rest.picture();
+      copy.copyFrom(picture);
+      remaining = copy.picture();
     }
-    rest.fill(scaledAboutCentre(reading->outline, 1.1), kPaper);
+    copy.fill(scaledAboutCentre(reading->outline, kErasedScale), kPaper);
     readings.push_back(std::move(*reading));
   }
   return readings;
@@ -178,7 +185,7 @@ ZXing::BarcodeFormats matrixFormats(Symbologies symbologies) {
 
 std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormats formats, Effort effort) {
   std::vector<Reading> readings;
-  for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(formats, effort))) {
+  for (const ZXing::Result& result : ZXing::ReadBarcodes(imageOf(picture), hintsFor(formats, effort))) {
     const std::string text = textOf(result);
     const char* type = typeOf(result.format(), text);
     if (!type || !result.isValid()) {
@@ -189,6 +196,7 @@ std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormat
       const ZXing::PointI corner = result.position()[i];
       outline[i] = {static_cast<double>(corner.x), static_cast<double>(corner.y)};
     }
+    // ZXing reports a compact PDF417, which has no stop pattern, with its two right corners at one point.
     const bool hasNoRightEdge = result.position()[1] == result.position()[2];
     if (result.format() == BarcodeFormat::PDF417 && hasNoRightEdge) {
       outline = compactPDF417Outline(picture, outline[0], outline[3]);
@@ -213,8 +221,8 @@ std::vector<Reading> readAll(const LumaPicture& picture, Symbologies symbologies
   return readings;
 }
 
-/// Of so many rows or columns, those in which ZXing looks for 1-D codes.
-int linesLookedAt(int lines) { return lines / std::max(1, lines >> 8); }
+/// Returns in how many of so many rows or columns ZXing looks for 1-D codes.
+int scannedLines(int lines) { return lines / std::max(1, lines >> 8); }
 
 }  // namespace
 
@@ -225,12 +233,12 @@ Decoder zxing(Symbologies symbologies, Effort effort) {
     const double pixels = static_cast<double>(width) * height;
     double lines = 0;
     if (readsLinear && effort != Effort::Quick) {
-      lines += static_cast<double>(width) * linesLookedAt(height);
+      lines += static_cast<double>(width) * scannedLines(height);
     }
     if (readsLinear && effort == Effort::Thorough) {
-      lines += static_cast<double>(height) * linesLookedAt(width);
+      lines += static_cast<double>(height) * scannedLines(width);
     }
-    return (readsMatrix ? pixels : 0) + kCostOfLinePixel * lines;
+    return (readsMatrix ? pixels : 0) + kLinearPixelCost * lines;
   };
   return {[=](const LumaPicture& picture) { return readAll(picture, symbologies, effort); }, cost};
 }

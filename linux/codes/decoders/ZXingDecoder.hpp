@@ -1,4 +1,4 @@
-// The one place that calls ZXing.
+// Decodes with ZXing, which nothing else calls.
 #pragma once
 
 #include "linux/codes/decoders/Decoder.hpp"
@@ -7,23 +7,25 @@ namespace nivlo {
 
 enum class Symbologies {
   All,
-  Matrix,
-  Linear,
-  Bars,  ///< all that consist of bars: Linear and PDF417
+  Matrix,  ///< QR, PDF417 and Aztec
+  Linear,  ///< all 1-D codes
+  Bars,    ///< all that consist of bars: Linear and PDF417
   Aztec,
 };
 
 enum class Effort {
-  Quick,    ///< finds 1-D codes that are large, upright and sharp, and most matrix codes
-  Upright,  ///< looks at every row, not at sideways 1-D codes
-  Thorough  ///< looks at every row and column
+  Quick,    ///< finds most matrix codes, and 1-D codes that are large, upright and sharp
+  Upright,  ///< scans rows closely: finds most upright 1-D codes, but none that lies on its side
+  Thorough  ///< scans rows and columns closely
 };
 
-/// Reads the ten symbologies and no others. UPC-A is reported as EAN-13 with a leading 0; Code 39 whose check
-/// character is right as Code 39 mod 43, with that character. Text that a code marks as being in some
-/// character set, or that is recognisably in one, is converted; bytes that are not UTF-8 by themselves are
-/// taken as the character set that ZXing guesses (ISO 8859-1 when nothing else fits), so that the text is
-/// always valid UTF-8. Throws std::exception.
+/// Returns a decoder that reads the ten symbologies, or those of them asked for, and no others. UPC-A is
+/// reported as EAN-13 with a leading 0. Code 39 with a correct modulo-43 check character is reported as Code
+/// 39 mod 43, and the text keeps that character.
+///
+/// Text is always valid UTF-8: it is converted from the character set that the code names, else from the one
+/// that ZXing guesses, which is ISO 8859-1 if nothing else fits. Of 1-D codes it reads at most eight in one
+/// picture. Reading may throw std::exception.
 Decoder zxing(Symbologies symbologies, Effort effort);
 
 }  // namespace nivlo

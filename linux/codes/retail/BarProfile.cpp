@@ -7,12 +7,15 @@ namespace nivlo {
 
 namespace {
 
-// Of the row's width to both sides: several digits of a code that fills it.
+// The neighbourhood reaches this fraction of the row's width to either side, which is more than a digit of a
+// code that fills the row.
 constexpr double kNeighbourhood = 0.1;
-// Grey levels, and of the row's highest: weaker contrast is noise.
-constexpr float kLeastContrast = 2;
-constexpr float kLeastOfHighest = 0.2F;
+// Contrast below either of these is noise and is not amplified to a bar: in grey levels, and as a fraction of
+// the row's highest contrast.
+constexpr float kMinContrast = 2;
+constexpr float kMinRelativeContrast = 0.2F;
 
+/// Returns for each value the mean of those up to `reach` places to either side.
 std::vector<float> meansAround(const std::vector<float>& values, int reach) {
   const int width = static_cast<int>(values.size());
   std::vector<float> means(values.size());
@@ -31,7 +34,8 @@ std::vector<float> meansAround(const std::vector<float>& values, int reach) {
   return means;
 }
 
-float between(const std::vector<float>& values, float place) {
+/// Interpolates between the values, which belong to the centres of pixels.
+float interpolated(const std::vector<float>& values, float place) {
   const float x = std::clamp(place - 0.5F, 0.0F, static_cast<float>(values.size()) - 1.001F);
   const auto left = static_cast<std::size_t>(x);
   return values[left] + (x - static_cast<float>(left)) * (values[left + 1] - values[left]);
@@ -47,16 +51,16 @@ BarProfile::BarProfile(const std::uint8_t* row, int width) : grey_(row, row + wi
     around[x] = std::abs(darkness_[x]);
   }
   const std::vector<float> contrast = meansAround(around, reach);
-  const float least =
-      std::max(kLeastContrast, kLeastOfHighest * *std::max_element(contrast.begin(), contrast.end()));
+  const float minContrast =
+      std::max(kMinContrast, kMinRelativeContrast * *std::max_element(contrast.begin(), contrast.end()));
   for (int x = 0; x < width; ++x) {
-    darkness_[x] /= std::max(least, contrast[x]);
+    darkness_[x] /= std::max(minContrast, contrast[x]);
   }
 }
 
-float BarProfile::grey(float place) const { return between(grey_, place); }
+float BarProfile::grey(float place) const { return interpolated(grey_, place); }
 
-float BarProfile::darkness(float place) const { return between(darkness_, place); }
+float BarProfile::darkness(float place) const { return interpolated(darkness_, place); }
 
 float BarProfile::darknessNear(float place) const {
   return darkness_[static_cast<std::size_t>(std::clamp(place, 0.0F, static_cast<float>(width() - 1)))];

@@ -1,12 +1,14 @@
-// Compares grey levels with what each digit looks like.
+// Compares the grey levels of a row of bars with renderings of every digit.
 #pragma once
 
 #include "linux/codes/retail/SymbolFit.hpp"
 
 namespace nivlo {
 
-/// For each digit of the symbol the correlation with each possible one, -1..1, each a little aside if that
-/// fits better, all as blurred as fits best.
+/// Returns for each place of the symbol how well each digit correlates with the row there, from -1 to 1. Each
+/// place may lie up to a quarter of a module aside if that fits better, at a small cost; all digits are
+/// compared with renderings of the same blur, the one that fits the whole symbol best. Callable from any
+/// thread.
 DigitScores matchDigits(const BarProfile& profile, const RetailSymbol& symbol, const SymbolFit& fit);
 
 }  // namespace nivlo

@@ -13,33 +13,33 @@ namespace nivlo {
 
 namespace {
 
-// A code that a row of three does not show is not there.
+// A symbol is given up if every third row shows no trace of it.
 constexpr int kRowStep = 3;
-// Means of the digits' correlations: of a row, and of all rows that count.
-constexpr float kLeastOfRow = 0.82F;
-constexpr float kLeastMean = 0.84F;
-constexpr float kLeastDigit = 0.6F;
+// The least mean correlation of the digits: in a row, for it to count, and over all rows that count.
+constexpr float kMinRowMean = 0.82F;
+constexpr float kMinMean = 0.84F;
+// The least mean over the rows of any one digit's correlation.
+constexpr float kMinDigit = 0.6F;
+// Rows that must agree on a number, however few rows the picture has.
+constexpr std::size_t kMinRows = 2;
 
-constexpr std::size_t kFewestRows = 2;
-
-/// What it takes to believe a number.
-struct Demand {
-  double rows;  ///< of the picture's, that agree
-  /// How much worse the next best number fits, less what digits that may not stand together fit better, all
-  /// measured by what the best lacks of fitting fully; it grows with how much more likely the best is.
-  float lead;
-  float certainLead;
+/// What it takes to accept a number.
+struct Requirements {
+  double rows;        ///< fraction of the picture's rows that must agree on it
+  float lead;         ///< to report it, see leadOf
+  float certainLead;  ///< to report it as certain
 };
 
-/// Codes of fewer digits are found by chance, in print and in longer codes. Photos of other things, at
-/// several sizes and turned, gave no wrong number that comes near to being certain.
-Demand demandOf(const RetailSymbol& symbol) {
-  constexpr Demand kLong{0.25, 1.2F, 1.6F};
-  constexpr Demand kShort{0.5, 2, 3};
+/// Shorter numbers are more often found by chance, in print and inside longer codes. With these figures,
+/// photos of other things, at several sizes and angles, gave no wrong number that came close to being
+/// certain.
+Requirements requirementsFor(const RetailSymbol& symbol) {
+  constexpr Requirements kLong{0.25, 1.2F, 1.6F};
+  constexpr Requirements kShort{0.5, 2, 3};
   return symbol.digits.size() == 12 ? kLong : kShort;
 }
 
-/// What the rows say of a symbol in one direction.
+/// What the rows show of a symbol in one direction.
 struct Evidence {
   struct Row {
     int y;
@@ -47,11 +47,11 @@ struct Evidence {
     std::string text;
   };
 
-  DigitScores sum{};
+  DigitScores sum{};  ///< over the rows
   std::vector<Row> rows;
 };
 
-/// Of the digits that fit best, whether they may stand together or not.
+/// Returns the sum of the best score at each place, whether or not those digits may occur together.
 float bestSum(const RetailSymbol& symbol, const DigitScores& scores) {
   float sum = 0;
   for (std::size_t i = 0; i < symbol.digits.size(); ++i) {
@@ -60,7 +60,7 @@ float bestSum(const RetailSymbol& symbol, const DigitScores& scores) {
   return sum;
 }
 
-/// From the uppermost row to the lowermost.
+/// Returns the outline from the uppermost row to the lowermost, clockwise from the symbol's own top left.
 Quad outlineOf(const std::vector<Evidence::Row>& rows) {
   const auto [upper, lower] = std::minmax_element(
       rows.begin(), rows.end(), [](const auto& first, const auto& second) { return first.y < second.y; });
@@ -74,6 +74,15 @@ Quad outlineOf(const std::vector<Evidence::Row>& rows) {
   return {outline[3], outline[2], outline[1], outline[0]};
 }
 
+/// Returns how far the number is ahead of the runner-up, less how far it is behind the digits that fit best
+/// but may not occur together. The unit is what the number itself lacks, per digit, of a perfect fit: the
+/// better it fits, the more the same difference weighs.
+float leadOf(const RetailNumber& number, float unconstrained, float shortfall, float digits) {
+  const float ruledOut = unconstrained - number.score;
+  return (number.score - number.runnerUp - ruledOut) * digits / shortfall;
+}
+
+/// Returns nothing unless the evidence meets the requirements. `height` is the picture's, in rows.
 std::optional<Reading> readingOf(const RetailSymbol& symbol, const Evidence& evidence, int height) {
   if (evidence.rows.empty()) {
     return std::nullopt;
@@ -81,29 +90,29 @@ std::optional<Reading> readingOf(const RetailSymbol& symbol, const Evidence& evi
   const RetailNumber number = bestNumber(symbol, evidence.sum);
   std::vector<Evidence::Row> agreeing = evidence.rows;
   std::erase_if(agreeing, [&](const Evidence::Row& row) { return row.text != number.text; });
-  const Demand demand = demandOf(symbol);
-  if (agreeing.size() < std::max<std::size_t>(kFewestRows, std::lround(demand.rows * height))) {
+  const Requirements required = requirementsFor(symbol);
+  if (agreeing.size() < std::max<std::size_t>(kMinRows, std::lround(required.rows * height))) {
     return std::nullopt;
   }
 
   const auto rows = static_cast<float>(evidence.rows.size());
   const auto digits = static_cast<float>(symbol.digits.size());
-  const float missing = digits * rows - number.score;
-  const float ruledOut = bestSum(symbol, evidence.sum) - number.score;
-  const float lead = (number.score - number.runnerUp - ruledOut) * digits / missing;
-  if (missing > (1 - kLeastMean) * digits * rows || number.worstDigit < kLeastDigit * rows ||
-      lead < demand.lead) {
+  const float shortfall = digits * rows - number.score;
+  const float lead = leadOf(number, bestSum(symbol, evidence.sum), shortfall, digits);
+  if (shortfall > (1 - kMinMean) * digits * rows || number.worstDigit < kMinDigit * rows ||
+      lead < required.lead) {
     return std::nullopt;
   }
-  return Reading{symbol.type, number.text, outlineOf(agreeing), true, lead >= demand.certainLead};
+  return Reading{symbol.type, number.text, outlineOf(agreeing), true, lead >= required.certainLead};
 }
 
-/// Looks for one symbol in row after row.
+/// Collects the evidence for one kind of symbol, row by row.
 class SymbolReader {
  public:
   explicit SymbolReader(const RetailSymbol& symbol) : symbol_(symbol) {}
 
-  void look(const BarProfile& profile, int y) {
+  /// Adds the row at `y`, if the symbol fits it well enough, to the evidence for each direction.
+  void addRow(const BarProfile& profile, int y) {
     std::array<Match, 2> best;
     for (const SymbolFit& fit : findFits(profile, symbol_)) {
       consider(profile, fit, best);
@@ -111,16 +120,16 @@ class SymbolReader {
         consider(profile, {fit.end, fit.start, fit.bulge, fit.score}, best);
       }
     }
-    for (std::size_t way = 0; way < best.size(); ++way) {
-      if (best[way].sum >= kLeastOfRow * static_cast<float>(symbol_.digits.size())) {
-        note(best[way], y, evidence_[way]);
+    for (std::size_t direction = 0; direction < best.size(); ++direction) {
+      if (best[direction].sum >= kMinRowMean * static_cast<float>(symbol_.digits.size())) {
+        add(best[direction], y, evidence_[direction]);
       }
     }
   }
 
-  bool sawAny() const { return !evidence_[0].rows.empty() || !evidence_[1].rows.empty(); }
+  bool hasEvidence() const { return !evidence_[0].rows.empty() || !evidence_[1].rows.empty(); }
 
-  /// `height` is that of the picture, in rows.
+  /// Returns the code, if the evidence suffices for one. `height` is the picture's, in rows.
   std::optional<Reading> reading(int height) const {
     auto reading = readingOf(symbol_, evidence_[0], height);
     return reading ? reading : readingOf(symbol_, evidence_[1], height);
@@ -133,6 +142,7 @@ class SymbolReader {
     float sum = 0;
   };
 
+  /// Keeps the fit if it matches better than the best one known in its direction.
   void consider(const BarProfile& profile, const SymbolFit& fit, std::array<Match, 2>& best) const {
     Match match{fit, matchDigits(profile, symbol_, fit)};
     match.sum = bestSum(symbol_, match.scores);
@@ -142,7 +152,7 @@ class SymbolReader {
     }
   }
 
-  void note(const Match& match, int y, Evidence& evidence) const {
+  void add(const Match& match, int y, Evidence& evidence) const {
     for (std::size_t i = 0; i < match.scores.size(); ++i) {
       for (std::size_t column = 0; column < match.scores[i].size(); ++column) {
         evidence.sum[i][column] += match.scores[i][column];
@@ -168,9 +178,9 @@ std::vector<Reading> readRetailBars(const LumaPicture& picture) {
     SymbolReader reader(*symbol);
     for (const int first : {1, 0, 2}) {
       for (int y = first; y < picture.height; y += kRowStep) {
-        reader.look(profiles[y], y);
+        reader.addRow(profiles[y], y);
       }
-      if (!reader.sawAny()) {
+      if (!reader.hasEvidence()) {
         break;
       }
     }

@@ -1,14 +1,16 @@
-// Reads EAN-13, EAN-8 and UPC-E by their grey levels.
+// Reads EAN-13, EAN-8 and UPC-E from their grey levels, also where the bars are blurred into one another.
 #pragma once
 
 #include "linux/codes/decoders/Decoder.hpp"
 
 namespace nivlo {
 
-/// For a picture that shows little else than upright bars, of few rows, each a mean of many. Compares them
-/// with what each digit looks like when it is blurred, where decoders of edges need bars that can be told
-/// from each other: a module may be a pixel and a half wide. At most one code, read in several rows; one that
-/// fits far better than any other number is certain.
+/// Returns a decoder for pictures that show little more than upright bars, in a few rows each of which is the
+/// mean of many. It compares them with blurred renderings of every digit. Decoders that look for edges need
+/// bars that are still separate; this one reads modules as narrow as a pixel and a half.
+///
+/// It reads at most one code, and only one on which several rows agree. A reading is certain if it fits far
+/// better than every other number. Pictures narrower than two pixels have no codes.
 Decoder retailBars();
 
 }  // namespace nivlo

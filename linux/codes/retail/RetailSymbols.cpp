@@ -11,16 +11,18 @@ namespace nivlo {
 
 namespace {
 
+// Each digit in set A, as setAModules returns it.
 constexpr std::array<unsigned, 10> kSetA = {0b0001101, 0b0011001, 0b0010011, 0b0111101, 0b0100011,
                                             0b0110001, 0b0101111, 0b0111011, 0b0110111, 0b0001011};
 
-// Which of the leading digits are in set B, by the digit that this stands for.
+// The sets of EAN-13's six leading digits. Their sequence stands for the first digit, which is not drawn.
 constexpr std::array<std::string_view, 10> kEAN13Sets = {"AAAAAA", "AABABB", "AABBAB", "AABBBA", "ABAABB",
                                                          "ABBAAB", "ABBBAA", "ABABAB", "ABABBA", "ABBABA"};
-// By check digit, for number system 0; in number system 1 the sets are swapped.
+// The sets of UPC-E's six digits by check digit, for number system 0. Number system 1 swaps A and B.
 constexpr std::array<std::string_view, 10> kUPCESets = {"BBBAAA", "BBABAA", "BBAABA", "BBAAAB", "BABBAA",
                                                         "BAABBA", "BAAABB", "BABABA", "BABAAB", "BAABAB"};
 
+/// `leading` and `trailing` are numbers of digits; `centre` and `end` are guard patterns in modules.
 RetailSymbol makeSymbol(const char* type, std::size_t leading, std::string_view centre, std::size_t trailing,
                         std::string_view end) {
   RetailSymbol symbol{type, "101", {}, leading, leading == trailing};
@@ -37,20 +39,22 @@ RetailSymbol makeSymbol(const char* type, std::size_t leading, std::string_view 
   return symbol;
 }
 
-/// Numbers of which the sets, and so some digits, are given.
+/// All numbers with the same sequence of sets, and so the same digits that are not drawn.
 struct Family {
-  std::uint64_t inBOf = 0;                 ///< bit i: digit i is in set B
-  std::array<int, kMostDigits> weights{};  ///< in the sum that the check digit makes a multiple of ten
-  int rest = 0;                            ///< what the digits' sum must leave when it is divided by ten
-  int lowestLast = 0, highestLast = 9;     ///< of the last digit drawn
-  std::string before, after;               ///< digits that are not drawn
+  std::uint64_t digitsInSetB = 0;         ///< bit i is set if drawn digit i is in set B
+  std::array<int, kMaxDigits> weights{};  ///< of the drawn digits in the check sum
+  int remainder = 0;                      ///< required of the drawn digits' check sum, modulo 10
+  int minLast = 0, maxLast = 9;           ///< the range of the last drawn digit
+  std::string prefix, suffix;             ///< the digits that are not drawn
 };
 
+/// Drawn digits and the sum of their scores, minus infinity if there are none.
 struct ScoredDigits {
   float score = -HUGE_VALF;
-  std::uint64_t digits = 0;
+  std::uint64_t digits = 0;  ///< as a decimal number
 };
 
+/// The highest and the second highest of the scores added.
 struct TwoBest {
   ScoredDigits first, second;
   void add(ScoredDigits candidate) {
@@ -82,20 +86,20 @@ std::vector<Family> eanFamilies(std::size_t count) {
   }
   std::vector<Family> families;
   for (int first = 0; first < 10; ++first) {
-    family.inBOf = bitsOf(kEAN13Sets[first]);
-    family.rest = (10 - first) % 10;
-    family.before = std::to_string(first);
+    family.digitsInSetB = bitsOf(kEAN13Sets[first]);
+    family.remainder = (10 - first) % 10;
+    family.prefix = std::to_string(first);
     families.push_back(family);
   }
   return families;
 }
 
-/// UPC-E leaves out zeros of UPC-A; its last digit says where they were, and so which weights the others
-/// have.
+/// UPC-E leaves out zeros of a UPC-A. Its last drawn digit says where they were, and so how the others are
+/// weighted in UPC-A's check sum.
 std::vector<Family> upceFamilies() {
   struct Kind {
-    int lowestLast, highestLast;
-    std::array<int, kMostDigits> weights;
+    int minLast, maxLast;
+    std::array<int, kMaxDigits> weights;
   };
   constexpr std::array<Kind, 4> kKinds = {{{0, 2, {1, 3, 3, 1, 3, 1}},
                                            {3, 3, {1, 3, 1, 1, 3, 0}},
@@ -107,7 +111,7 @@ std::vector<Family> upceFamilies() {
       for (const Kind& kind : kKinds) {
         const std::uint64_t sets = bitsOf(kUPCESets[check]);
         families.push_back({system == 0 ? sets : sets ^ 0b111111, kind.weights,
-                            (10 - (3 * system + check) % 10) % 10, kind.lowestLast, kind.highestLast,
+                            (10 - (3 * system + check) % 10) % 10, kind.minLast, kind.maxLast,
                             std::to_string(system), std::to_string(check)});
       }
     }
@@ -122,14 +126,16 @@ const std::vector<Family>& familiesOf(const RetailSymbol& symbol) {
   return symbol.digits.size() == 12 ? kEAN13 : symbol.digits.size() == 8 ? kEAN8 : kUPCE;
 }
 
+/// Returns the family's two best numbers of `count` drawn digits, by dynamic programming over the remainders
+/// of the check sum: all numbers that share a remainder so far can be continued in the same ways.
 TwoBest bestOf(const Family& family, const DigitScores& scores, std::size_t count) {
   std::array<TwoBest, 10> sums;
   sums[0].first = {0, 0};
   for (std::size_t i = 0; i < count; ++i) {
     std::array<TwoBest, 10> next;
-    const float* score = scores[i].data() + (family.inBOf >> i & 1 ? 10 : 0);
+    const float* score = scores[i].data() + (family.digitsInSetB >> i & 1 ? 10 : 0);
     const bool last = i + 1 == count;
-    for (int digit = last ? family.lowestLast : 0; digit <= (last ? family.highestLast : 9); ++digit) {
+    for (int digit = last ? family.minLast : 0; digit <= (last ? family.maxLast : 9); ++digit) {
       for (int sum = 0; sum < 10; ++sum) {
         for (const ScoredDigits& known : {sums[sum].first, sums[sum].second}) {
           if (known.score == -HUGE_VALF) {
@@ -142,14 +148,14 @@ TwoBest bestOf(const Family& family, const DigitScores& scores, std::size_t coun
     }
     sums = next;
   }
-  return sums[family.rest];
+  return sums[family.remainder];
 }
 
-/// What the family cannot exceed.
-float boundOf(const Family& family, const DigitScores& scores, std::size_t count) {
+/// Returns an upper bound of the scores in the family, which ignores the check digit.
+float upperBound(const Family& family, const DigitScores& scores, std::size_t count) {
   float bound = 0;
   for (std::size_t i = 0; i < count; ++i) {
-    const auto set = scores[i].begin() + (family.inBOf >> i & 1 ? 10 : 0);
+    const auto set = scores[i].begin() + (family.digitsInSetB >> i & 1 ? 10 : 0);
     bound += *std::max_element(set, set + 10);
   }
   return bound;
@@ -159,9 +165,9 @@ RetailNumber numberOf(const Family& family, const DigitScores& scores, std::size
                       const ScoredDigits& best, float runnerUp) {
   std::string drawn = std::to_string(best.digits);
   drawn.insert(0, count - drawn.size(), '0');
-  RetailNumber number{family.before + drawn + family.after, best.score, runnerUp, HUGE_VALF};
+  RetailNumber number{family.prefix + drawn + family.suffix, best.score, runnerUp, HUGE_VALF};
   for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t column = drawn[i] - '0' + (family.inBOf >> i & 1 ? 10 : 0);
+    const std::size_t column = drawn[i] - '0' + (family.digitsInSetB >> i & 1 ? 10 : 0);
     number.worstDigit = std::min(number.worstDigit, scores[i][column]);
   }
   return number;
@@ -188,8 +194,8 @@ unsigned setAModules(int digit) { return kSetA[digit]; }
 
 unsigned setBModules(int digit) {
   unsigned modules = 0;
-  for (int i = 0; i < kModulesOfDigit; ++i) {
-    modules |= (~kSetA[digit] >> i & 1) << (kModulesOfDigit - 1 - i);
+  for (int i = 0; i < kModulesPerDigit; ++i) {
+    modules |= (~kSetA[digit] >> i & 1) << (kModulesPerDigit - 1 - i);
   }
   return modules;
 }
@@ -199,7 +205,7 @@ RetailNumber bestNumber(const RetailSymbol& symbol, const DigitScores& scores) {
   TwoBest best;
   const Family* familyOfBest = nullptr;
   for (const Family& family : familiesOf(symbol)) {
-    if (boundOf(family, scores, count) <= best.second.score) {
+    if (upperBound(family, scores, count) <= best.second.score) {
       continue;
     }
     const TwoBest own = bestOf(family, scores, count);

@@ -1,4 +1,4 @@
-// Where in a row of bars a symbol may lie.
+// Finds the places in a row of bars where a symbol may lie.
 #pragma once
 
 #include <vector>
@@ -8,20 +8,21 @@
 
 namespace nivlo {
 
-/// Places of a symbol's modules, in pixels of the row. Where the symbol lies backwards, its end comes before
-/// its start.
+/// Where a symbol's modules lie in a row, in pixels from the row's left edge. If the symbol lies backwards,
+/// `end` is less than `start`.
 struct SymbolFit {
   float start = 0;
   float end = 0;
-  float bulge = 0;   ///< how far the middle is off, on a surface that is round or seen from the side
-  float score = -1;  ///< correlation with what all such symbols have in common, -1..1
+  float bulge = 0;   ///< offset of the middle, as on a surface that is round or seen at an angle
+  float score = -1;  ///< correlation with the modules that all symbols of the kind share, -1 to 1
 
-  /// `part` is 0 at the start and 1 at the end.
+  /// Returns where in the row a part of the symbol lies: `part` is 0 at its start and 1 at its end.
   float at(float part) const { return start + (end - start) * part + 4 * bulge * part * (1 - part); }
 };
 
-/// The best fits in both directions, none where no light zones lie around anything of that size; of symbols
-/// that look the same in both, only left to right.
+/// Returns the best few fits in any order, or none if nothing of a possible size has a quiet zone at both
+/// ends. Looks in both directions, except for a symmetrical symbol: its fits are all from left to right, and
+/// the caller also has to try them the other way round.
 std::vector<SymbolFit> findFits(const BarProfile& profile, const RetailSymbol& symbol);
 
 }  // namespace nivlo
