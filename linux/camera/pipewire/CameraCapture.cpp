@@ -4,15 +4,15 @@
 
 #include "platform/Foundation/NSLog.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
-// Cameras that have to wake up first take up to two seconds for their first picture.
-constexpr std::chrono::milliseconds kPatience{3000};
+// A camera that has to wake up takes up to two seconds for its first picture.
+constexpr std::chrono::seconds kSilenceLimit{3};
 
 }  // namespace
 
-CameraCapture::CameraCapture(EventLoop& loop, CameraRegistry& registry, std::string name,
+CameraCapture::CameraCapture(PipeWireLoop& loop, CameraRegistry& registry, std::string name,
                              CameraFrameHandler onFrame)
     : loop_(loop),
       registry_(registry),
@@ -51,7 +51,7 @@ void CameraCapture::check() {
 void CameraCapture::openStream(const CameraNode& camera) {
   target_ = camera.id;
   failed_ = false;
-  silentAt_ = Clock::now() + kPatience;
+  silentAt_ = Clock::now() + kSilenceLimit;
   const auto failed = [this] {
     failed_ = true;
     timer_.set({});
@@ -74,10 +74,12 @@ void CameraCapture::dropStream(bool cameraIsGone) {
     return;
   }
   if (cameraIsGone) {
-    NSLog("camera %@: gone; the picture returns when it does", name_);
+    NSLog("camera %@: it is gone; plug it in again or restart PipeWire, and its picture returns", name_);
   } else {
-    NSLog("camera %@: gives no pictures; it is tried again until it does. Another program may be using it",
-          name_);
+    NSLog(
+        "camera %@: it delivers no pictures and is opened again until it does; close any other program that "
+        "uses it",
+        name_);
   }
 }
 
@@ -87,12 +89,12 @@ void CameraCapture::frameArrived(const VideoFramePtr& frame) {
     timer_.set({});
     return;
   }
-  silentAt_ = Clock::now() + kPatience;
+  silentAt_ = Clock::now() + kSilenceLimit;
   retryDelay_.reset();
   if (std::exchange(lost_, false)) {
-    NSLog("camera %@: back", name_);
+    NSLog("camera %@: its picture is back", name_);
   }
   onFrame_(frame);
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

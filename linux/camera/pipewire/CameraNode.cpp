@@ -7,12 +7,12 @@
 #include <string_view>
 #include <tuple>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 bool isLetter(char character) { return std::isalpha(static_cast<unsigned char>(character)) != 0; }
 
-// "Backlit webcam" is no back camera, so whole words only.
+// "Backlit webcam" does not name a back camera, so only whole words count.
 bool hasWord(const std::string& text, std::string_view word) {
   const auto sameLetter = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
   for (auto from = text.begin();;) {
@@ -93,4 +93,4 @@ bool comesBefore(const CameraNode& first, const CameraNode& second) {
          std::make_tuple(rank(second), std::cref(second.name), second.id);
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 std::string_view valueOf(const spa_dict* properties, const char* key) {
@@ -26,8 +26,8 @@ std::uint32_t numberOf(const spa_dict* properties, const char* key) {
 struct CameraRegistry::Entry {
   CameraRegistry* registry;
   CameraNode camera;
-  NodePtr node;
-  Listener listener;
+  Owned<pw_node, destroyProxy> node;
+  ListenerHook listener;
 };
 
 const pw_core_events CameraRegistry::kCoreEvents = [] {
@@ -74,7 +74,7 @@ const pw_node_events CameraRegistry::kNodeEvents = [] {
   return events;
 }();
 
-CameraRegistry::CameraRegistry(EventLoop& loop, Callbacks callbacks)
+CameraRegistry::CameraRegistry(PipeWireLoop& loop, Callbacks callbacks)
     : loop_(loop),
       callbacks_(std::move(callbacks)),
       context_(pw_context_new(loop.get(), nullptr, 0)),
@@ -152,7 +152,7 @@ void CameraRegistry::disconnect() {
   core_.reset();
 }
 
-// The connection cannot be given up from within its own messages; the timer does it.
+// libpipewire is still handling a message of this connection, so the timer has to replace it.
 void CameraRegistry::connectionBroke() {
   if (std::exchange(broken_, true)) {
     return;
@@ -176,7 +176,7 @@ void CameraRegistry::globalAdded(std::uint32_t id, const std::string& type, std:
   auto entry = std::make_unique<Entry>();
   entry->registry = this;
   entry->camera.id = id;
-  // The list itself has only some of the properties; the others come with the node's own description.
+  // The registry tells only some of the properties; the node's own info event brings the rest.
   entry->node.reset(static_cast<pw_node*>(
       pw_registry_bind(registry_.get(), id, type.c_str(), std::min<uint32_t>(version, PW_VERSION_NODE), 0)));
   if (!entry->node) {
@@ -193,7 +193,7 @@ void CameraRegistry::globalRemoved(std::uint32_t id) {
   }
 }
 
-// After the first round trip all nodes are known, after the second one their descriptions.
+// The first round trip brings all nodes, the second one the properties of those nodes.
 void CameraRegistry::roundTripDone(int sequence) {
   if (sequence != roundTrip_ || listed_) {
     return;
@@ -207,4 +207,4 @@ void CameraRegistry::roundTripDone(int sequence) {
   loop_.wake();
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

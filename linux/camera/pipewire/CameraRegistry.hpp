@@ -1,4 +1,4 @@
-// Which cameras there are, and the connection over which that is known.
+// The connection to the PipeWire daemon, and the cameras that the daemon lists.
 #pragma once
 
 #include <chrono>
@@ -11,39 +11,44 @@
 #include <vector>
 
 #include "linux/camera/pipewire/CameraNode.hpp"
-#include "linux/camera/pipewire/EventLoop.hpp"
 #include "linux/camera/pipewire/Handles.hpp"
+#include "linux/camera/pipewire/PipeWireLoop.hpp"
+#include "linux/handles/Owned.hpp"
 #include "linux/timing/Backoff.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
-/// Follows the daemon's list of cameras. A connection that is lost, or cannot be had, is tried again with a
-/// growing pause. Created, used and destroyed on the loop's thread, on which its callbacks run too.
+/// Keeps up with the daemon's list of cameras. A connection that breaks, or cannot be made, is tried again
+/// after growing delays. Created, used and destroyed on the loop's thread, where its callbacks run too.
 class CameraRegistry {
  public:
   struct Callbacks {
-    /// A camera came, went or changed. Too deep inside the daemon's messages to destroy a stream.
+    /// A camera came, went or changed. No stream may be destroyed in here, because libpipewire is still in
+    /// the middle of handling a message.
     std::function<void()> camerasChanged;
-    /// The connection is about to be given up: whatever uses core() must be destroyed now. There are no
-    /// cameras any more.
+    /// The connection is about to be closed: whatever uses core() must be destroyed now. There are no cameras
+    /// any more.
     std::function<void()> connectionLost;
   };
 
-  CameraRegistry(EventLoop& loop, Callbacks callbacks);
+  CameraRegistry(PipeWireLoop& loop, Callbacks callbacks);
   ~CameraRegistry();
 
-  /// Whether the first list of cameras is complete, or there is no daemon to ask.
+  /// Whether the first list of cameras is complete, or there is no daemon that could send one.
   bool isSettled() const { return !core_ || listed_; }
 
   /// Null while there is no connection.
   pw_core* core() const { return core_.get(); }
 
-  /// The preferred one first. Of cameras with the same name only one is in the list.
+  /// The cameras there are now, in the order of comesBefore(). Of cameras with the same name only one is
+  /// listed, because their unique IDs would be the same.
   std::vector<CameraNode> cameras() const;
 
+  /// The camera with this name; nothing while there is none.
   std::optional<CameraNode> find(const std::string& name) const;
 
-  /// Whether the consumer's node is known to take its pictures from another node than that.
+  /// Whether the node `consumer` is linked to a source other than the node `camera`, for example because
+  /// somebody rewired it with a patch bay. False while no link is known.
   bool isLinkedElsewhere(std::uint32_t consumer, std::uint32_t camera) const;
 
  private:
@@ -65,21 +70,21 @@ class CameraRegistry {
   void globalRemoved(std::uint32_t id);
   void roundTripDone(int sequence);
 
-  EventLoop& loop_;
+  PipeWireLoop& loop_;
   Callbacks callbacks_;
-  ContextPtr context_;
-  CorePtr core_;
-  Listener coreListener_;
-  RegistryPtr registry_;
-  Listener registryListener_;
+  Owned<pw_context, pw_context_destroy> context_;
+  Owned<pw_core, pw_core_disconnect> core_;
+  ListenerHook coreListener_;
+  Owned<pw_registry, destroyProxy> registry_;
+  ListenerHook registryListener_;
   std::map<std::uint32_t, std::unique_ptr<Entry>> entries_;
   std::map<std::uint32_t, Link> links_;
   int roundTrip_ = 0;
   int roundTrips_ = 0;
   bool listed_ = false;
-  bool broken_ = false;  ///< the connection is only waiting to be given up
+  bool broken_ = false;  ///< the connection is dead and waits for the timer to replace it
   Backoff reconnectDelay_{std::chrono::milliseconds(100), std::chrono::seconds(2)};
   LoopTimer timer_;
 };
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

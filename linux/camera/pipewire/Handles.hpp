@@ -1,40 +1,24 @@
-// Owners of libpipewire's objects.
+// Owners of what libpipewire hands out.
 #pragma once
-
-#include <memory>
 
 #include <pipewire/pipewire.h>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
-template <auto destroy>
-struct Deleter {
-  template <typename T>
-  void operator()(T* object) const {
-    destroy(object);
-  }
-};
+/// Frees any of libpipewire's proxies: registries, nodes. Serves Owned<>.
+inline void destroyProxy(void* proxy) { pw_proxy_destroy(static_cast<pw_proxy*>(proxy)); }
 
-using ThreadLoopPtr = std::unique_ptr<pw_thread_loop, Deleter<pw_thread_loop_destroy>>;
-using ContextPtr = std::unique_ptr<pw_context, Deleter<pw_context_destroy>>;
-using CorePtr = std::unique_ptr<pw_core, Deleter<pw_core_disconnect>>;
-
-struct ProxyDeleter {
-  void operator()(void* proxy) const { pw_proxy_destroy(static_cast<pw_proxy*>(proxy)); }
-};
-using RegistryPtr = std::unique_ptr<pw_registry, ProxyDeleter>;
-using NodePtr = std::unique_ptr<pw_node, ProxyDeleter>;
-
-/// A place in an object's list of listeners. It must be given up before the object goes, so it is declared
-/// after it.
-class Listener {
+/// An entry in the listener list of one of libpipewire's objects, removed with its owner. It must go before
+/// the object does, so declare it after the object.
+class ListenerHook {
  public:
-  Listener() = default;
-  ~Listener() { reset(); }
-  Listener(const Listener&) = delete;
-  Listener& operator=(const Listener&) = delete;
+  ListenerHook() = default;
+  ~ListenerHook() { reset(); }
+  ListenerHook(const ListenerHook&) = delete;
+  ListenerHook& operator=(const ListenerHook&) = delete;
 
-  /// For the call that adds the listener.
+  /// The empty hook to pass to one of the pw_..._add_listener calls. An entry that was there is removed
+  /// first.
   spa_hook* claim() {
     reset();
     hook_ = {};
@@ -42,6 +26,7 @@ class Listener {
     return &hook_;
   }
 
+  /// Removes the entry; no-op when there is none.
   void reset() {
     if (claimed_) {
       spa_hook_remove(&hook_);
@@ -54,4 +39,4 @@ class Listener {
   bool claimed_ = false;
 };
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -8,20 +8,19 @@
 
 #include "linux/camera/pipewire/CameraCapture.hpp"
 #include "linux/camera/pipewire/CameraRegistry.hpp"
-#include "linux/camera/pipewire/EventLoop.hpp"
+#include "linux/camera/pipewire/PipeWireLoop.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
 namespace {
 
-using namespace pipewire;
-
 constexpr std::string_view kPrefix = "pipewire:";
 constexpr std::chrono::milliseconds kFirstListTimeout{900};
 
-/// What the driver and its open cameras have in common. All but the loop lives on the loop's thread.
-struct Session {
-  Session() {
+/// What the driver shares with its open streams, which may outlive it. Everything but the loop is used on the
+/// loop's thread only.
+struct PipeWireSession {
+  PipeWireSession() {
     if (!loop.isRunning()) {
       return;
     }
@@ -32,7 +31,7 @@ struct Session {
     loop.waitForWake([this] { return registry->isSettled(); }, kFirstListTimeout);
   }
 
-  ~Session() {
+  ~PipeWireSession() {
     if (loop.isRunning()) {
       loop.run([this] { registry.reset(); });
     }
@@ -50,14 +49,15 @@ struct Session {
     }
   }
 
-  EventLoop loop;
+  PipeWireLoop loop;
   std::optional<CameraRegistry> registry;
   std::list<CameraCapture> captures;
 };
 
-class Stream : public CameraStream {
+class PipeWireStream : public CameraStream {
  public:
-  Stream(std::shared_ptr<Session> session, const std::string& name, CameraFrameHandler onFrame)
+  PipeWireStream(std::shared_ptr<PipeWireSession> session, const std::string& name,
+                 CameraFrameHandler onFrame)
       : session_(std::move(session)) {
     session_->loop.run([&] {
       session_->captures.emplace_front(session_->loop, *session_->registry, name, std::move(onFrame));
@@ -65,12 +65,12 @@ class Stream : public CameraStream {
     });
   }
 
-  ~Stream() override {
+  ~PipeWireStream() override {
     session_->loop.run([this] { session_->captures.erase(capture_); });
   }
 
  private:
-  std::shared_ptr<Session> session_;
+  std::shared_ptr<PipeWireSession> session_;
   std::list<CameraCapture>::iterator capture_;
 };
 
@@ -95,10 +95,12 @@ class PipeWireCameras : public CameraDriver {
     }
     const auto name = uniqueID.substr(kPrefix.size());
     if (!isThere(uniqueID)) {
-      NSLog("camera %@: not there; its picture comes when it does ('nivlo devices' lists those there are)",
-            name);
+      NSLog(
+          "camera %@: there is no such camera; plug it in, and its picture appears ('nivlo devices' lists "
+          "those there are)",
+          name);
     }
-    return std::make_unique<Stream>(session_, name, std::move(onFrame));
+    return std::make_unique<PipeWireStream>(session_, name, std::move(onFrame));
   }
 
  private:
@@ -108,7 +110,7 @@ class PipeWireCameras : public CameraDriver {
                        [&](const CameraInfo& camera) { return camera.uniqueID == uniqueID; });
   }
 
-  std::shared_ptr<Session> session_ = std::make_shared<Session>();
+  std::shared_ptr<PipeWireSession> session_ = std::make_shared<PipeWireSession>();
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The cameras that PipeWire offers.
+// The camera driver on PipeWire.
 #pragma once
 
 #include <memory>
@@ -7,10 +7,10 @@
 
 namespace nivlo {
 
-/// All nodes of class Video/Source. Waits up to a second for the first list of them; without a PipeWire
-/// daemon there are no cameras, and a daemon that starts later, or is restarted, is picked up in the
-/// background. A camera that is opened before it is there is waited for. A camera's unique ID is "pipewire:"
-/// and its node's name. Frames share the camera's own buffers where that is possible.
+/// Offers every node of the class Video/Source as a camera, with "pipewire:" and the node's name as its
+/// unique ID. Waits up to a second for the daemon's first list. Without a daemon there are no cameras; one
+/// that starts later, or is restarted, is found in the background. A camera may be opened before it is
+/// plugged in; its frames come once it is. Frames share the camera's own buffers where possible.
 std::unique_ptr<CameraDriver> makePipeWireCameras();
 
 }  // namespace nivlo

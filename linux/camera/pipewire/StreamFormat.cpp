@@ -4,20 +4,20 @@
 
 #include <spa/param/video/format-utils.h>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 struct Wish {
   spa_rectangle smallest, largest;
-  uint32_t slowest;  ///< frames per second
+  uint32_t slowest;  ///< frames per second; 0 takes stills too
 };
 
-// 720p fills a desktop and is cheap to search for codes; below 15 frames a second the picture stutters. Where
-// a camera cannot do that, a size near it is preferred to a more distant one, and any picture to none.
+// 720p fills a desktop and is cheap to search for codes, and below 15 frames a second the picture stutters.
+// Where a camera does not offer that, a similar size is the next best, and any picture is better than none.
 constexpr std::array<Wish, 3> kWishes{{
     {{1280, 720}, {1280, 720}, 15},
     {{960, 540}, {1920, 1200}, 15},
-    {{1, 1}, {kLargestSize, kLargestSize}, 0},
+    {{1, 1}, {kLongestPictureEdge, kLongestPictureEdge}, 0},
 }};
 
 const spa_pod* describe(spa_pod_builder& builder, spa_media_subtype subtype, const Wish& wish) {
@@ -77,7 +77,8 @@ ColorMatrix matrixOf(const spa_video_info_raw& info) {
 }
 
 bool setSize(StreamFormat& format, const spa_rectangle& size) {
-  if (size.width < 1 || size.height < 1 || size.width > kLargestSize || size.height > kLargestSize) {
+  if (size.width < 1 || size.height < 1 || size.width > kLongestPictureEdge ||
+      size.height > kLongestPictureEdge) {
     return false;
   }
   format.width = static_cast<int>(size.width);
@@ -103,7 +104,7 @@ std::optional<StreamFormat> parseRaw(const spa_pod* pod) {
 
 }  // namespace
 
-std::vector<const spa_pod*> welcomeFormats(spa_pod_builder& builder) {
+std::vector<const spa_pod*> formatsToAskFor(spa_pod_builder& builder) {
   std::vector<const spa_pod*> formats;
   for (const Wish& wish : kWishes) {
     formats.push_back(describe(builder, SPA_MEDIA_SUBTYPE_raw, wish));
@@ -129,4 +130,4 @@ std::optional<StreamFormat> parseFormat(const spa_pod* pod) {
   return readable ? std::optional(format) : std::nullopt;
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

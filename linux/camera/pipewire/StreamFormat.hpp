@@ -1,4 +1,4 @@
-// How a camera's pictures are coded, and how one is asked for.
+// The formats of pictures that we ask a camera for, and the one that it chose.
 #pragma once
 
 #include <optional>
@@ -8,24 +8,24 @@
 
 #include "platform/drivers/VideoFrame.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
-/// Larger pictures are refused.
-inline constexpr int kLargestSize = 8192;
+/// In pixels. Pictures that are wider or higher than this are refused.
+inline constexpr int kLongestPictureEdge = 8192;
 
 struct StreamFormat {
-  bool isJpeg = false;
-  PixelFormat pixels = PixelFormat::I420;  ///< meaningless for JPEG, as are the two below
+  bool isJpeg = false;  ///< motion JPEG; the next three fields then mean nothing
+  PixelFormat pixels = PixelFormat::I420;
   ColorMatrix matrix = ColorMatrix::BT601;
   ColorRange range = ColorRange::Limited;
-  int width = 0;
-  int height = 0;
+  int width = 0;   ///< pixels
+  int height = 0;  ///< pixels
 };
 
-/// The formats that can be read, the most welcome first. They live in the builder's memory.
-std::vector<const spa_pod*> welcomeFormats(spa_pod_builder& builder);
+/// What to ask a camera for, the best first. The formats live in the builder's memory.
+std::vector<const spa_pod*> formatsToAskFor(spa_pod_builder& builder);
 
-/// The format that was agreed on; nothing when it cannot be read after all.
+/// The format that the camera chose; nothing when it is one that we cannot read.
 std::optional<StreamFormat> parseFormat(const spa_pod* format);
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -1,16 +1,18 @@
 #include "linux/camera/pipewire/VideoStream.hpp"
 
 #include <array>
+#include <cerrno>
+#include <utility>
 
 #include <spa/buffer/meta.h>
 #include <spa/param/buffers.h>
 #include <spa/param/param.h>
 #include <spa/pod/builder.h>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
-// Consumers hold up to three frames, and a camera wants to have a few in the making.
+// Consumers hold up to three frames, and a camera needs a few more to fill in the meantime.
 constexpr int kWantedBuffers = 8;
 
 const spa_pod* wantedBuffers(spa_pod_builder& builder) {
@@ -53,40 +55,40 @@ const pw_stream_events VideoStream::kEvents = [] {
   return events;
 }();
 
-VideoStream::VideoStream(EventLoop& loop, pw_core* core, const CameraNode& camera, Callbacks callbacks)
+VideoStream::VideoStream(PipeWireLoop& loop, pw_core* core, const CameraNode& camera, Callbacks callbacks)
     : loop_(loop), callbacks_(std::move(callbacks)), reader_(camera.rotation) {
   connect(core, camera);
 }
 
 VideoStream::~VideoStream() {
   listener_.reset();
-  if (stream_ == nullptr) {
+  if (!stream_) {
     return;
   }
-  pw_stream_disconnect(stream_);
-  // Pictures that the camera's thread has announced wait in the loop with a pointer to the stream: they go
-  // first.
+  pw_stream_disconnect(stream_.get());
+  // PipeWire's data thread has queued calls on the loop that point to the stream. An invocation on the loop's
+  // own thread runs them before the stream is destroyed.
   pw_loop_invoke(loop_.get(), nullptr, 0, nullptr, 0, false, nullptr);
-  pw_stream_destroy(stream_);
+  stream_.reset();
 }
 
 void VideoStream::connect(pw_core* core, const CameraNode& camera) {
-  stream_ = pw_stream_new(
+  stream_.reset(pw_stream_new(
       core, "nivlo",
       pw_properties_new(PW_KEY_NODE_NAME, "nivlo", PW_KEY_MEDIA_TYPE, "Video", PW_KEY_MEDIA_CATEGORY,
                         "Capture", PW_KEY_MEDIA_ROLE, "Camera", PW_KEY_TARGET_OBJECT,
-                        camera.serial.empty() ? camera.name.c_str() : camera.serial.c_str(), nullptr));
-  if (stream_ == nullptr) {
+                        camera.serial.empty() ? camera.name.c_str() : camera.serial.c_str(), nullptr)));
+  if (!stream_) {
     callbacks_.failed();
     return;
   }
-  pw_stream_add_listener(stream_, listener_.claim(), &kEvents, this);
+  pw_stream_add_listener(stream_.get(), listener_.claim(), &kEvents, this);
   std::array<uint8_t, 4096> space{};
   spa_pod_builder builder = SPA_POD_BUILDER_INIT(space.data(), space.size());
-  std::vector<const spa_pod*> formats = welcomeFormats(builder);
-  // Without the second flag the session manager would give us any other camera when ours goes.
+  std::vector<const spa_pod*> formats = formatsToAskFor(builder);
+  // Without the second flag the session manager would link us to any other camera when ours is unplugged.
   const auto flags = static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_DONT_RECONNECT);
-  if (pw_stream_connect(stream_, PW_DIRECTION_INPUT, PW_ID_ANY, flags, formats.data(),
+  if (pw_stream_connect(stream_.get(), PW_DIRECTION_INPUT, PW_ID_ANY, flags, formats.data(),
                         static_cast<uint32_t>(formats.size())) != 0) {
     callbacks_.failed();
   }
@@ -102,7 +104,7 @@ void VideoStream::formatChanged(const spa_pod* format) {
   const std::optional<StreamFormat> parsed = parseFormat(format);
   if (!parsed) {
     reportOnce("it chose a format that cannot be read");
-    pw_stream_set_error(stream_, -EINVAL, "unsupported format");
+    pw_stream_set_error(stream_.get(), -EINVAL, "unsupported format");
     return;
   }
   reader_.setFormat(*parsed);
@@ -111,17 +113,17 @@ void VideoStream::formatChanged(const spa_pod* format) {
   std::array<const spa_pod*, 3> params{
       wantedBuffers(builder), wantedMeta(builder, SPA_META_Header, sizeof(spa_meta_header)),
       wantedMeta(builder, SPA_META_VideoTransform, sizeof(spa_meta_videotransform))};
-  pw_stream_update_params(stream_, params.data(), params.size());
+  pw_stream_update_params(stream_.get(), params.data(), params.size());
 }
 
 void VideoStream::process() {
   for (pw_buffer* returned : loans_.takeReturned()) {
-    pw_stream_queue_buffer(stream_, returned);
+    pw_stream_queue_buffer(stream_.get(), returned);
   }
   pw_buffer* newest = nullptr;
-  while (pw_buffer* buffer = pw_stream_dequeue_buffer(stream_)) {
+  while (pw_buffer* buffer = pw_stream_dequeue_buffer(stream_.get())) {
     if (newest != nullptr) {
-      pw_stream_queue_buffer(stream_, newest);
+      pw_stream_queue_buffer(stream_.get(), newest);
     }
     newest = buffer;
   }
@@ -132,7 +134,7 @@ void VideoStream::process() {
   StreamBuffer& buffer = BufferLoans::handleOf(*newest);
   const BufferReader::Result result = reader_.read(buffer, loans_);
   if (!buffer.isLent) {
-    pw_stream_queue_buffer(stream_, newest);
+    pw_stream_queue_buffer(stream_.get(), newest);
   }
   if (result.defect != nullptr) {
     reportOnce(result.defect);
@@ -149,4 +151,4 @@ void VideoStream::reportOnce(const std::string& cause) {
   reported_ = true;
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -62,7 +62,7 @@ TEST_F(LiveCameraTest, ADaemonThatDiesAndReturnsEndsNothing) {
   Nivlo program({"--qr", "off", "--size", "640x360"}, pipeWire_.environment());
   ASSERT_TRUE(backCamera->waitForStreaming());
   pipeWire_.stopDaemon();
-  ASSERT_TRUE(program.waitForLine("cam-back: gone"));
+  ASSERT_TRUE(program.waitForLine("cam-back: it is gone"));
   pipeWire_.startDaemon();
   backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
   EXPECT_TRUE(backCamera->waitForStreaming());

@@ -13,13 +13,13 @@
 #include "tests/linux/pipewire/Frames.hpp"
 #include "tests/support/pictures/Encoding.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 TEST(FrameLayout, NoClaimOfASenderReachesBeyondItsMemory) {
   const std::vector<std::uint8_t> memory(640 * 480 * 3 / 2);
   const auto fits = [&](PixelFormat format, int width, int height, std::size_t bytes, int stride) {
-    const Block block{std::span(memory).first(bytes), stride};
+    const DataBlock block{std::span(memory).first(bytes), stride};
     return layPlanes(format, width, height, {&block, 1}).has_value();
   };
   EXPECT_TRUE(fits(PixelFormat::NV12, 640, 480, memory.size(), 640));
@@ -35,9 +35,9 @@ TEST(FrameLayout, NoClaimOfASenderReachesBeyondItsMemory) {
   EXPECT_TRUE(fits(PixelFormat::RGB, 3, 2, 12 + 9, 0)) << "the last row needs no padding";
   EXPECT_FALSE(fits(PixelFormat::RGB, 3, 2, 12 + 8, 0));
 
-  const std::array<Block, 3> blocks{Block{std::span(memory).first(16), 4},
-                                    Block{std::span(memory).first(8), 4},
-                                    Block{std::span(memory).first(1), 0}};
+  const std::array<DataBlock, 3> blocks{DataBlock{std::span(memory).first(16), 4},
+                                        DataBlock{std::span(memory).first(8), 4},
+                                        DataBlock{std::span(memory).first(1), 0}};
   EXPECT_TRUE(layPlanes(PixelFormat::NV12, 4, 4, std::span(blocks).first(2)));
   EXPECT_FALSE(layPlanes(PixelFormat::NV12, 4, 4, blocks));
   EXPECT_FALSE(layPlanes(PixelFormat::I420, 4, 4, blocks)) << "the third plane is too small";
@@ -165,4 +165,4 @@ TEST(CameraNode, TakesTheSideFromWholeWordsOnlyWhereNothingBetterIsKnown) {
 }
 
 }  // namespace
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -110,15 +110,15 @@ TEST_F(WithADaemon, AnUnpluggedCameraComesBackAndNoOtherTakesItsPlace) {
   for (int round = 1; round <= 3; ++round) {
     ASSERT_TRUE(view.taker.next());
     camera.reset();
-    EXPECT_TRUE(comesToLog("gone", round));
+    EXPECT_TRUE(comesToLog("it is gone", round));
     EXPECT_TRUE(waitFor([&] { return !view.offers("pipewire:cam"); }));
     EXPECT_FALSE(view.taker.next(300ms));
     camera = plugInRed();
     ASSERT_TRUE(view.taker.next());
-    EXPECT_EQ(log.count("camera cam: back"), round);
+    EXPECT_EQ(log.count("camera cam: its picture is back"), round);
   }
   outputOf({"pw-link", "other:out_0", "nivlo:in_0"}, bus.environment());
-  EXPECT_TRUE(comesToLog("back", 4));
+  EXPECT_TRUE(comesToLog("its picture is back", 4));
   EXPECT_EQ(view.taker.countOtherThan(kRed), 0) << "neither alone nor when somebody links it to the stream";
 }
 
@@ -127,10 +127,10 @@ TEST_F(WithADaemon, ACameraThatFallsSilentIsOpenedAgain) {
   View view;
   ASSERT_TRUE(view.taker.next());
   camera->freeze();
-  EXPECT_TRUE(comesToLog("gives no pictures"));
+  EXPECT_TRUE(comesToLog("it delivers no pictures"));
   camera->thaw();
   EXPECT_TRUE(view.taker.next());
-  EXPECT_TRUE(comesToLog("back"));
+  EXPECT_TRUE(comesToLog("its picture is back"));
 }
 
 TEST_F(WithADaemon, FramesThatAreHeldNeitherStopTheCameraNorChangeNorDieWithIt) {
@@ -145,7 +145,7 @@ TEST_F(WithADaemon, FramesThatAreHeldNeitherStopTheCameraNorChangeNorDieWithIt) 
     }
     ASSERT_THAT(held, testing::Each(testing::NotNull()));
     camera.reset();
-    EXPECT_TRUE(comesToLog("gone", ++gone));
+    EXPECT_TRUE(comesToLog("it is gone", ++gone));
     EXPECT_TRUE(showsQuarters(*held.front()));
     view.stream.reset();
     view.cameras.reset();
@@ -180,8 +180,7 @@ TEST_F(WithADaemon, ClosingWaitsForTheLastFrameAndNoneFollows) {
 TEST_F(PipeWireCamerasTest, ACameraThatIsNotThereYetIsShownWhenItComesWithItsDaemon) {
   View view;
   EXPECT_TRUE(view.cameras->cameras().empty());
-  EXPECT_TRUE(
-      comesToLog("not there; its picture comes when it does ('nivlo devices' lists those there are)"));
+  EXPECT_TRUE(comesToLog("there is no such camera; plug it in"));
   const PrivatePipeWire pipewire(bus);
   const Camera camera = plugInRed();
   EXPECT_TRUE(view.taker.next());

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 // One buffer that the camera fills, and one that is on its way to us.
@@ -78,4 +78,4 @@ std::vector<pw_buffer*> BufferLoans::takeReturned() {
   return buffers;
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

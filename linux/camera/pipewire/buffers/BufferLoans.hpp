@@ -9,7 +9,7 @@
 
 #include "linux/camera/pipewire/buffers/BufferMemory.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
 /// The handle of one buffer, made when PipeWire adds the buffer and reached from it without a search.
 /// PipeWire may remove the buffer while a frame still shows its picture: the loan then keeps the handle and
@@ -54,4 +54,4 @@ class BufferLoans {
   std::shared_ptr<Returns> returns_ = std::make_shared<Returns>();
 };
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -10,7 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 // Reading a mapping beyond the end of its file ends the process with SIGBUS. A DMA buffer does not always
@@ -84,4 +84,4 @@ void BufferMemory::synchronise(std::uint64_t direction) const {
   }
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

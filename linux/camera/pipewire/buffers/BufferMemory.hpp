@@ -11,7 +11,7 @@
 
 #include "linux/handles/Descriptor.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
 /// Stays mapped for as long as this object lives, even after PipeWire has taken the buffer back. Plain memory
 /// that belongs to the buffer itself cannot outlive it; it is used in place, and isLasting() is then false.
@@ -56,4 +56,4 @@ class BufferMemory {
   bool lasting_ = true;
 };
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -6,7 +6,7 @@
 
 #include <spa/buffer/meta.h>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -28,8 +28,8 @@ bool isMarkedCorrupt(spa_buffer* buffer) {
 
 // Where the picture lies in the buffer's memory; empty when the buffer places it outside that memory. The
 // sender can still write to the chunk, so each value is read once and only then checked.
-std::vector<Block> blocksOf(const spa_buffer& buffer, const BufferMemory& memory) {
-  std::vector<Block> blocks;
+std::vector<DataBlock> blocksOf(const spa_buffer& buffer, const BufferMemory& memory) {
+  std::vector<DataBlock> blocks;
   for (std::size_t i = 0; i < memory.blockCount(); ++i) {
     const volatile spa_chunk& chunk = *buffer.datas[i].chunk;
     const std::span<const std::uint8_t> all = memory.block(i);
@@ -65,7 +65,7 @@ BufferReader::Result BufferReader::read(StreamBuffer& buffer, BufferLoans& loans
   if (!buffer.memory || !format_ || isMarkedCorrupt(content)) {
     return {};
   }
-  const std::vector<Block> blocks = blocksOf(*content, *buffer.memory);
+  const std::vector<DataBlock> blocks = blocksOf(*content, *buffer.memory);
   if (blocks.empty()) {
     return {.defect = "it places a picture outside its buffer"};
   }
@@ -93,7 +93,7 @@ BufferReader::Result BufferReader::read(StreamBuffer& buffer, BufferLoans& loans
 }
 
 std::shared_ptr<VideoFrame> BufferReader::lendRaw(StreamBuffer& buffer, BufferLoans& loans,
-                                                  const std::vector<Block>& blocks) const {
+                                                  const std::vector<DataBlock>& blocks) const {
   std::shared_ptr<VideoFrame> frame = describeRaw(blocks);
   if (frame) {
     frame->storage = loans.lend(buffer);
@@ -101,15 +101,15 @@ std::shared_ptr<VideoFrame> BufferReader::lendRaw(StreamBuffer& buffer, BufferLo
   return frame;
 }
 
-std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<Block>& blocks) {
+std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<DataBlock>& blocks) {
   std::size_t size = 0;
-  for (const Block& block : blocks) {
+  for (const DataBlock& block : blocks) {
     size += block.bytes.size();
   }
   const std::shared_ptr<std::uint8_t> memory = copies_.borrow(size);
-  std::vector<Block> copied;
+  std::vector<DataBlock> copied;
   std::uint8_t* to = memory.get();
-  for (const Block& block : blocks) {
+  for (const DataBlock& block : blocks) {
     std::copy(block.bytes.begin(), block.bytes.end(), to);
     copied.push_back({{to, block.bytes.size()}, block.stride});
     to += block.bytes.size();
@@ -121,7 +121,7 @@ std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<Block>& bloc
   return frame;
 }
 
-std::shared_ptr<VideoFrame> BufferReader::describeRaw(const std::vector<Block>& blocks) const {
+std::shared_ptr<VideoFrame> BufferReader::describeRaw(const std::vector<DataBlock>& blocks) const {
   const auto planes = layPlanes(format_->pixels, format_->width, format_->height, blocks);
   if (!planes) {
     return nullptr;
@@ -147,4 +147,4 @@ int BufferReader::rotationOf(spa_buffer* buffer) const {
   return static_cast<int>((kQuarters - transform->transform % kQuarters) % kQuarters) * 90;
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

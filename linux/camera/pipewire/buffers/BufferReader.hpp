@@ -13,7 +13,7 @@
 #include "linux/camera/pipewire/buffers/FrameLayout.hpp"
 #include "linux/camera/pipewire/buffers/JpegDecoder.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
 /// Trusts nothing that a buffer says about itself. Used on the loop's thread.
 class BufferReader {
@@ -35,9 +35,9 @@ class BufferReader {
 
  private:
   std::shared_ptr<VideoFrame> lendRaw(StreamBuffer& buffer, BufferLoans& loans,
-                                      const std::vector<Block>& blocks) const;
-  std::shared_ptr<VideoFrame> copyRaw(const std::vector<Block>& blocks);
-  std::shared_ptr<VideoFrame> describeRaw(const std::vector<Block>& blocks) const;
+                                      const std::vector<DataBlock>& blocks) const;
+  std::shared_ptr<VideoFrame> copyRaw(const std::vector<DataBlock>& blocks);
+  std::shared_ptr<VideoFrame> describeRaw(const std::vector<DataBlock>& blocks) const;
   int rotationOf(spa_buffer* buffer) const;
 
   int rotation_;
@@ -46,4 +46,4 @@ class BufferReader {
   FramePool copies_;
 };
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -2,13 +2,13 @@
 
 #include <vector>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 struct PlaneShape {
   int rowBytes;
   int rows;
-  int strideDivisor;  ///< of the first plane's stride, when the planes share a block
+  int strideDivisor;  ///< how many times the first plane's stride is longer, when planes share a block
 };
 
 int half(int size) { return (size + 1) / 2; }
@@ -30,7 +30,7 @@ std::vector<PlaneShape> shapesOf(PixelFormat format, int width, int height) {
   return {};
 }
 
-// What senders that do not tell the stride agree on: rows of the first plane padded to four bytes.
+// Senders that do not tell the stride pad each row to a multiple of four bytes.
 int usualStride(const PlaneShape& shape) { return (shape.rowBytes + 3) / 4 * 4; }
 
 // The last row need not be padded.
@@ -41,7 +41,7 @@ std::size_t bytesNeeded(const PlaneShape& shape, int stride) {
 }  // namespace
 
 std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int height,
-                                              std::span<const Block> blocks) {
+                                              std::span<const DataBlock> blocks) {
   const std::vector<PlaneShape> shapes = shapesOf(format, width, height);
   const bool shared = blocks.size() == 1;
   if (!shared && blocks.size() != shapes.size()) {
@@ -52,7 +52,7 @@ std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int
   std::size_t offset = 0;
   const int firstStride = blocks[0].stride != 0 ? blocks[0].stride : usualStride(shapes[0]);
   for (std::size_t i = 0; i < shapes.size(); ++i) {
-    const Block& block = shared ? blocks[0] : blocks[i];
+    const DataBlock& block = shared ? blocks[0] : blocks[i];
     int stride = firstStride / shapes[i].strideDivisor;
     if (!shared) {
       stride = block.stride != 0 ? block.stride : usualStride(shapes[i]);
@@ -72,4 +72,4 @@ std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int
   return planes;
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

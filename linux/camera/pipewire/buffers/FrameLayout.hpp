@@ -1,4 +1,4 @@
-// Where the planes of a picture lie in the memory that holds it.
+// Where the planes of a picture lie in a buffer's data blocks.
 #pragma once
 
 #include <array>
@@ -9,18 +9,18 @@
 
 #include "platform/drivers/VideoFrame.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
-/// A stretch of memory with one plane, or all planes one behind the other.
-struct Block {
+/// A stretch of memory that holds one plane of a picture, or all of its planes one after the other.
+struct DataBlock {
   std::span<const std::uint8_t> bytes;
-  int stride = 0;  ///< bytes a row of its first plane; 0 when the sender did not say
+  int stride = 0;  ///< bytes from a row of its first plane to the next; 0 when the sender did not say
 };
 
-/// The planes of a picture of the given size, of 1 to 8192 pixels each way. Nothing when the blocks are too
-/// many, too few or too small for it, or a stride is too short: the blocks come from outside, and no plane
-/// reaches beyond them.
+/// Finds the planes of a picture whose width and height are 1 to kLongestPictureEdge pixels. What the blocks
+/// say comes from another program and is checked: the result is nothing when there are too many or too few
+/// blocks, when one is too small, or when a stride is shorter than a row. No plane reaches beyond its block.
 std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int height,
-                                              std::span<const Block> blocks);
+                                              std::span<const DataBlock> blocks);
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

@@ -4,9 +4,8 @@
 #include <cstring>
 
 #include <libyuv/convert.h>
-#include <turbojpeg.h>
 
-namespace nivlo::pipewire {
+namespace nivlo {
 namespace {
 
 constexpr int kAlignment = 64;
@@ -16,7 +15,7 @@ int roundUp(int value, int step) { return (value + step - 1) / step * step; }
 
 }  // namespace
 
-JpegDecoder::JpegDecoder() : decompressor_(tjInitDecompress(), tjDestroy) {}
+JpegDecoder::JpegDecoder() : decompressor_(tjInitDecompress()) {}
 
 std::shared_ptr<VideoFrame> JpegDecoder::decode(std::span<const std::uint8_t> jpeg, int width, int height) {
   const int stride = roundUp(width, kAlignment);
@@ -65,8 +64,8 @@ bool JpegDecoder::decodePlanes(std::span<const std::uint8_t> jpeg, const std::ar
     return tjDecompressToYUVPlanes(decompressor_.get(), jpeg.data(), jpeg.size(), bytes.data(), width,
                                    strides.data(), height, flags) == 0;
   };
-  // Only the last complaint can be asked for, and damage is followed by stray bytes: so the first one
-  // decides.
+  // The library tells only its last warning, and damage is often followed by harmless stray bytes. So
+  // decoding first stops at the first warning, and goes on only where that one is harmless.
   if (!run(TJFLAG_STOPONWARNING)) {
     if (!isOnlyUntidy()) {
       return false;
@@ -124,17 +123,17 @@ bool JpegDecoder::finishChroma(Chroma chroma, const Targets& decoded, const Targ
     }
     return true;
   }
-  // The luma plane is in place already; libyuv leaves out a plane that has no target.
+  // The luma plane is already in place. libyuv skips a plane whose target is null.
   const auto shrink = chroma == Chroma::C422 ? libyuv::I422ToI420 : libyuv::I444ToI420;
   return shrink(decoded[0].bytes, decoded[0].stride, decoded[1].bytes, decoded[1].stride, decoded[2].bytes,
                 decoded[2].stride, nullptr, 0, final[1].bytes, final[1].stride, final[2].bytes,
                 final[2].stride, width, height) == 0;
 }
 
-// Many cameras put stray bytes between the segments of every picture, which harms nothing.
+// Many cameras put stray bytes between the segments of every picture, which do no harm.
 bool JpegDecoder::isOnlyUntidy() const {
   return tjGetErrorCode(decompressor_.get()) == TJERR_WARNING &&
          std::strstr(tjGetErrorStr2(decompressor_.get()), "extraneous bytes") != nullptr;
 }
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo

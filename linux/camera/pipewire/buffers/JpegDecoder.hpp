@@ -1,4 +1,4 @@
-// Turns a camera's JPEG pictures into frames.
+// Decodes the JPEG pictures of a camera into frames.
 #pragma once
 
 #include <array>
@@ -8,18 +8,22 @@
 #include <span>
 #include <vector>
 
+#include <turbojpeg.h>
+
 #include "linux/camera/FramePool.hpp"
+#include "linux/handles/Owned.hpp"
 #include "platform/drivers/VideoFrame.hpp"
 
-namespace nivlo::pipewire {
+namespace nivlo {
 
-/// Used on one thread at a time; its frames may go anywhere and outlive it.
+/// Used on one thread at a time. Its frames may be used on any thread and may outlive it.
 class JpegDecoder {
  public:
   JpegDecoder();
 
-  /// The picture as an I420 frame, BT.601 full range, with no rotation and no time. Null when it is damaged,
-  /// incomplete, of a kind that cameras do not send, or not of the size that was announced.
+  /// Decodes a picture of the given size in pixels into an I420 frame, BT.601 in full range as JPEG files
+  /// are; rotation and capture time are left for the caller to set. Null when the picture is damaged,
+  /// incomplete, of another size, or coded in a way that cameras do not use.
   std::shared_ptr<VideoFrame> decode(std::span<const std::uint8_t> jpeg, int width, int height);
 
  private:
@@ -37,9 +41,10 @@ class JpegDecoder {
                            int height);
   bool isOnlyUntidy() const;
 
-  std::unique_ptr<void, int (*)(void*)> decompressor_;
+  Owned<void, tjDestroy> decompressor_;
   FramePool pool_;
-  std::vector<std::uint8_t> chroma_;  ///< of a picture that has more of it than a frame
+  std::vector<std::uint8_t>
+      chroma_;  ///< the chroma planes of a picture that has more chroma samples than a frame
 };
 
-}  // namespace nivlo::pipewire
+}  // namespace nivlo
