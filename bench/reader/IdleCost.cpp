@@ -80,7 +80,7 @@ clockid_t clockOfChild() {
 
 IdleCost watched(const LumaPicture& scene) {
   NoisyCamera camera(scene);
-  const auto reader = atScenesPace(makeProcessCodeReaderDriver())->makeReader();
+  const auto reader = pacedByScene(makeProcessCodeReaderDriver())->makeReader();
   if (!reader) {
     throw std::runtime_error("nivlo-reader is missing");
   }

@@ -61,7 +61,7 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
                            logCameraEvent(event, camera);
                            activity->follow(event, camera);
                          });
-  set.codeReader = savingPower(atScenesPace(makeProcessCodeReaderDriver()));
+  set.codeReader = savingPower(pacedByScene(makeProcessCodeReaderDriver()));
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();
   } else if (error.empty()) {

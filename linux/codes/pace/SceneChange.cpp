@@ -10,13 +10,14 @@ namespace nivlo {
 
 namespace {
 
-// Of 255. The mean of a cell's some hundred pixels moves by less than 1 with noise; mains light makes 2 of
-// it.
+// Brightness levels, of 255, by which the mean of a cell may change. Noise changes the mean of hundreds of
+// pixels by less than 1, and the flicker of mains light by up to 2.
 constexpr int kNoise = 4;
-// Of four rows one tells enough, and is converted in a quarter of the time.
+// Every fourth row is enough, and takes a quarter of the time to convert.
 constexpr int kSampledRowStep = 4;
 
-VideoFrame someRowsOf(VideoFrame frame) {
+/// Returns the frame with only the sampled rows. A stride too large for that becomes 0, which lumaOf refuses.
+VideoFrame sampledRowsOf(VideoFrame frame) {
   frame.height /= kSampledRowStep;
   frame.planes[0].stride =
       frame.planes[0].stride <= INT_MAX / kSampledRowStep ? frame.planes[0].stride * kSampledRowStep : 0;
@@ -26,7 +27,7 @@ VideoFrame someRowsOf(VideoFrame frame) {
 }  // namespace
 
 bool SceneChange::differs(const VideoFrame& frame) {
-  const auto picture = lumaOf(someRowsOf(frame), luma_);
+  const auto picture = lumaOf(sampledRowsOf(frame), luma_);
   latest_.reset();
   if (!picture || picture->width < kColumns || picture->height < kRows) {
     return true;

@@ -1,24 +1,26 @@
-// Notices that a camera sees something new.
+// Notices when a camera sees something new.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
 #include "linux/codes/picture/LumaPicture.hpp"
+#include "platform/drivers/VideoFrame.hpp"
 
 namespace nivlo {
 
-/// Compares pictures by the mean brightness of 32 x 18 cells, which a sensor's noise hardly moves and a code
-/// that comes into view does. Takes some hundredths of a millisecond at 1280x720.
+/// Compares frames by the mean brightness of 32 x 18 cells, which a sensor's noise hardly changes and a code
+/// that appears does. Takes some hundredths of a millisecond at 1280x720.
 class SceneChange {
  public:
-  /// Whether the frame shows something else than the one before the last call of remember: any cell is
-  /// brighter or darker by more than noise. True while none is remembered, and for a frame that holds no
-  /// picture or too few pixels.
+  /// Returns whether any cell of the frame is brighter or darker than in the remembered frame, by more than
+  /// noise. Also returns true while no frame is remembered, and for a frame that holds no picture or fewer
+  /// pixels than there are cells.
   bool differs(const VideoFrame& frame);
 
-  /// Remembers the last frame given to differs.
+  /// Remembers the frame that was last given to differs.
   void remember() { remembered_ = latest_; }
 
  private:

@@ -1,7 +1,10 @@
 #include "linux/codes/pace/ScenePace.hpp"
 
 #include <algorithm>
+#include <chrono>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "linux/codes/pace/SceneChange.hpp"
 
@@ -11,9 +14,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// A little less than a fifth of two seconds, as timers are late.
+// Five looks in two seconds are 400 ms apart, and timers are late.
 constexpr milliseconds kStillInterval{390};
-// Twice through the strategies: a weak 1-D code counts when it has been read twice.
+// About two rounds of a reader's strategies, because a weak 1-D code counts only once it has been read twice.
 constexpr int kLooksAtNewScene = 20;
 
 class PacedReader : public CodeReader {
@@ -48,9 +51,9 @@ class PacedReader : public CodeReader {
   std::chrono::steady_clock::time_point nextLook_;
 };
 
-class PacedReaders : public CodeReaderDriver {
+class PacedReaderDriver : public CodeReaderDriver {
  public:
-  explicit PacedReaders(std::unique_ptr<CodeReaderDriver> readers) : readers_(std::move(readers)) {}
+  explicit PacedReaderDriver(std::unique_ptr<CodeReaderDriver> readers) : readers_(std::move(readers)) {}
 
   std::vector<std::string> availableTypes() const override { return readers_->availableTypes(); }
   std::unique_ptr<CodeReader> makeReader() override {
@@ -64,8 +67,8 @@ class PacedReaders : public CodeReaderDriver {
 
 }  // namespace
 
-std::unique_ptr<CodeReaderDriver> atScenesPace(std::unique_ptr<CodeReaderDriver> readers) {
-  return std::make_unique<PacedReaders>(std::move(readers));
+std::unique_ptr<CodeReaderDriver> pacedByScene(std::unique_ptr<CodeReaderDriver> readers) {
+  return std::make_unique<PacedReaderDriver>(std::move(readers));
 }
 
 }  // namespace nivlo

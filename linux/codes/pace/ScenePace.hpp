@@ -1,4 +1,4 @@
-// Looks rarely at a scene in which nothing happens.
+// Looks less often at a scene in which nothing happens.
 #pragma once
 
 #include <memory>
@@ -7,9 +7,10 @@
 
 namespace nivlo {
 
-/// The same readers, which pass by the frames of a still scene without codes and look five times in two
-/// seconds. A scene that changes is looked at as often as before, beginning with the first frame that shows
-/// it, until it has been looked at in all ways twice. Frames' capture times are what goes for time.
-std::unique_ptr<CodeReaderDriver> atScenesPace(std::unique_ptr<CodeReaderDriver> readers);
+/// Returns a driver whose readers skip frames of a still scene without codes, so that the given driver's
+/// readers look at it five times in two seconds. They look at the usual rate again from the first frame that
+/// shows a change, or after one that shows a code, until they have gone through all their ways of looking
+/// about twice. Time is measured by the frames' capture times.
+std::unique_ptr<CodeReaderDriver> pacedByScene(std::unique_ptr<CodeReaderDriver> readers);
 
 }  // namespace nivlo

@@ -21,35 +21,36 @@ using testing::ElementsAre;
 using testing::Field;
 using testing::IsEmpty;
 
-constexpr int kEnlarged = 2;
-constexpr int kQuietZone = 10 * 3 * kEnlarged;
+constexpr int kEnlargement = 2;
+constexpr int kModule = 3 * kEnlargement;
+constexpr int kQuietZone = 10 * kModule;
 
-LumaPicture viewOf(const GreyPicture& picture) {
+LumaPicture asLuma(const GreyPicture& picture) {
   return {picture.pixels.data(), picture.width, picture.height, picture.width};
 }
 
-/// Cloth with folds across it: where the sheet has a place that is seen at `at`, in a picture that wide.
+/// Returns the place on a folded cloth that a picture of this width shows at `at`.
 CGPoint unfolded(CGPoint at, double width) {
   const double phase = 2 * std::numbers::pi / width;
   return {at.x + 0.012 * width * std::sin(1.1 * phase * at.y),
           at.y + 0.012 * width * std::sin(1.3 * phase * at.x)};
 }
 
-/// Enlarged and folded.
+/// Returns the picture enlarged and printed on a folded cloth.
 GreyPicture folded(const GreyPicture& flat) {
-  GreyPicture result = greyPicture(flat.width * kEnlarged, flat.height * kEnlarged);
+  GreyPicture result = greyPicture(flat.width * kEnlargement, flat.height * kEnlargement);
   for (int y = 0; y < result.height; ++y) {
     for (int x = 0; x < result.width; ++x) {
       const CGPoint from = unfolded({x + 0.5, y + 0.5}, result.width);
-      const int column = std::clamp(static_cast<int>(from.x / kEnlarged), 0, flat.width - 1);
-      const int row = std::clamp(static_cast<int>(from.y / kEnlarged), 0, flat.height - 1);
+      const int column = std::clamp(static_cast<int>(from.x / kEnlargement), 0, flat.width - 1);
+      const int row = std::clamp(static_cast<int>(from.y / kEnlargement), 0, flat.height - 1);
       result.pixels[y * result.width + x] = flat.pixels[row * flat.width + column];
     }
   }
   return result;
 }
 
-/// Dark modules grow by a pixel to each side, or shrink.
+/// Returns the picture with dark modules grown by a pixel on each edge, or shrunk.
 GreyPicture withInk(const GreyPicture& picture, bool more) {
   GreyPicture result = picture;
   for (int y = 1; y + 1 < picture.height; ++y) {
@@ -66,14 +67,15 @@ GreyPicture withInk(const GreyPicture& picture, bool more) {
 
 auto Text(const std::string& text) { return Field(&Reading::text, text); }
 
-/// The corners, as the sheet has them, clockwise from the code's own top left.
+/// Expects the reading's corners where a code turned by quarters of a turn has them, clockwise from its own
+/// top left.
 void expectCorners(const Reading& reading, const GreyPicture& picture, int turns) {
   const double near = kQuietZone;
   const double far = picture.width - kQuietZone;
   const Quad sheet{{{near, near}, {far, near}, {far, far}, {near, far}}};
   for (int i = 0; i < 4; ++i) {
     const CGPoint seen = unfolded(reading.outline[i], picture.width);
-    EXPECT_LT(distanceBetween(seen, sheet[(i + turns) % 4]), 1.5 * 3 * kEnlarged)
+    EXPECT_LT(distanceBetween(seen, sheet[(i + turns) % 4]), 1.5 * kModule)
         << reading.text << ", corner " << i;
   }
 }
@@ -84,8 +86,8 @@ TEST(BentCodes, AreReadWhereAFlatGridDoesNotFit) {
   QRGridStrategy qr(decoder);
   AztecStrategy aztec(decoder);
   const auto expectRead = [&](ReadingStrategy& strategy, const GreyPicture& picture, int turns) {
-    EXPECT_THAT(decoder.read(viewOf(picture)), IsEmpty()) << "flat enough to be read as it is";
-    PictureFeatures features(viewOf(picture));
+    EXPECT_THAT(decoder.read(asLuma(picture)), IsEmpty()) << "too flat: ZXing alone reads it";
+    PictureFeatures features(asLuma(picture));
     const std::vector<Reading> readings = strategy.read(features);
     ASSERT_THAT(readings, ElementsAre(Text(text)));
     expectCorners(readings[0], picture, turns);
@@ -101,23 +103,23 @@ TEST(BentCodes, AreReadWhereAFlatGridDoesNotFit) {
   expectRead(qr, inverted(folded(qrCode)), 0);
 }
 
-TEST(BentCodes, InkThatRanOrFadedChangesNoModule) {
+TEST(BentCodes, SpreadOrFadedInkChangesNoModule) {
   const GreyPicture code = folded(drawCode(BARCODE_AZTEC, "ink"));
   AztecStrategy aztec(zxing(Symbologies::Aztec, Effort::Quick));
   for (const bool more : {true, false}) {
     const GreyPicture printed = withInk(code, more);
-    PictureFeatures features(viewOf(printed));
-    EXPECT_THAT(aztec.read(features), ElementsAre(Text("ink"))) << (more ? "more" : "less");
+    PictureFeatures features(asLuma(printed));
+    EXPECT_THAT(aztec.read(features), ElementsAre(Text("ink"))) << (more ? "spread" : "faded");
   }
 }
 
-TEST(AztecRunes, AreReadHoweverTheyLieAndNothingElseIsOne) {
+TEST(AztecRunes, AreReadInEveryOrientationAndOtherAztecCodesAreNotTakenForThem) {
   AztecStrategy aztec({[](const LumaPicture&) { return std::vector<Reading>(); }, costOfPixels(0)});
   for (const char* number : {"0", "25", "170", "255"}) {
     GreyPicture rune = drawCode(BARCODE_AZRUNE, number);
     for (int turns = 0; turns < 4; ++turns, rune = turned(rune)) {
       const GreyPicture picture = folded(rune);
-      PictureFeatures features(viewOf(picture));
+      PictureFeatures features(asLuma(picture));
       const std::vector<Reading> readings = aztec.read(features);
       const std::string digits = std::string(3 - std::string(number).size(), '0') + number;
       ASSERT_THAT(readings, ElementsAre(Text(digits)));
@@ -126,7 +128,7 @@ TEST(AztecRunes, AreReadHoweverTheyLieAndNothingElseIsOne) {
   }
   for (int layers = 1; layers <= 4; ++layers) {
     const GreyPicture compact = drawCode(BARCODE_AZTEC, "2", layers);
-    PictureFeatures features(viewOf(compact));
+    PictureFeatures features(asLuma(compact));
     ASSERT_EQ(features.bullseyes().size(), 1u);
     EXPECT_THAT(aztec.read(features), IsEmpty()) << layers << " layers";
   }

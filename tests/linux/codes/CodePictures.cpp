@@ -4,6 +4,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include <zint.h>
 
@@ -14,7 +15,7 @@ namespace {
 constexpr int kPixelsPerModule = 3;
 constexpr int kQuietModules = 10;
 
-/// How many bytes a pixel has, and where among them a grey value is to be written.
+/// The bytes per pixel of a format's first plane, and the range of them that a grey value is written to.
 struct Layout {
   int bytes;
   int firstGrey;
@@ -80,7 +81,7 @@ GreyPicture drawModules(const std::vector<std::string_view>& rows) {
 
 void place(GreyPicture& onto, const GreyPicture& picture, int x, int y) {
   if (x + picture.width > onto.width || y + picture.height > onto.height) {
-    throw std::invalid_argument("the code does not fit into the scene");
+    throw std::invalid_argument("the picture does not fit into the other one");
   }
   for (int row = 0; row < picture.height; ++row) {
     std::copy_n(picture.pixels.begin() + row * picture.width, picture.width,
@@ -108,7 +109,7 @@ GreyPicture inverted(GreyPicture picture) {
 VideoFrame frameOf(const GreyPicture& picture, PixelFormat format, int padding) {
   const Layout layout = layoutOf(format);
   const int stride = picture.width * layout.bytes + padding;
-  // Whatever is not brightness is 0x55, which would spoil a reading that took it for brightness.
+  // Bytes that are not brightness hold 0x55, so that a reader that took them for brightness would fail.
   auto memory =
       std::make_shared<std::vector<std::uint8_t>>(static_cast<std::size_t>(stride) * picture.height, 0x55);
   for (int y = 0; y < picture.height; ++y) {

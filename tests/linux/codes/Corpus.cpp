@@ -15,7 +15,7 @@ std::string fromHex(const std::string& hex) {
   return bytes;
 }
 
-/// Expectations of binary contents are bytes; as text they are read as ISO 8859-1.
+/// Binary contents are listed as bytes, which a reader reports as if they were ISO 8859-1.
 std::string latin1ToUTF8(const std::string& bytes) {
   std::string text;
   for (const unsigned char byte : bytes) {

@@ -1,4 +1,4 @@
-// Photos of codes whose texts are known, which are kept outside of the project.
+// Photos of codes with known texts, which are kept outside of the project.
 #pragma once
 
 #include <filesystem>
@@ -11,18 +11,18 @@ namespace nivlo::test {
 
 /// One picture of the corpus.
 struct Photo {
-  std::filesystem::path path;  ///< absolute, where the corpus's path was
-  std::string type;            ///< identifier of its symbology, "-" where there is no code that could be read
-  std::string text;            ///< bytes; some of UPC-E are the 13 digits that they stand for
+  std::filesystem::path path;  ///< begins with the path of the corpus
+  std::string type;  ///< identifier of the code's symbology, or "-" if the photo shows no readable code
+  std::string text;  ///< bytes; for some UPC-E codes, the 13 digits that they stand for
 };
 
-/// The lines of `manifest.tsv` in the directory; none where that is absent.
+/// Returns the photos that `manifest.tsv` in the directory lists, or none if there is no such file.
 std::vector<Photo> photosIn(const std::filesystem::path& corpus);
 
-/// Whether the code is what the photo shows.
+/// Returns whether the code is the one that the photo shows.
 bool isRight(const DecodedCode& code, const Photo& photo);
 
-/// The 13 digits that 8 digits of UPC-E stand for.
+/// Returns the 13 digits that the 8 digits of a UPC-E code stand for.
 std::string expandedUPCE(const std::string& digits);
 
 }  // namespace nivlo::test

@@ -1,3 +1,7 @@
+#include <chrono>
+#include <optional>
+#include <vector>
+
 #include <gmock/gmock.h>
 
 #include "linux/codes/Confirmation.hpp"
@@ -23,7 +27,7 @@ auto Text(const char* text) { return Field(&Reading::text, text); }
 
 steady_clock::time_point at(int seconds) { return steady_clock::time_point(std::chrono::seconds(seconds)); }
 
-TEST(Code39, OnlyARightCheckCharacterAfterDataMakesItMod43) {
+TEST(Code39, OnlyACorrectCheckCharacterAfterDataMakesItMod43) {
   EXPECT_TRUE(endsInMod43Check("ABC-1234-"));
   EXPECT_TRUE(endsInMod43Check("AA"));
   for (const char* plain : {"ABC-1234", "ABC-1234A", "0", "",
@@ -36,7 +40,8 @@ TEST(Code39, OnlyARightCheckCharacterAfterDataMakesItMod43) {
 
 TEST(Code39, FullASCIIIsReadOnlyWhereEverySignStartsAPair) {
   EXPECT_EQ(fullASCII("E+X+T+E+N+D+E+D /A%J/J/C"), "Extended !?*#");
-  EXPECT_EQ(fullASCII("+A99912345/$$3C001"), std::nullopt) << "a label of the health industry";
+  EXPECT_EQ(fullASCII("+A99912345/$$3C001"), std::nullopt)
+      << "a health industry label, whose data starts with a plus sign";
   for (const char* plain : {"B3% $DAD$", "2/4-8/16-32", "PLAIN", "A/Q"}) {
     EXPECT_EQ(fullASCII(plain), std::nullopt);
   }
@@ -52,13 +57,13 @@ TEST(Confirmation, AWeakReadingNeedsTwoStrategiesOrThreeFramesAndNoRivalUnlessIt
     const std::vector<Reading> right = {reading(type, "1", 50, 50)};
     const std::vector<Reading> wrong = {reading(type, "2", 50, 50)};
     EXPECT_THAT(confirmation.confirmed(right, {&first, at(0)}), IsEmpty());
-    EXPECT_THAT(confirmation.confirmed(right, {&first, at(1)}), IsEmpty()) << "the same mistake twice";
+    EXPECT_THAT(confirmation.confirmed(right, {&first, at(1)}), IsEmpty()) << "may be the same mistake twice";
     EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(1)}), IsEmpty());
     EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(2)}), IsEmpty());
-    EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(3)}), IsEmpty()) << "disputed";
+    EXPECT_THAT(confirmation.confirmed(wrong, {&second, at(3)}), IsEmpty()) << "another reading disputes it";
     EXPECT_THAT(confirmation.confirmed(right, {&third, at(3)}), ElementsAre(Text("1"))) << type;
-    for (int look = 0; look < 100; ++look) {
-      confirmation.confirmed({}, {&first, at(4 + look)});
+    for (int pass = 0; pass < 100; ++pass) {
+      confirmation.confirmed({}, {&first, at(4 + pass)});
     }
     EXPECT_THAT(confirmation.confirmed(right, {&second, at(200)}), IsEmpty())
         << "an old sighting confirms nothing";
@@ -84,7 +89,7 @@ TEST(Readings, OneCodeReadTwiceStaysOneAndEqualLabelsStayTwo) {
   EXPECT_EQ(withoutDuplicates({reading("t", "x", 50, 50), reading("t", "y", 50, 50)}).size(), 2u);
 }
 
-TEST(Readings, UPCEInsideAnEAN13IsAMisreadPartOfIt) {
+TEST(Readings, UPCEWithinAnEAN13IsDroppedAsAMisreadPartOfIt) {
   EXPECT_THAT(withoutDuplicates({reading("org.gs1.UPC-E", "part", 60, 50, 20),
                                  reading("org.gs1.EAN-13", "whole", 50, 50, 40),
                                  reading("org.gs1.UPC-E", "elsewhere", 300, 50, 20)}),

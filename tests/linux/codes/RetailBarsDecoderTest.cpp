@@ -1,5 +1,9 @@
+#include <algorithm>
 #include <cmath>
 #include <random>
+#include <string>
+#include <tuple>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <zint.h>
@@ -11,8 +15,9 @@ namespace nivlo::test {
 
 namespace {
 
-/// What is read of a code too far away: 1.3 pixels a module, out of focus, noisy, in light from one side. Its
-/// type and text, "?" behind what is not certain, "<" behind what lies backwards.
+/// Reads the code as a camera sees it from too far away: 1.3 pixels per module, out of focus, noisy and lit
+/// from one side. Returns its type and text, with "?" after the type if the reading is not certain and "<" at
+/// the end if the code runs backwards.
 std::string readFromAfar(const GreyPicture& code) {
   constexpr double kScale = 3 / 1.3, kBlur = 0.6 * 3;
   GreyPicture strip = greyPicture(static_cast<int>(code.width / kScale), 12);
@@ -38,7 +43,7 @@ std::string readFromAfar(const GreyPicture& code) {
   return all;
 }
 
-TEST(RetailBarsDecoder, ReadsWhatIsTooBlurredForEdgesInBothDirections) {
+TEST(RetailBarsDecoder, ReadsCodesTooBlurredForEdgeDetectionInBothDirections) {
   for (const auto& [symbology, digits, expected] :
        {std::tuple{BARCODE_EANX, "400638133393", "org.gs1.EAN-13 4006381333931"},
         {BARCODE_UPCA, "03600029145", "org.gs1.EAN-13 0036000291452"},
@@ -50,7 +55,7 @@ TEST(RetailBarsDecoder, ReadsWhatIsTooBlurredForEdgesInBothDirections) {
   }
 }
 
-TEST(RetailBarsDecoder, ReadsNothingOfOtherSymbologiesWrongCheckDigitsAndNoise) {
+TEST(RetailBarsDecoder, ReadsNothingFromOtherSymbologiesWrongCheckDigitsOrNoise) {
   for (const int other : {BARCODE_C25INTER, BARCODE_CODE128, BARCODE_CODE39, BARCODE_CODE93, BARCODE_DBAR_OMN,
                           BARCODE_PDF417}) {
     for (const char* digits : {"1234567890", "00000000000000", "97848723488"}) {

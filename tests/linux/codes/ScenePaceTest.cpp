@@ -1,4 +1,7 @@
+#include <chrono>
+#include <memory>
 #include <random>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -12,10 +15,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(ScenePace, RestsBeforeANoisyStillSceneAndWakesForASmallLabelOrAKnownCode) {
+TEST(ScenePace, LooksLessOftenAtANoisyStillSceneUntilASmallLabelOrACodeAppears) {
   auto made = std::make_unique<FakeCodeReader>();
   FakeCodeReader& readers = *made;
-  const auto driver = atScenesPace(std::move(made));
+  const auto driver = pacedByScene(std::move(made));
   const auto reader = driver->makeReader();
   std::mt19937 random(1);
   std::normal_distribution<double> noise(0, 8);
@@ -26,7 +29,7 @@ TEST(ScenePace, RestsBeforeANoisyStillSceneAndWakesForASmallLabelOrAKnownCode) {
     }
   }
   std::chrono::steady_clock::time_point now;
-  // As the output does: a look no earlier than the reader's interval after the last.
+  // Like the metadata output, waits at least the reader's interval between looks.
   const auto looksIn = [&](std::chrono::milliseconds time) {
     const int before = readers.looks;
     for (const auto end = now + time; now < end; now += reader->lookInterval()) {
@@ -36,12 +39,12 @@ TEST(ScenePace, RestsBeforeANoisyStillSceneAndWakesForASmallLabelOrAKnownCode) {
     }
     return readers.looks - before;
   };
-  EXPECT_EQ(looksIn(2s), 20) << "a new scene is looked at in all ways";
+  EXPECT_EQ(looksIn(2s), 20) << "two rounds of looks at a new scene";
   EXPECT_THAT(looksIn(2s), testing::AllOf(testing::Ge(5), testing::Le(6)));
   for (GreyPicture& frame : frames) {
     place(frame, greyPicture(60, 25, 40), 600, 300);
   }
-  EXPECT_EQ(looksIn(100ms), 1) << "the next frame is looked at";
+  EXPECT_EQ(looksIn(100ms), 1) << "the first frame that shows the change";
   EXPECT_EQ(looksIn(1s), 10);
   looksIn(2s);
   readers.putInView({{"org.iso.QRCode", "in view", {}}});

@@ -1,11 +1,13 @@
 #include <climits>
 #include <cmath>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <zint.h>
 
-#include "linux/codes/decoders/ZXingDecoder.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 #include "tests/support/codes/ZXingCodeReader.hpp"
 
@@ -16,7 +18,7 @@ namespace {
 using namespace std::string_literals;
 using testing::ElementsAre;
 
-/// What the first look that finds anything finds, of the ten that a second has.
+/// Looks at the frame up to ten times, a second's worth, and returns what the first successful look finds.
 std::vector<DecodedCode> firstFind(const VideoFrame& frame) {
   const auto reader = makeZXingCodeReaderDriver()->makeReader();
   for (int look = 0; look < 10; ++look) {
@@ -28,6 +30,7 @@ std::vector<DecodedCode> firstFind(const VideoFrame& frame) {
   return {};
 }
 
+/// Puts the code in the middle of a desk.
 GreyPicture onDesk(const GreyPicture& code) {
   GreyPicture scene = greyPicture(1280, 720);
   place(scene, code, (scene.width - code.width) / 2, (scene.height - code.height) / 2);
@@ -88,10 +91,11 @@ TEST(ZXingCodeReader, ReadsTheSameTextFromEveryPixelFormatAndPaddedRows) {
 TEST(ZXingCodeReader, KeepsTextByteForByte) {
   const auto textOf = [](const GreyPicture& code) {
     const auto codes = firstFind(frameOf(onDesk(code)));
-    return codes.size() == 1 ? codes[0].text : "not one code"s;
+    return codes.size() == 1 ? codes[0].text : "not exactly one code"s;
   };
   EXPECT_EQ(textOf(drawCode(BARCODE_QRCODE, "a\0b"s)), "a\0b"s);
   EXPECT_EQ(textOf(drawCode(BARCODE_QRCODE, "\xff\xfe\x80 A"s)), "\u00ff\u00fe\u0080 A");
+  // A QR code without any text, which no writer agrees to draw.
   const std::vector<std::string_view> empty = {
       "#######..#.##.#######", "#.....#..###..#.....#", "#.###.#.##.##.#.###.#", "#.###.#..#.#..#.###.#",
       "#.###.#...#.#.#.###.#", "#.....#.....#.#.....#", "#######.#.#.#.#######", "........##.##........",
@@ -107,10 +111,11 @@ TEST(ZXingCodeReader, ReadsLightOnDark) {
               ElementsAre(Code("org.iso.QRCode", "night")));
 }
 
-/// A code's picture turned clockwise about its middle, which is at `centre`, on a desk; as soft at its edges
-/// as a lens draws it.
-GreyPicture turnedBy(double degrees, const GreyPicture& code, CGPoint centre) {
-  constexpr int kSide = 4;
+/// Puts the code on a desk, with its middle at `centre`, turned clockwise, and with edges as soft as a lens
+/// draws them.
+GreyPicture onDeskTurned(double degrees, const GreyPicture& code, CGPoint centre) {
+  // Each pixel is the mean of 4 x 4 samples from 2 x 2 pixels.
+  constexpr int kPerRow = 4;
   GreyPicture scene = greyPicture(1280, 720);
   const double cosine = std::cos(degrees * M_PI / 180);
   const double sine = std::sin(degrees * M_PI / 180);
@@ -120,15 +125,15 @@ GreyPicture turnedBy(double degrees, const GreyPicture& code, CGPoint centre) {
       continue;
     }
     int sum = 0;
-    for (int sample = 0; sample < kSide * kSide; ++sample) {
-      const double x = i % scene.width + (sample % kSide + 0.5) * 2 / kSide - 0.5 - centre.x;
-      const double y = i / scene.width + (sample / kSide + 0.5) * 2 / kSide - 0.5 - centre.y;
+    for (int sample = 0; sample < kPerRow * kPerRow; ++sample) {
+      const double x = i % scene.width + (sample % kPerRow + 0.5) * 2 / kPerRow - 0.5 - centre.x;
+      const double y = i / scene.width + (sample / kPerRow + 0.5) * 2 / kPerRow - 0.5 - centre.y;
       const int u = static_cast<int>(std::floor(cosine * x + sine * y + code.width / 2.0));
       const int v = static_cast<int>(std::floor(-sine * x + cosine * y + code.height / 2.0));
       const bool inside = u >= 0 && v >= 0 && u < code.width && v < code.height;
       sum += inside ? code.pixels[v * code.width + u] : scene.pixels[i];
     }
-    scene.pixels[i] = static_cast<std::uint8_t>(sum / (kSide * kSide));
+    scene.pixels[i] = static_cast<std::uint8_t>(sum / (kPerRow * kPerRow));
   }
   return scene;
 }
@@ -140,7 +145,7 @@ TEST(ZXingCodeReader, ReadsCodesAtAnyAngleAnywhereWithinTenLooks) {
         std::pair{BARCODE_PDF417COMP, "org.iso.PDF417"}, std::pair{BARCODE_AZTEC, "org.iso.Aztec"}}) {
     const GreyPicture code = drawCode(symbology, "askew");
     for (const double degrees : {0.0, 20.0, 45.0, 70.0, 90.0, 135.0}) {
-      const auto codes = firstFind(frameOf(turnedBy(degrees, code, centre)));
+      const auto codes = firstFind(frameOf(onDeskTurned(degrees, code, centre)));
       ASSERT_THAT(codes, ElementsAre(Code(type, "askew"))) << symbology << " " << degrees;
       const double cosine = std::cos(degrees * M_PI / 180);
       const double sine = std::sin(degrees * M_PI / 180);
@@ -157,7 +162,7 @@ TEST(ZXingCodeReader, ReadsCodesAtAnyAngleAnywhereWithinTenLooks) {
   }
 }
 
-TEST(ZXingCodeReader, ReadsAWidePDF417AskewOfWhichOnlyTheEndsShowBars) {
+TEST(ZXingCodeReader, ReadsATiltedWidePDF417WhoseEndsAloneShowBars) {
   std::string text;
   for (int i = 0; i < 40; ++i) {
     text += "wide" + std::to_string(i * i);
@@ -165,15 +170,15 @@ TEST(ZXingCodeReader, ReadsAWidePDF417AskewOfWhichOnlyTheEndsShowBars) {
   constexpr int kColumns = 8;
   const GreyPicture code = drawCode(BARCODE_PDF417, text, kColumns);
   for (const double degrees : {12.0, -12.0, 102.0}) {
-    EXPECT_THAT(firstFind(frameOf(turnedBy(degrees, code, {620, 360}))),
+    EXPECT_THAT(firstFind(frameOf(onDeskTurned(degrees, code, {620, 360}))),
                 ElementsAre(Code("org.iso.PDF417", text)))
         << degrees;
   }
 }
 
-TEST(ZXingCodeReader, ReadsALightAztecCodeAside) {
+TEST(ZXingCodeReader, ReadsALightOnDarkAztecCodeOffCentre) {
   const GreyPicture code = inverted(drawCode(BARCODE_AZTEC, "night train"));
-  EXPECT_THAT(firstFind(frameOf(turnedBy(30, code, {900, 250}))),
+  EXPECT_THAT(firstFind(frameOf(onDeskTurned(30, code, {900, 250}))),
               ElementsAre(Code("org.iso.Aztec", "night train")));
 }
 
@@ -192,7 +197,7 @@ TEST(ZXingCodeReader, CornersStartAtTheCodesOwnTopLeftHoweverItIsTurned) {
   }
 }
 
-TEST(ZXingCodeReader, EqualLabelsAreSeveralCodesAndDoNotEndTheProcess) {
+TEST(ZXingCodeReader, TwoEqualLabelsAreTwoCodesAndDoNotEndTheProcess) {
   for (const auto& [symbology, contents] :
        {std::pair{BARCODE_EANX, "400638133393"}, std::pair{BARCODE_CODE128, "twin"},
         std::pair{BARCODE_QRCODE, "twin"}}) {
@@ -225,7 +230,7 @@ TEST(ZXingCodeReader, TheCodeNearestToTheCentreComesLast) {
   }
 }
 
-TEST(ZXingCodeReader, FramesThatHoldNoPictureYieldNothing) {
+TEST(ZXingCodeReader, FramesWithoutAPictureYieldNoCodes) {
   const auto reader = makeZXingCodeReaderDriver()->makeReader();
   const GreyPicture scene = onDesk(drawCode(BARCODE_QRCODE, "whole"));
   const auto lookTenTimes = [&](const VideoFrame& frame) {

@@ -1,8 +1,12 @@
 #include "tests/support/codes/ZXingCodeReader.hpp"
 
 #include <exception>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "linux/codes/PictureReader.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 #include "platform/AVFoundation/AVMetadataObject.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
@@ -18,9 +22,8 @@ class ZXingCodeReader : public CodeReader {
       return luma ? reader_.read(*luma, frame.captureTime) : std::vector<DecodedCode>();
     } catch (const std::exception& error) {
       if (!troubleReported_) {
-        NSLog(
-            "Code reader: a picture of %d x %d could not be read (%@). Later pictures are read all the same.",
-            frame.width, frame.height, std::string(error.what()));
+        NSLog("Code reader: could not read a picture of %d x %d (%@). Later pictures are still read.",
+              frame.width, frame.height, std::string(error.what()));
       }
       troubleReported_ = true;
       return {};

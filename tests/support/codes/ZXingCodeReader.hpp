@@ -1,4 +1,4 @@
-// The code reader on ZXing, in this process.
+// A code reader without a process of its own.
 #pragma once
 
 #include <memory>
@@ -7,8 +7,9 @@
 
 namespace nivlo {
 
-/// Its readers work in the calling thread (see PictureReader). For measuring and testing what is read: a
-/// picture that ends ZXing ends this process, and one that keeps ZXing busy keeps the thread.
+/// Returns a driver whose readers work in the calling thread (see PictureReader), for measuring and testing
+/// what is read. A picture that crashes ZXing ends this process, and one that keeps ZXing busy blocks the
+/// thread.
 std::unique_ptr<CodeReaderDriver> makeZXingCodeReaderDriver();
 
 }  // namespace nivlo
