@@ -49,7 +49,7 @@ int DevicesCommand::run() const {
   }
   const auto found = cameras->cameras();
   if (found.empty()) {
-    std::cout << "no cameras\n";
+    std::cout << "no cameras found\n";
   }
   for (const auto& camera : found) {
     std::cout << fmt::format("{:11}  {}  ({})\n", sideInWords(camera.position), visibleText(camera.uniqueID),

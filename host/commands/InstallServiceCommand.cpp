@@ -32,7 +32,7 @@ void print(Launcher launcher, const LaunchCommand& command) {
   std::cout << fmt::format("# {}\n{}", fileOf(launcher).string(), textOf(launcher, command));
 }
 
-std::string toStartNow(Launcher launcher, const LaunchCommand& command) {
+std::string lineThatStartsItNow(Launcher launcher, const LaunchCommand& command) {
   if (launcher == Launcher::SystemdUnit) {
     return "systemctl --user restart nivlo.service";
   }
@@ -47,10 +47,10 @@ std::string toStartNow(Launcher launcher, const LaunchCommand& command) {
 int remove() {
   const auto removed = uninstall();
   for (const auto& file : removed) {
-    std::cout << fmt::format("removed {}\n", file.string());
+    std::cout << fmt::format("Removed {}\n", file.string());
   }
-  std::cout << (removed.empty() ? "The desktop does not start Nivlo; there is nothing to remove\n"
-                                : "The desktop does not start Nivlo any more\n");
+  std::cout << (removed.empty() ? "There is nothing to remove: the desktop does not start Nivlo\n"
+                                : "The desktop no longer starts Nivlo\n");
   return 0;
 }
 
@@ -83,8 +83,8 @@ int InstallServiceCommand::run() const {
     print(launcher, command);
     return 1;
   }
-  std::cout << fmt::format("wrote {}\nNivlo starts with the desktop from now on. To start it now:\n  {}\n",
-                           fileOf(launcher).string(), toStartNow(launcher, command));
+  std::cout << fmt::format("Wrote {}\nThe desktop will start Nivlo from now on. To start it now:\n  {}\n",
+                           fileOf(launcher).string(), lineThatStartsItNow(launcher, command));
   return 0;
 }
 

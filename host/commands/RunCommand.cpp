@@ -81,7 +81,7 @@ std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr
   return error;
 }
 
-/// The wallpaper on its surface, with all that ends it.
+/// Shows the wallpaper on a surface until something ends it.
 class Run {
  public:
   Run(const RunOptions& options, MainLoop& loop, ControlService& control)
@@ -215,7 +215,7 @@ int RunCommand::run() const {
   if (!error.empty()) {
     std::cerr << "nivlo: " << error << '\n';
   }
-  // The wallpaper's last hand-offs to the main queue keep it alive; they must go before the drivers do.
+  // Tasks that the wallpaper left on the main queue keep it alive, and it must go before the drivers do.
   MainLoop::drain();
   installDrivers({});
   return status;

@@ -29,7 +29,8 @@ void choosePreset(GSimpleAction*, GVariant* preset, gpointer controls) {
   callWith(preset, "SetPreset", controls);
 }
 
-// An activation without a handler of its own toggles a boolean state, and sets any other to its parameter.
+// Activating an action that has no handler for it requests a change of its state: a boolean is toggled, any
+// other state is set to the parameter.
 constexpr GActionEntry kActions[] = {{"paused", nullptr, nullptr, "false", pause, {}},
                                      {"scanning", nullptr, nullptr, "false", scan, {}},
                                      {"preset", nullptr, "i", "1", choosePreset, {}},

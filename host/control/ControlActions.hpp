@@ -1,4 +1,4 @@
-// The controls as actions, which is what status bars and launchers know how to call.
+// The controls as D-Bus actions, which status bars and launchers can call.
 #pragma once
 
 #include <gio/gio.h>
@@ -8,11 +8,11 @@
 
 namespace nivlo {
 
-/// The actions "paused" and "scanning" (boolean states), "preset" (an int32 state), "swap" and "quit". Their
-/// states follow the controls. Main thread only.
+/// A group of the actions "paused" and "scanning" (boolean states), "preset" (an int32 state), "swap" and
+/// "quit". Calling them works the controls, and their states follow the wallpaper. Main thread only.
 class ControlActions {
  public:
-  /// The controls must outlive it.
+  /// Becomes the observer of `controls`, which must outlive it.
   explicit ControlActions(Controls& controls);
   ~ControlActions();
   ControlActions(const ControlActions&) = delete;

@@ -1,4 +1,4 @@
-// What the running program answers to on the session bus.
+// The D-Bus interface of the running program, on the session bus.
 #pragma once
 
 namespace nivlo {
@@ -7,11 +7,16 @@ inline constexpr auto kControlName = "org.nivlo.Wallpaper";
 inline constexpr auto kControlPath = "/org/nivlo/Wallpaper";
 inline constexpr auto kControlInterface = "org.nivlo.Wallpaper1";
 
-/// Of Change, each key may be absent: "preset" (i, from 1), "scanning" (b), "camera" (s, "back" or "front").
-/// GetStatus: "process" (i), "preset" and "presets" (i), "scanning", "animating", "visible", "paused" and
-/// "foreground" (b), "frames" shown so far (i), "ageMedian" and "age95" (d, the milliseconds from a picture's
-/// capture to the screen, of the last few hundred), and while a camera is open "camera" (a{sv} of "id",
-/// "name" and "position").
+/// The interface in D-Bus's own language. These are the keys of its two dictionaries:
+///
+/// Change: "preset" (i, counted from 1), "scanning" (b) and "camera" (s, "back" or "front"). Each may be
+/// absent; then it stays as it is.
+///
+/// GetStatus: "process" (i, the process ID); "preset" (i) and "presets" (i, how many there are); "scanning",
+/// "animating", "visible", "paused" and "foreground" (b); "frames" (i, shown so far); "ageMedian" and "age95"
+/// (d, the median and the 95th percentile of the milliseconds from capture to screen, over the last few
+/// hundred frames); and, only while a camera is open, "camera" (a{sv} with the strings "id", "name" and
+/// "position").
 inline constexpr auto kControlDescription = R"(<node><interface name="org.nivlo.Wallpaper1">
 <method name="Pause"/>
 <method name="Resume"/>

@@ -1,4 +1,4 @@
-// The controls on one connection to the bus.
+// The controls as an object on one bus connection.
 #pragma once
 
 #include <gio/gio.h>
@@ -8,10 +8,10 @@
 
 namespace nivlo {
 
-/// Answers at kControlPath, to kControlInterface and for the actions, while it lives. Main thread only.
+/// Offers kControlInterface and the actions at kControlPath as long as it exists. Main thread only.
 class ControlObject {
  public:
-  /// Both must outlive it.
+  /// `controls` and `actions` must outlive it.
   ControlObject(GDBusConnection* connection, Controls& controls, GActionGroup* actions);
   ~ControlObject();
   ControlObject(const ControlObject&) = delete;

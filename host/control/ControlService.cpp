@@ -10,12 +10,13 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{3};
+constexpr std::chrono::seconds kAnswerTimeout{3};
 
 constexpr auto kBusName = "org.freedesktop.DBus";
 constexpr auto kBusPath = "/org/freedesktop/DBus";
 
-// Of RequestName: nobody may take the name away, as nothing here allows it.
+// Flags and reply of RequestName, as D-Bus numbers them. Nobody can take the name away, because the flag that
+// would allow it is not set.
 constexpr guint kWaitInQueue = 0;
 constexpr guint kDoNotQueue = 4;
 constexpr guint kPrimaryOwner = 1;
@@ -28,7 +29,7 @@ ControlService::ControlService(std::function<void()> quit)
                                  [this] { lost(); }, [this](const std::string& cause) { report(cause); }}) {}
 
 bool ControlService::anotherIsRunning() {
-  const auto timeout = EventSource::onTimeout(kPatience, [this] { report("it does not answer"); });
+  const auto timeout = EventSource::onTimeout(kAnswerTimeout, [this] { report("it does not answer"); });
   while (place_ == Place::Unknown) {
     g_main_context_iteration(nullptr, TRUE);
   }
@@ -36,7 +37,7 @@ bool ControlService::anotherIsRunning() {
 }
 
 void ControlService::connected(GDBusConnection* connection) {
-  // Before the name is taken: whoever sees the name may call.
+  // The object comes before the name: whoever sees the name may call at once.
   object_.emplace(connection, controls_, actions_.group());
   calls_.emplace(connection, kBusName);
   shared_.emplace(G_BUS_TYPE_SESSION);
@@ -67,8 +68,9 @@ void ControlService::report(const std::string& cause) {
   }
   if (!std::exchange(reported_, true)) {
     NSLog(
-        "control: no session bus, so 'nivlo ctl' cannot reach this program, and a second one is not noticed: "
-        "%@. Nivlo goes on looking for it",
+        "control: no session bus (%@). Until there is one, 'nivlo ctl' cannot reach this program, and a "
+        "second "
+        "start is not noticed",
         cause);
   }
 }

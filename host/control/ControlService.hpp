@@ -1,4 +1,4 @@
-// The program as the one wallpaper of its session, which others can control.
+// Makes the program the only Nivlo of its session, and lets others control it.
 #pragma once
 
 #include <functional>
@@ -14,18 +14,18 @@
 
 namespace nivlo {
 
-/// Holds kControlName on the session bus while it lives. A bus that is absent or goes away is looked for
-/// again, and the log says so once; the program can only not be controlled meanwhile. Main thread only.
+/// Owns kControlName on the session bus as long as it exists. Without a bus the program works but cannot be
+/// controlled, which is logged once; when a bus that went away is back, it is used again. Main thread only.
 class ControlService {
  public:
-  /// `quit` is called when the program is asked to end.
+  /// Calls `quit` when the program is asked to end.
   explicit ControlService(std::function<void()> quit);
 
-  /// Whether another program holds the name, and this one must leave. Runs the main loop until that is known,
-  /// for seconds at most; without a bus there is no other.
+  /// Returns whether another process owns the name, so that this one must not show a wallpaper. Runs the main
+  /// loop until that is known, for three seconds at most. Without a bus, or an answer, the result is false.
   bool anotherIsRunning();
 
-  /// The wallpaper to control from now on; null for none.
+  /// Sets the wallpaper to control. It must be replaced, by null for none, before it is destroyed.
   void attach(WallpaperShow* show) { controls_.attach(show); }
 
  private:
@@ -41,7 +41,7 @@ class ControlService {
   ControlActions actions_{controls_};
   std::optional<ControlObject> object_;
   std::optional<MethodCalls> calls_;
-  std::optional<SharedBus> shared_;  // the desktop's libraries use it, sooner or later
+  std::optional<SharedBus> shared_;  // so that libraries that use it do not end the program with the bus
   BusLink bus_;
 };
 

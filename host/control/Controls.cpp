@@ -89,7 +89,7 @@ void Controls::attach(WallpaperShow* show) {
 
 Controls::Answer Controls::call(std::string_view method, GVariant* arguments) {
   if (!show_) {
-    return {.error = "nivlo is starting or ending; try again in a moment"};
+    return {.error = "Nivlo is starting or ending; try again in a moment"};
   }
   if (method == "GetStatus") {
     return {.values = g_variant_new("(@a{sv})", describe(*show_))};

@@ -1,4 +1,4 @@
-// What may be asked of the running program.
+// Carries out what others ask of the running program.
 #pragma once
 
 #include <functional>
@@ -11,24 +11,27 @@
 
 namespace nivlo {
 
-/// Carries out the methods of kControlInterface on a wallpaper. Main thread only.
+/// The methods of kControlInterface, applied to a wallpaper. Main thread only.
 class Controls {
  public:
+  /// Calls `quit` for the method Quit.
   explicit Controls(std::function<void()> quit) : quit_(std::move(quit)) {}
 
-  /// The wallpaper to ask from now on; with null every method fails.
+  /// Sets the wallpaper to act on; while it is null, every method fails. It must be replaced before it is
+  /// destroyed.
   void attach(WallpaperShow* show);
 
   struct Answer {
-    GVariant* values = nullptr;  ///< a floating tuple; null for an empty one
-    std::string error;           ///< a sentence for people; empty on success
+    GVariant* values = nullptr;  ///< a floating tuple; null stands for an empty one
+    std::string error;           ///< a sentence for users; empty on success
   };
-  /// The arguments must have the types of kControlDescription.
+  /// Carries out a method. `arguments` must have the types that kControlDescription gives it.
   Answer call(std::string_view method, GVariant* arguments);
 
-  /// Null while no wallpaper is attached.
+  /// Returns the wallpaper, or null while none is attached.
   const WallpaperShow* show() const { return show_; }
-  /// `changed` is called after each method that may have changed something.
+  /// Calls `changed` after each method that may have changed something, and when the wallpaper is replaced.
+  /// It takes the place of an earlier observer.
   void observe(std::function<void()> changed) { changed_ = std::move(changed); }
 
  private:

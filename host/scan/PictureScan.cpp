@@ -7,8 +7,8 @@ namespace nivlo {
 
 namespace {
 
-constexpr int kMostLooks = 10;
-constexpr int kLooksWithoutNews = 3;
+constexpr int kMaxLooks = 10;
+constexpr int kMaxFruitlessLooks = 3;
 
 struct Box {
   double left, top, right, bottom;
@@ -22,7 +22,7 @@ Box boxAround(const std::vector<CGPoint>& corners) {
   return {left->x, top->y, right->x, bottom->y};
 }
 
-/// Different looks place the same code some pixels apart; equal labels do not lie on one another.
+/// Two looks place the same code some pixels apart, whereas two codes with the same text do not overlap.
 bool isSameCode(const DecodedCode& first, const DecodedCode& second) {
   if (first.type != second.type || first.text != second.text) {
     return false;
@@ -36,8 +36,8 @@ bool isSameCode(const DecodedCode& first, const DecodedCode& second) {
 
 std::vector<DecodedCode> scanPicture(CodeReader& reader, const VideoFrame& frame) {
   std::vector<DecodedCode> codes;
-  int looksWithoutNews = 0;
-  for (int look = 0; look < kMostLooks && looksWithoutNews < kLooksWithoutNews; ++look) {
+  int fruitlessLooks = 0;
+  for (int look = 0; look < kMaxLooks && fruitlessLooks < kMaxFruitlessLooks; ++look) {
     bool news = codes.empty();
     for (DecodedCode& code : reader.look(frame)) {
       if (std::any_of(codes.begin(), codes.end(),
@@ -47,7 +47,7 @@ std::vector<DecodedCode> scanPicture(CodeReader& reader, const VideoFrame& frame
       codes.push_back(std::move(code));
       news = true;
     }
-    looksWithoutNews = news ? 0 : looksWithoutNews + 1;
+    fruitlessLooks = news ? 0 : fruitlessLooks + 1;
   }
   return codes;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr auto kUnitName = "nivlo.service";
 constexpr Launcher kLaunchers[] = {Launcher::SystemdUnit, Launcher::AutostartEntry};
 
-/// Returns whether systemd was there and did it.
+/// Returns whether systemctl exists and succeeded.
 bool systemctl(std::vector<const char*> arguments) {
   arguments.insert(arguments.begin(), {"systemctl", "--user"});
   arguments.push_back(nullptr);
@@ -24,7 +24,7 @@ bool systemctl(std::vector<const char*> arguments) {
   return process && g_subprocess_wait_check(process.get(), nullptr, nullptr) != FALSE;
 }
 
-/// The old file or the new one is there at any time, never a part. Returns an error message, empty on
+/// Replaces the file in one step, so that nobody ever reads a part of it. Returns an error message, empty on
 /// success.
 std::string writeWhole(const std::filesystem::path& path, const std::string& text) {
   std::error_code unwritable;
@@ -75,8 +75,10 @@ std::string install(Launcher launcher, const std::string& text) {
   }
   remove(Launcher::AutostartEntry);
   const bool enabled = systemctl({"daemon-reload"}) && systemctl({"enable", kUnitName});
-  return enabled ? ""
-                 : fmt::format("systemd did not take the unit; try: systemctl --user enable {}", kUnitName);
+  return enabled
+             ? ""
+             : fmt::format("systemd could not enable the unit; to see why, run 'systemctl --user enable {}'",
+                           kUnitName);
 }
 
 std::vector<std::filesystem::path> uninstall() {

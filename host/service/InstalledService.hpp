@@ -1,4 +1,4 @@
-// The program as something that the desktop starts.
+// Has the desktop start the program.
 #pragma once
 
 #include <filesystem>
@@ -7,27 +7,28 @@
 
 namespace nivlo {
 
-/// What starts the program: only one of the two is installed at a time, so that it is not started twice.
+/// What starts the program. Only one of the two is installed at a time, or the program would be started
+/// twice.
 enum class Launcher {
-  SystemdUnit,     ///< where systemd runs the graphical session: it restarts a program that failed
+  SystemdUnit,     ///< where systemd runs the graphical session; restarts the program if it fails
   AutostartEntry,  ///< everywhere else
 };
 
-/// The one for this desktop, as it runs now.
+/// Returns the one that suits the session that this process runs in.
 Launcher suitableLauncher();
 
-/// Where its file is, whether or not it is there.
+/// Returns the path of its file, whether or not that exists.
 std::filesystem::path fileOf(Launcher launcher);
 
-/// Writes the launcher's file, in place of an earlier one, removes the other's, and has the unit started with
-/// the desktop. Returns an error message, empty on success.
+/// Writes the launcher's file, replacing an earlier one, and removes the other launcher. A systemd unit is
+/// also enabled. Returns an error message, empty on success.
 std::string install(Launcher launcher, const std::string& text);
 
-/// Removes both. Returns the files that were there.
+/// Removes both launchers. Returns the files that existed.
 std::vector<std::filesystem::path> uninstall();
 
-/// The next start with the desktop shows this preset. Returns false where nothing is installed, or its file
-/// cannot be changed.
+/// Makes the desktop start the program with this preset from now on. Returns false if nothing is installed,
+/// or if its file cannot be changed.
 bool rememberPreset(int preset);
 
 }  // namespace nivlo

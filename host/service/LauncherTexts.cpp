@@ -13,8 +13,8 @@ namespace nivlo {
 
 namespace {
 
-// Restarts slow down where systemd knows how (from 254 on); they end after ten in ten minutes everywhere.
-// Wrong usage does not get better by itself.
+// From version 254 on, systemd waits longer before each restart; every version gives up after ten restarts in
+// ten minutes. Wrong usage would fail again, so it is not restarted.
 constexpr auto kUnit = R"([Unit]
 Description=Nivlo, the live camera wallpaper
 PartOf=graphical-session.target
@@ -42,15 +42,15 @@ std::string doubled(std::string_view text, std::string_view characters) {
   return result;
 }
 
-/// systemd reads C escapes in quotes, "%" as a specifier, and "$", but not in the program's path, as a
-/// variable.
+/// Quotes a word for a unit. Within quotes systemd still reads C escapes, "%" as the start of a specifier
+/// and, except in the program's path, "$" as the start of a variable.
 std::string unitWord(const std::string& word, bool isProgram) {
   const Owned<gchar, g_free> escaped(g_strescape(doubled(word, isProgram ? "%" : "%$").c_str(), nullptr));
   return fmt::format("\"{}\"", escaped.get());
 }
 
-/// Within quotes four characters need a backslash; "%" starts a field code. The key file adds the escapes of
-/// its own level.
+/// Quotes a word for a desktop entry. Within quotes, four characters need a backslash, and "%" would start a
+/// field code. The key file that the result is put into adds another level of escapes.
 std::string execWord(const std::string& word) {
   std::string result;
   for (const char c : doubled(word, "%")) {

@@ -1,4 +1,4 @@
-// The files that start the program with the desktop.
+// The texts of the files by which the desktop starts the program.
 #pragma once
 
 #include <string>
@@ -6,18 +6,17 @@
 
 namespace nivlo {
 
-/// What to run: the program's absolute path and its arguments.
+/// The program's absolute path, followed by its arguments.
 using LaunchCommand = std::vector<std::string>;
 
-/// A systemd user unit that belongs to the graphical session, and restarts a program that failed, ever more
-/// slowly.
+/// Writes a systemd user unit that belongs to the graphical session. It restarts the program if that fails,
+/// with growing pauses.
 std::string unitText(const LaunchCommand& command);
 
-/// An autostart entry of the desktop.
+/// Writes a desktop entry for the autostart folder.
 std::string autostartText(const LaunchCommand& command);
 
-/// The text of either with another preset in its command; nothing else changes. The same text where its
-/// command names no preset.
+/// Returns the text of either with another preset in its command, or unchanged if its command names none.
 std::string withPreset(const std::string& text, int preset);
 
 }  // namespace nivlo

@@ -7,7 +7,7 @@ namespace nivlo {
 namespace {
 
 constexpr std::string_view kSchemeEnd = "://";
-// Browsers take a backslash for a slash, and skip further ones.
+// Browsers treat a backslash as a slash, and skip extra slashes.
 constexpr std::string_view kSlashes = "/\\";
 constexpr std::string_view kAuthorityEnd = "/\\?# \t\r\n";
 

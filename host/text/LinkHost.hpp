@@ -1,4 +1,4 @@
-// Where a link leads.
+// Finds out where a link leads.
 #pragma once
 
 #include <cstddef>
@@ -7,14 +7,15 @@
 
 namespace nivlo {
 
-/// Bytes of a text.
+/// A range of bytes in a text.
 struct TextRange {
   std::size_t begin = 0;
-  std::size_t end = 0;
+  std::size_t end = 0;  ///< the byte after the last one
 };
 
-/// The host of the first link in the text, as a browser takes it: behind user names, which may look like a
-/// host, and before the port. Nothing when there is no link, or none that names a host.
+/// Finds the host that a browser would contact for the first link in the text: it stands after the user name,
+/// which may look like a host, and before the port. Returns nothing if there is no link, or if the link names
+/// no host.
 std::optional<TextRange> linkHost(std::string_view text);
 
 }  // namespace nivlo

@@ -36,7 +36,8 @@ int ControlClient::Answer::number(const char* key) const {
 ControlClient::Answer ControlClient::call(const char* method, GVariant* arguments) const {
   const Owned<GVariant, g_variant_unref> owned(arguments ? g_variant_ref_sink(arguments) : nullptr);
   if (!connection_) {
-    return {Outcome::NotRunning, nullptr, "there is no session bus over which a running nivlo is reached"};
+    return {Outcome::NotRunning, nullptr,
+            "there is no session bus to reach a running Nivlo on; run this inside the desktop session"};
   }
   GError* raw = nullptr;
   Owned<GVariant, g_variant_unref> values(g_dbus_connection_call_sync(
@@ -48,7 +49,7 @@ ControlClient::Answer ControlClient::call(const char* method, GVariant* argument
   }
   if (g_error_matches(error.get(), G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) ||
       g_error_matches(error.get(), G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN)) {
-    return {Outcome::NotRunning, nullptr, "nivlo does not run in this session; 'nivlo' starts it"};
+    return {Outcome::NotRunning, nullptr, "Nivlo is not running in this session; start it with 'nivlo'"};
   }
   g_dbus_error_strip_remote_error(error.get());
   return {Outcome::Refused, nullptr, error->message};

@@ -1,4 +1,4 @@
-// A talk with the nivlo that runs in this session.
+// Calls the Nivlo that is running in this session.
 #pragma once
 
 #include <chrono>
@@ -10,24 +10,27 @@
 
 namespace nivlo {
 
-/// Every call waits for its answer, for seconds at most. Any thread.
+/// A connection to the session bus for its own use. Blocks during each call, for five seconds at most. May be
+/// used on any thread.
 class ControlClient {
  public:
+  /// Connects. Without a bus, every call has the outcome NotRunning.
   ControlClient();
 
   enum class Outcome { Done, Refused, NotRunning };
   struct Answer {
     Outcome outcome = Outcome::Done;
-    Owned<GVariant, g_variant_unref> values;  ///< a tuple; null unless done
-    std::string error;                        ///< a sentence for people; empty when done
+    Owned<GVariant, g_variant_unref> values;  ///< a tuple; null unless Done
+    std::string error;                        ///< a sentence for users; empty if Done
 
-    /// A number of what GetStatus answers; 0 where it is absent.
+    /// Returns an integer from the answer to GetStatus; 0 if it is absent.
     int number(const char* key) const;
   };
-  /// Calls a method of kControlInterface. Takes the arguments, a floating tuple or null.
+  /// Calls a method of kControlInterface. `arguments` is a floating tuple, which the call takes over, or
+  /// null.
   Answer call(const char* method, GVariant* arguments = nullptr) const;
 
-  /// Waits until no nivlo runs any more. Returns false when the time is up.
+  /// Blocks until no Nivlo is running. Returns false if one still is after `timeout`.
   bool waitUntilGone(std::chrono::seconds timeout) const;
 
  private:

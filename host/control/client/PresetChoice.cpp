@@ -18,8 +18,8 @@ std::string choosePreset(int preset) {
   if (answer.outcome == ControlClient::Outcome::Done) {
     return "";
   }
-  return remembered ? "Nivlo does not run now; it shows this preset when the desktop starts it"
-                    : fmt::format("Nivlo does not run; 'nivlo --preset {}' shows this preset", preset);
+  return remembered ? "Nivlo is not running; it will show this preset when the desktop starts it"
+                    : fmt::format("Nivlo is not running; start it with 'nivlo --preset {}'", preset);
 }
 
 }  // namespace nivlo

@@ -1,15 +1,15 @@
-// The preset as the person's lasting choice.
+// Chooses a preset for now and for later.
 #pragma once
 
 #include <string>
 
 namespace nivlo {
 
-/// The preset that the running nivlo shows, counted from 1; 0 where none runs.
+/// Returns the preset that the running Nivlo shows, counted from 1; 0 if none is running.
 int shownPreset();
 
-/// Has the running nivlo show a preset, and the one that the desktop starts from now on. Returns what the
-/// person should know where that is not both now and later, empty when nothing is to be said.
+/// Makes the running Nivlo show a preset, counted from 1, and the desktop start Nivlo with it from now on.
+/// Returns a sentence for users if the running Nivlo refuses, or if none is running; else an empty text.
 std::string choosePreset(int preset);
 
 }  // namespace nivlo

@@ -26,7 +26,7 @@ Json objectFrom(GVariant* dictionary) {
   return result;
 }
 
-/// Of the types that GetStatus is documented to have.
+/// Converts the types that GetStatus has; any other becomes null.
 Json asJson(GVariant* value) {
   if (g_variant_is_of_type(value, G_VARIANT_TYPE_VARDICT)) {
     return objectFrom(value);
@@ -46,7 +46,7 @@ Json asJson(GVariant* value) {
 
 std::string whyNotAnimated(const Json& status) {
   if (status.value("paused", false)) {
-    return "paused; 'nivlo ctl resume' goes on";
+    return "paused; continue with 'nivlo ctl resume'";
   }
   if (!status.value("foreground", true)) {
     return "in the background: the session is locked, asleep or not on the screen";
@@ -59,8 +59,8 @@ std::string cameraInWords(const Json& status) {
     return visibleText(fmt::format("{} ({}, {})", camera->value("name", ""), camera->value("id", ""),
                                    camera->value("position", "")));
   }
-  return status.value("animating", false) ? "off: there is none, or it could not be opened; see the log"
-                                          : "off, because the wallpaper is not shown";
+  return status.value("animating", false) ? "off: there is none, or it could not be opened (see the log)"
+                                          : "off while the wallpaper is not shown";
 }
 
 }  // namespace

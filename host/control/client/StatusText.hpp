@@ -1,4 +1,4 @@
-// The running program's status, to be read.
+// Writes the running program's status.
 #pragma once
 
 #include <string>
@@ -7,12 +7,12 @@
 
 namespace nivlo {
 
-// Both take what GetStatus answers, an a{sv}, and end without a newline.
+// Both take the a{sv} that GetStatus answers. The results do not end in a newline.
 
-/// One JSON object; "camera" is null while none is open.
+/// Writes one JSON object with the keys of GetStatus; "camera" is null while none is open.
 std::string statusAsJson(GVariant* status);
 
-/// A line each for preset, camera, scanning and wallpaper; where the camera is off, with the reason.
+/// Writes lines for people to read, which also say why the camera is off or the wallpaper is not shown.
 std::string statusInWords(GVariant* status);
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// The program as a person at a terminal meets it, without any camera.
+// The program as a user at a terminal meets it, without a camera.
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
@@ -12,7 +12,7 @@ namespace {
 using testing::Eq;
 using testing::HasSubstr;
 
-TEST(ProgramTest, WrongUsageIsExplainedAndLeavesWithStatus2) {
+TEST(ProgramTest, WrongUsageIsExplainedAndEndsWithStatus2) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
       {{"--preset", "0"}, "'0' is not a whole number from 1"},
       {{"--seconds", "1s"}, "'1s' is not a number above 0"},
@@ -77,7 +77,7 @@ TEST(ProgramTest, ABundleThatDoesNotFitIsRefusedWithTheReason) {
   EXPECT_THAT(none.output(), HasSubstr("Info.plist"));
 }
 
-TEST(ProgramTest, WithoutPipeWireTheDemoStandsInAndScanningGoesOnAfterEachAnswer) {
+TEST(ProgramTest, WithoutPipeWireTheDemoIsShownAndScanningContinuesAfterEachAnswer) {
   const TemporaryDirectory directory;
   const auto snapshot = directory.path() / "wall.png";
   Nivlo program({"--surface", "offscreen", "--alerts", "terminal", "--size", "640x360", "--snapshot",
@@ -91,7 +91,7 @@ TEST(ProgramTest, WithoutPipeWireTheDemoStandsInAndScanningGoesOnAfterEachAnswer
   EXPECT_EQ(readPicture(snapshot).width, 640);
 }
 
-TEST(ProgramTest, HostileTextIsShownInTheTerminalButNeverSentToIt) {
+TEST(ProgramTest, HostileTextNeverReachesTheTerminalUnescaped) {
   const TemporaryDirectory directory;
   const auto picture = directory.path() / "code.png";
   writeCodePicture(picture, "QRCode", "a\x1b]0;title\a\xe2\x80\xae://b");
@@ -104,7 +104,7 @@ TEST(ProgramTest, HostileTextIsShownInTheTerminalButNeverSentToIt) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
-TEST(ProgramTest, TheTextOfACodeIsCopiedExactlyAndTheConfirmationFollows) {
+TEST(ProgramTest, ACodeIsCopiedExactlyAndThenConfirmed) {
   const TemporaryDirectory directory;
   const auto picture = directory.path() / "code.png";
   writeCodePicture(picture, "EAN13", "4006381333931");
@@ -116,7 +116,7 @@ TEST(ProgramTest, TheTextOfACodeIsCopiedExactlyAndTheConfirmationFollows) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
-TEST(ProgramTest, TheLogTellsTheProgramsLifeButNotWhatWasScanned) {
+TEST(ProgramTest, TheLogHoldsTheProgramsEventsButNotWhatWasScanned) {
   const TemporaryDirectory directory;
   const auto picture = directory.path() / "code.png";
   writeCodePicture(picture, "QRCode", "secret-of-the-code");
@@ -134,7 +134,7 @@ TEST(ProgramTest, TheLogTellsTheProgramsLifeButNotWhatWasScanned) {
   EXPECT_EQ(log.find("secret"), std::string::npos);
 }
 
-TEST(ProgramTest, WhereTheLogIsNoTerminalALongRunOfSamplesBecomesACount) {
+TEST(ProgramTest, WithoutATerminalALongRunOfSamplesBecomesACount) {
   const TemporaryDirectory directory;
   std::string lines;
   for (int i = 0; i < 20; ++i) {
@@ -157,7 +157,7 @@ TEST(ProgramTest, TheChimePlaysToItsEndWithoutASoundCard) {
   EXPECT_THAT(program.waitForExit(), Eq(0));
 }
 
-TEST(ProgramTest, WithoutACameraItSaysSoAndLivesOn) {
+TEST(ProgramTest, WithoutACameraItSaysSoAndKeepsRunning) {
   Nivlo program({"--source", "back=none", "--source", "front=none", "--seconds", "0.3"});
   EXPECT_TRUE(program.waitForLine("No video camera on this device!"));
   EXPECT_THAT(program.waitForExit(), Eq(0));

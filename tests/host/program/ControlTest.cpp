@@ -1,4 +1,4 @@
-// Nivlo as one of a session: controlled, started twice, started by the desktop.
+// One Nivlo in a session: controlled, started a second time, and started by the desktop.
 #include <glib.h>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -24,7 +24,7 @@ class ControlTest : public testing::Test {
     return environment;
   }
 
-  /// Runs it to its end with this status and returns all that it wrote.
+  /// Runs the program until it ends with this status, and returns all its output.
   std::string run(const Words& arguments, int status, const Environment& changes = {}) {
     Nivlo program(arguments, merged(session(), changes));
     EXPECT_THAT(program.waitForExit(), Eq(status)) << program.output();
@@ -38,7 +38,7 @@ class ControlTest : public testing::Test {
   const Words offscreen_{"--surface=offscreen", "--source=back=demo", "--source=front=demo", "--qr=off"};
 };
 
-TEST_F(ControlTest, EachCommandShowsInTheStatusAndAtTheCamera) {
+TEST_F(ControlTest, EachCommandTakesEffectOnTheStatusAndTheCamera) {
   Nivlo program(offscreen_, session());
   ASSERT_TRUE(program.waitForLine("camera demo:back opened"));
   run({"ctl", "pause"}, 0);
@@ -60,15 +60,15 @@ TEST_F(ControlTest, EachCommandShowsInTheStatusAndAtTheCamera) {
   EXPECT_EQ(status()["scanning"], true);
   run({"ctl", "quit"}, 0);
   EXPECT_THAT(program.waitForExit(), Eq(0));
-  EXPECT_THAT(run({"ctl", "status"}, 3), HasSubstr("does not run"));
+  EXPECT_THAT(run({"ctl", "status"}, 3), HasSubstr("not running"));
 }
 
-TEST_F(ControlTest, ASecondStartHandsItsWishesOverAndACrashLeavesNothingBehind) {
+TEST_F(ControlTest, ASecondStartPassesItsOptionsOnAndACrashDoesNotBlockTheNext) {
   Nivlo first(offscreen_, session());
   ASSERT_TRUE(first.waitForLine("opened"));
   const auto said = run({"--preset", "3", "--camera", "front", "--source", "back=none"}, 0);
   EXPECT_THAT(said, AllOf(HasSubstr(std::to_string(first.pid())), HasSubstr("it now shows preset 3"),
-                          HasSubstr("--source=back=none")));
+                          HasSubstr("--source=back=none was ignored")));
   EXPECT_EQ(status()["preset"], 3);
   EXPECT_EQ(status()["camera"]["position"], "front");
   first.kill();
@@ -76,7 +76,7 @@ TEST_F(ControlTest, ASecondStartHandsItsWishesOverAndACrashLeavesNothingBehind) 
   EXPECT_TRUE(next.waitForLine("opened"));
 }
 
-TEST_F(ControlTest, ItOutlivesTheBusAndIsReachedAgainWhenTheBusIsBack) {
+TEST_F(ControlTest, ItOutlivesTheBusAndIsReachableAgainOnceTheBusIsBack) {
   Nivlo program(offscreen_, session());
   ASSERT_TRUE(program.waitForLine("opened"));
   {
@@ -93,7 +93,7 @@ TEST_F(ControlTest, ItOutlivesTheBusAndIsReachedAgainWhenTheBusIsBack) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
-/// The words that a launcher's file has the system run, before it reads "%" and "$" in them.
+/// The command in a launcher's file as words, in which "%" and "$" are still doubled.
 Words commandIn(const std::filesystem::path& path) {
   const Owned<GKeyFile, g_key_file_unref> file(g_key_file_new());
   g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr);
@@ -107,7 +107,7 @@ Words commandIn(const std::filesystem::path& path) {
   return {parsed, parsed + count};
 }
 
-TEST_F(ControlTest, TheDesktopStartsItOnceWithTheVeryArgumentsUntilItIsRemoved) {
+TEST_F(ControlTest, TheDesktopStartsItOnceWithTheSameArgumentsUntilItIsRemoved) {
   const auto entry = bus_.configDirectory() / "autostart" / "nivlo.desktop";
   const auto unit = bus_.configDirectory() / "systemd" / "user" / "nivlo.service";
   const auto program = std::filesystem::canonical(NIVLO_PROGRAM).string();
@@ -127,6 +127,38 @@ TEST_F(ControlTest, TheDesktopStartsItOnceWithTheVeryArgumentsUntilItIsRemoved) 
   EXPECT_FALSE(std::filesystem::exists(unit));
   EXPECT_THAT(tools.read("calls"),
               AllOf(HasSubstr("enable nivlo.service"), HasSubstr("disable nivlo.service")));
+}
+
+TEST_F(ControlTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePaths) {
+  const auto here = std::filesystem::current_path().string();
+  const auto entry = bus_.configDirectory() / "autostart" / "nivlo.desktop";
+  run({"install-service",
+       "--bundle",
+       "b",
+       "--alerts",
+       "terminal",
+       "--pause",
+       "never",
+       "--output",
+       "eDP-1",
+       "--machine",
+       "iPhone4,1",
+       "--accelerometer",
+       "script:s",
+       "--source",
+       "front=file:f",
+       "--source",
+       "back=pipewire:n",
+       "--camera",
+       "front",
+       "--qr",
+       "off"},
+      0);
+  EXPECT_THAT(commandIn(entry),
+              ElementsAre(std::filesystem::canonical(NIVLO_PROGRAM).string(), "run", "--preset=1", "--qr=off",
+                          "--camera=front", "--source=back=pipewire:n", "--source=front=file:" + here + "/f",
+                          "--accelerometer=script:" + here + "/s", "--machine=iPhone4,1", "--output=eDP-1",
+                          "--pause=never", "--alerts=terminal", "--bundle=" + here + "/b"));
 }
 
 }  // namespace

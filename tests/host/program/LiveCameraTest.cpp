@@ -1,4 +1,4 @@
-// The whole road on a real PipeWire daemon with virtual cameras.
+// From the camera to the wallpaper, on a real PipeWire daemon with virtual cameras.
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
@@ -38,7 +38,7 @@ class LiveCameraTest : public testing::Test {
   PrivatePipeWire pipeWire_{bus_};
 };
 
-TEST_F(LiveCameraTest, ACodeIsOfferedAndAShakeShowsTheFrontCamera) {
+TEST_F(LiveCameraTest, ACodeIsOfferedAndShakingSwitchesToTheFrontCamera) {
   VirtualCamera backCamera(pipeWire_.environment(), back());
   VirtualCamera frontCamera(pipeWire_.environment(), front());
   Nivlo program({"--surface", "offscreen", "--alerts", "terminal", "--size", "640x360", "--snapshot",
@@ -51,13 +51,13 @@ TEST_F(LiveCameraTest, ACodeIsOfferedAndAShakeShowsTheFrontCamera) {
   ASSERT_TRUE(frontCamera.waitForStreaming()) << "after the shake";
   EXPECT_TRUE(backCamera.waitForPaused()) << "only one camera is open";
   EXPECT_TRUE(program.answer("Get an URL link: https://example.org/front", 0))
-      << "a mirrored picture is read unmirrored";
+      << "the picture is mirrored on the screen, but not where codes are read";
   EXPECT_THAT(program.terminate(), Eq(0));
   EXPECT_TRUE(frontCamera.waitForPaused()) << "the camera is released at the end";
   EXPECT_TRUE(isNear(readPicture(snapshot_).at(12, 7), kYellow, 6));
 }
 
-TEST_F(LiveCameraTest, ADaemonThatDiesAndReturnsEndsNothing) {
+TEST_F(LiveCameraTest, TheWallpaperSurvivesARestartOfTheDaemon) {
   auto backCamera = std::make_unique<VirtualCamera>(pipeWire_.environment(), back());
   Nivlo program({"--qr", "off", "--size", "640x360"}, pipeWire_.environment());
   ASSERT_TRUE(backCamera->waitForStreaming());
@@ -69,7 +69,7 @@ TEST_F(LiveCameraTest, ADaemonThatDiesAndReturnsEndsNothing) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
-TEST_F(LiveCameraTest, CamerasAreListedWithTheSideTheyLookTo) {
+TEST_F(LiveCameraTest, CamerasAreListedWithTheirSides) {
   VirtualCamera backCamera(pipeWire_.environment(), back());
   VirtualCamera frontCamera(pipeWire_.environment(), front());
   Nivlo listing({"devices"}, pipeWire_.environment());

@@ -45,11 +45,11 @@ void writeCodePicture(const std::filesystem::path& path, const std::string& form
                       Picture::Color background) {
   constexpr int kWidth = 1280;
   constexpr int kHeight = 720;
-  constexpr int kSide = 400;
+  constexpr int kCodeEdge = 400;
   const auto code = ZXing::MultiFormatWriter(ZXing::BarcodeFormatFromString(format))
                         .setEncoding(ZXing::CharacterSet::UTF8)
                         .setMargin(8)
-                        .encode(text, kSide, kSide);
+                        .encode(text, kCodeEdge, kCodeEdge);
   std::vector<std::uint8_t> pixels(kWidth * kHeight * 4);
   for (std::size_t i = 0; i < pixels.size(); ++i) {
     pixels[i] = i % 4 == 3 ? 255 : background[2 - i % 4];

@@ -14,16 +14,17 @@
 
 namespace nivlo::test {
 
-/// `nivlo` with the arguments, on a machine without PipeWire, message buses and displays, unless the
-/// environment has them.
+/// Runs `nivlo` as on a machine without PipeWire, message buses and displays, but for those that
+/// `environment` names.
 class Nivlo : public ChildProcess {
  public:
   explicit Nivlo(const std::vector<std::string>& arguments, const Environment& environment = {});
 
-  /// Where its log files are.
+  /// The folder of its log files.
   std::filesystem::path logDirectory() const { return state_->path() / "nivlo" / "Logs"; }
 
-  /// Waits until the line comes and answers the dialog that it belongs to. Returns whether it came.
+  /// Waits for a line of a dialog in the terminal, then presses this button. Returns false if the line does
+  /// not come.
   bool answer(std::string_view line, int button);
 
  private:
@@ -33,7 +34,7 @@ class Nivlo : public ChildProcess {
   std::shared_ptr<TemporaryDirectory> state_;
 };
 
-/// A picture file with one code, in the middle of a picture of 1280x720.
+/// Writes a PNG file of 1280x720 pixels with a code in the middle.
 void writeCodePicture(const std::filesystem::path& path, const std::string& format, const std::string& text,
                       Picture::Color background = {255, 255, 255});
 

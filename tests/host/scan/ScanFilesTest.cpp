@@ -45,7 +45,7 @@ class Scan : public testing::Test {
   std::ostringstream err_;
 };
 
-TEST_F(Scan, WritesALineACodeThatCannotAttackATerminal) {
+TEST_F(Scan, WritesOneLinePerCodeThatCannotAttackATerminal) {
   const auto nasty = picture("nasty.png", drawCode(BARCODE_QRCODE, "a\nb\x1b[2J\u202e"));
   const auto blank = picture("blank.png", greyPicture(320, 240));
   EXPECT_EQ(run({nasty}), 0);
@@ -56,11 +56,11 @@ TEST_F(Scan, WritesALineACodeThatCannotAttackATerminal) {
   EXPECT_EQ(err_.str(), blank.string() + ": no code found\n");
 }
 
-TEST_F(Scan, AFileThatCannotBeReadDoesNotKeepTheOthersFromBeingRead) {
+TEST_F(Scan, AnUnreadableFileDoesNotStopTheOthers) {
   const auto good = picture("good.png", drawCode(BARCODE_CODE128, "good"));
   const auto bytes = directory_.read(good);
   const auto truncated = directory_.write("truncated.png", bytes.substr(0, bytes.size() / 2));
-  const auto text = directory_.write("text.png", "this is no picture");
+  const auto text = directory_.write("text.png", "this is not a picture");
   const auto missing = directory_.path() / "missing\x1b.png";
   EXPECT_EQ(run({truncated, text, missing, good}), 1);
   EXPECT_EQ(out_.str(), good.string() + ": org.iso.Code128: good\n");
