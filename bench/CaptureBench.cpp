@@ -1,8 +1,14 @@
-// What the camera costs on its way through the wallpaper.
+// Measures what the camera's frames cost on their way through the wallpaper.
+#include <array>
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
@@ -20,7 +26,7 @@ constexpr int kWidth = 1280;
 constexpr int kHeight = 720;
 constexpr auto kFrameInterval = std::chrono::microseconds(33'333);
 
-/// Hills, a sky and a few round things: soft shades and hard edges as in a photo, without noise or codes.
+/// Draws hills, a sky and a few discs: soft shades and hard edges as in a photo, without noise or codes.
 std::uint8_t lumaAt(int x, int y) {
   const double hill = 430 + 60 * std::sin(x / 140.0) + 25 * std::sin(x / 37.0);
   double luma = y < hill ? 190 - y * 0.12 : 70 + (y - hill) * 0.15 + 12 * std::sin(x / 11.0 + y / 19.0);
@@ -33,7 +39,7 @@ std::uint8_t lumaAt(int x, int y) {
   return static_cast<std::uint8_t>(luma);
 }
 
-VideoFramePtr scene() {
+VideoFramePtr drawnScene() {
   const auto pixels = std::make_shared<std::vector<std::uint8_t>>(kWidth * kHeight * 3 / 2, 128);
   for (int y = 0; y < kHeight; ++y) {
     for (int x = 0; x < kWidth; ++x) {
@@ -49,7 +55,8 @@ VideoFramePtr scene() {
   return frame;
 }
 
-/// One camera, whose frames the benchmark pushes. The first one comes at once, so that no start waits.
+/// A single camera, whose frames the benchmark pushes. The first frame arrives at once, so that starting does
+/// not wait for one.
 class PushedCamera : public CameraDriver {
  public:
   std::vector<CameraInfo> cameras() override {
@@ -63,10 +70,11 @@ class PushedCamera : public CameraDriver {
   void push() { onFrame_(picture_); }
 
  private:
-  const VideoFramePtr picture_ = scene();
+  const VideoFramePtr picture_ = drawnScene();
   CameraFrameHandler onFrame_;
 };
 
+/// Counts the looks of its readers.
 class CountingReaderDriver : public CodeReaderDriver {
  public:
   std::atomic<int> looks{0};
@@ -94,7 +102,7 @@ class CountingReaderDriver : public CodeReaderDriver {
   std::unique_ptr<CodeReaderDriver> driver_ = makeZXingCodeReaderDriver();
 };
 
-/// A wallpaper whose camera runs.
+/// A wallpaper with its camera running. Detection is on if the gate is open.
 class RunningWallpaper {
  public:
   explicit RunningWallpaper(bool gateOpen) {
@@ -173,10 +181,10 @@ void frameThroughTheSession(benchmark::State& state, bool gateOpen) {
   state.counters["looks"] = looks;
   state.counters["looks_per_s"] = looks / std::chrono::duration<double>(Clock::now() - start).count();
   if (!gateOpen && looks > 0) {
-    state.SkipWithError("pictures were decoded while the gate was closed");
+    state.SkipWithError("frames were decoded while the gate was closed");
   }
   if (gateOpen && looks == 0) {
-    state.SkipWithError("no picture was decoded while the gate was open");
+    state.SkipWithError("no frame was decoded while the gate was open");
   }
 }
 

@@ -1,7 +1,8 @@
-// Lines per second into a file that is flushed line by line and rolled at 1 MiB: ours, and spdlog's for
-// scale. Both write to the same disk, the one under TMPDIR, and neither to the console.
+// Measures lines per second into a file that is flushed after every line and rolled at 1 MiB, by our logger
+// and, for comparison, by spdlog. Both write to the disk that TMPDIR is on, and neither to the console.
 #include <memory>
-#include <string>
+#include <string_view>
+#include <utility>
 
 #include <benchmark/benchmark.h>
 #include <spdlog/logger.h>

@@ -1,4 +1,4 @@
-// What a sample of the accelerometer costs; the wallpaper takes ten a second.
+// Measures what a sample of the accelerometer costs. The wallpaper takes ten per second.
 #include <fstream>
 
 #include <benchmark/benchmark.h>
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// On ordinary files: the price of the program's own part, without the hardware's.
+/// Reads ordinary files, so this is the cost of the program's own part without the hardware's.
 void sample(benchmark::State& state) {
   const nivlo::test::TemporaryDirectory directory;
   for (const char* attribute : {"in_accel_x_raw", "in_accel_y_raw", "in_accel_z_raw"}) {

@@ -1,11 +1,11 @@
-// A photo as a camera of some size would give it.
+// Makes a camera's picture from a photo.
 #pragma once
 
 #include "linux/codes/picture/LumaPicture.hpp"
 
 namespace nivlo::bench {
 
-/// The middle of the photo, scaled so that it fills a frame of that size.
+/// Returns the middle of the photo, scaled so that it fills a frame of this size in pixels.
 LumaBuffer cameraPicture(const LumaPicture& photo, int width, int height);
 
 }  // namespace nivlo::bench

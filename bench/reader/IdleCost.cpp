@@ -12,6 +12,7 @@
 #include <random>
 #include <stdexcept>
 #include <thread>
+#include <vector>
 
 #include "bench/reader/CameraPicture.hpp"
 #include "linux/camera/ImageFile.hpp"
@@ -30,9 +31,9 @@ constexpr int kHeight = 720;
 constexpr std::chrono::microseconds kFrameInterval{33'333};
 constexpr std::chrono::seconds kUntilIdle{8};
 constexpr std::chrono::seconds kMeasured{30};
-constexpr double kNoise = 2;
+constexpr double kNoise = 2;  // standard deviation, in levels of 255
 
-/// Some pictures of the same scene, each with noise of its own.
+/// Delivers a few pictures of the same scene in turn, each with noise of its own.
 class NoisyCamera {
  public:
   explicit NoisyCamera(const LumaPicture& scene) {
@@ -62,27 +63,27 @@ class NoisyCamera {
 double secondsOn(clockid_t clock) {
   timespec time{};
   if (clock_gettime(clock, &time) != 0) {
-    throw std::runtime_error("a reader has ended");
+    throw std::runtime_error("a reader process has ended");
   }
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-/// The CPU time of the process that this thread has started.
+/// Returns the CPU-time clock of the process that this thread has started.
 clockid_t clockOfChild() {
   pid_t child = 0;
   std::ifstream("/proc/thread-self/children") >> child;
   clockid_t clock{};
   if (child == 0 || clock_getcpuclockid(child, &clock) != 0) {
-    throw std::runtime_error("there is no reader");
+    throw std::runtime_error("no reader process is running");
   }
   return clock;
 }
 
-IdleCost watched(const LumaPicture& scene) {
+IdleCost costOfWatching(const LumaPicture& scene) {
   NoisyCamera camera(scene);
   const auto reader = pacedByScene(makeProcessCodeReaderDriver())->makeReader();
   if (!reader) {
-    throw std::runtime_error("nivlo-reader is missing");
+    throw std::runtime_error("cannot start nivlo-reader");
   }
   auto due = Clock::now();
   auto nextLook = due;
@@ -119,7 +120,7 @@ std::vector<IdleCost> measureIdleCost(const std::vector<test::Photo>& scenes) {
       if (!luma) {
         throw std::runtime_error(path.string() + ": " + image.error);
       }
-      return watched(cameraPicture(*luma, kWidth, kHeight).picture());
+      return costOfWatching(cameraPicture(*luma, kWidth, kHeight).picture());
     }));
   }
   std::vector<IdleCost> costs;

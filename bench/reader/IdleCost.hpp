@@ -1,4 +1,4 @@
-// What a camera costs that sees a still scene in which there is no code.
+// Measures what scanning costs while the camera sees a still scene without codes.
 #pragma once
 
 #include <vector>
@@ -7,14 +7,16 @@
 
 namespace nivlo::bench {
 
-/// Of one core.
+/// CPU time as a part of one core's.
 struct IdleCost {
-  double feeding = 0;  ///< by the thread that passes the camera's frames on
-  double reading = 0;  ///< by the reader's process
+  double feeding = 0;  ///< used by the thread that passes the camera's frames on
+  double reading = 0;  ///< used by the reader process
 };
 
-/// The scenes come from a camera of 1280x720 that makes 30 noisy pictures a second, all cameras at once, and
-/// are measured for half a minute once they have been looked at as a new scene is. Throws std::runtime_error.
+/// Shows each scene to a camera of its own, of 1280x720 at 30 noisy frames per second, all at the same time.
+/// Waits until the scenes no longer count as new, and then measures for half a minute. Returns one result per
+/// scene, in their order. Throws std::runtime_error if a photo cannot be loaded or a reader is missing or
+/// ends.
 std::vector<IdleCost> measureIdleCost(const std::vector<test::Photo>& scenes);
 
 }  // namespace nivlo::bench

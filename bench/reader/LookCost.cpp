@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <ctime>
-#include <memory>
+#include <optional>
+#include <vector>
 
 #define ZX_USE_UTF8
 #include <ZXing/ReadBarcode.h>
@@ -15,6 +17,7 @@
 #include "bench/reader/CameraPicture.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/codes/PictureReader.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 
 namespace nivlo::bench {
 
@@ -28,6 +31,7 @@ double cpuMilliseconds() {
   return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
+/// Writes the time of each look, and then that of the library call, to the descriptor.
 void measure(const LumaPicture& picture, int output) {
   PictureReader reader;
   std::chrono::steady_clock::time_point captureTime;
@@ -48,7 +52,8 @@ void measure(const LumaPicture& picture, int output) {
   }
 }
 
-std::vector<double> measuredApart(const LumaPicture& picture) {
+/// Returns what a child process has measured before it ended.
+std::vector<double> measuredInChild(const LumaPicture& picture) {
   int ends[2];
   if (pipe(ends) != 0) {
     return {};
@@ -87,7 +92,7 @@ LookCost measureLookCost(const std::vector<test::Photo>& photos, int width, int 
       continue;
     }
     const LumaBuffer frame = cameraPicture(*luma, width, height);
-    const std::vector<double> times = measuredApart(frame.picture());
+    const std::vector<double> times = measuredInChild(frame.picture());
     const auto looks = static_cast<std::ptrdiff_t>(std::min<std::size_t>(times.size(), kLooks));
     cost.looks.insert(cost.looks.end(), times.begin(), times.begin() + looks);
     if (times.size() > kLooks) {

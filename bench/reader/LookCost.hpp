@@ -1,4 +1,4 @@
-// What a look costs, beside one call of ZXing with the options that it has by itself.
+// Measures what a look costs, and for comparison one call of ZXing with its default options.
 #pragma once
 
 #include <vector>
@@ -9,13 +9,13 @@ namespace nivlo::bench {
 
 /// CPU time in milliseconds.
 struct LookCost {
-  std::vector<double> looks;         ///< ten of each picture
-  std::vector<double> libraryCalls;  ///< one of each picture that it survived
+  std::vector<double> looks;         ///< ten per picture
+  std::vector<double> libraryCalls;  ///< one per picture that did not crash ZXing
   int libraryCrashes = 0;
 };
 
-/// Of photos that are scaled so that they fill a frame of that size. Each is measured in a process of its
-/// own, as a call with ZXing's own options can end it.
+/// Scales each photo to fill a frame of this size, and measures it in a process of its own, because a call
+/// with ZXing's default options can crash. Photos that cannot be loaded are skipped.
 LookCost measureLookCost(const std::vector<test::Photo>& photos, int width, int height);
 
 }  // namespace nivlo::bench

@@ -1,8 +1,10 @@
-// Prints what the code reader reads of a corpus of photos, and what its looks cost.
+// Prints how much of a corpus of photos the code reader reads, and what its looks cost.
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <numeric>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -87,7 +89,7 @@ void printIdleCost(const std::vector<test::Photo>& scenes) {
              percent * (sum.feeding + sum.reading));
 }
 
-/// Every `step`th photo, with a code or without.
+/// Returns every `step`th of the photos with a code, or of those without one.
 std::vector<test::Photo> chosen(const std::vector<test::Photo>& photos, bool withCode, std::size_t step) {
   std::vector<test::Photo> result;
   std::size_t seen = 0;
@@ -111,7 +113,7 @@ int run(const std::vector<std::string>& arguments) {
   if (photos.empty()) {
     std::fputs(
         "usage: nivlo-reader-bench CORPUS [recall|cost|idle ...]\n"
-        "CORPUS is a folder with manifest.tsv and the photos it lists. All three tables are printed by "
+        "CORPUS is a folder with manifest.tsv and the photos that it lists. Prints all three tables by "
         "default.\n",
         stderr);
     return 2;

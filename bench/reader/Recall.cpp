@@ -3,11 +3,16 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <mutex>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -22,7 +27,7 @@ namespace {
 
 using std::chrono::milliseconds;
 constexpr int kLooksInASecond = 10;
-constexpr milliseconds kPatienceWithTools{20000};
+constexpr milliseconds kToolTimeout{20000};
 
 void look(const VideoFrame& still, const test::Photo& photo, Recall& recall) {
   const auto reader = makeZXingCodeReaderDriver()->makeReader();
@@ -41,7 +46,7 @@ void look(const VideoFrame& still, const test::Photo& photo, Recall& recall) {
   recall.misread += misread;
 }
 
-/// As PNG for the tools; `index` tells the files of one run apart.
+/// Writes the frame as PNG for the tools. `index` tells the files of one run apart.
 std::filesystem::path asPNG(const VideoFrame& frame, const std::filesystem::path& directory,
                             std::size_t index) {
   const int bytes = frame.format == PixelFormat::RGB ? 3 : 4;
@@ -64,8 +69,9 @@ std::filesystem::path asPNG(const VideoFrame& frame, const std::filesystem::path
   return path;
 }
 
-/// Whether the text is there, in one of the ways in which the tools write it: UPC-A and UPC-E have several.
-bool tells(const std::string& output, const test::Photo& photo) {
+/// Returns whether the output holds the photo's text in any of the forms in which the tools write it. UPC-A
+/// and UPC-E have several.
+bool holdsText(const std::string& output, const test::Photo& photo) {
   if (photo.type == "-" || photo.text.empty()) {
     return false;
   }
@@ -99,8 +105,8 @@ struct ToolResult {
 
 ToolResult run(std::vector<std::string> command, const test::Photo& photo) {
   test::ChildProcess tool(std::move(command));
-  const std::optional<int> status = tool.waitForExit(kPatienceWithTools);
-  return {tells(tool.standardOutput(), photo), !status || *status >= 128};
+  const std::optional<int> status = tool.waitForExit(kToolTimeout);
+  return {holdsText(tool.standardOutput(), photo), !status || *status >= 128};
 }
 
 }  // namespace
