@@ -1,4 +1,4 @@
-// A camera.
+// The cameras of the machine.
 #pragma once
 
 #include <memory>
@@ -11,21 +11,28 @@
 
 namespace nivlo {
 
+/// The media type of cameras, and the only one there is.
 inline constexpr std::string_view AVMediaTypeVideo = "vide";
 
+/// A camera, as it was described when this object was made. The object does not open the camera: an
+/// AVCaptureSession does, through an AVCaptureDeviceInput. It stays valid while the camera is unplugged.
 class AVCaptureDevice {
  public:
   explicit AVCaptureDevice(CameraInfo info) : info_(std::move(info)) {}
 
-  /// The first camera that looks to the back, else the first there is; null when there is none. Main thread
-  /// only.
+  /// Returns the first camera that faces back, or else the first of all. Null when there is no camera, and
+  /// for a media type other than AVMediaTypeVideo. Main thread only.
   static std::shared_ptr<AVCaptureDevice> defaultDeviceWithMediaType(std::string_view mediaType);
-  /// All cameras, in the driver's order. Main thread only.
+  /// Returns the cameras that are plugged in now, the preferred one first. Empty for a media type other than
+  /// AVMediaTypeVideo. Main thread only.
   static std::vector<std::shared_ptr<AVCaptureDevice>> devicesWithMediaType(std::string_view mediaType);
 
+  /// Which way the camera faces; Unspecified for most webcams.
   AVCaptureDevicePosition position() const { return info_.position; }
   bool hasMediaType(std::string_view mediaType) const { return mediaType == AVMediaTypeVideo; }
+  /// Identifies the camera; a camera that is unplugged and plugged in again keeps it.
   const std::string& uniqueID() const { return info_.uniqueID; }
+  /// The camera's name for people, for example "Integrated Camera".
   const std::string& localizedName() const { return info_.localizedName; }
 
  private:

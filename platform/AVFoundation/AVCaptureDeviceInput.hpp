@@ -1,4 +1,4 @@
-// A camera as a session's input.
+// The camera that a capture session uses.
 #pragma once
 
 #include <memory>
@@ -8,18 +8,21 @@
 
 namespace nivlo {
 
+/// What is added to an AVCaptureSession to make it use a camera. Making one does not open the camera.
 class AVCaptureDeviceInput {
  public:
-  /// Null for a null device.
+  /// Makes an input for the camera. Null for a null device.
   static std::shared_ptr<AVCaptureDeviceInput> deviceInputWithDevice(
       std::shared_ptr<AVCaptureDevice> device) {
     return device ? std::shared_ptr<AVCaptureDeviceInput>(new AVCaptureDeviceInput(std::move(device)))
                   : nullptr;
   }
+  /// The same as deviceInputWithDevice.
   static std::shared_ptr<AVCaptureDeviceInput> initWithDevice(std::shared_ptr<AVCaptureDevice> device) {
     return deviceInputWithDevice(std::move(device));
   }
 
+  /// The camera; never null.
   const std::shared_ptr<AVCaptureDevice>& device() const { return device_; }
 
  private:

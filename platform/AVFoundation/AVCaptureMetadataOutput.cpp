@@ -101,18 +101,18 @@ void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, Code
     const auto start = std::chrono::steady_clock::now();
     if (frame) {
       lookAt(*frame, reader, sightings, reported);
-      frame.reset();  // the camera may be short of buffers
+      frame.reset();  // The camera may need its buffer before the next frame is due.
     }
     std::unique_lock lock(mutex_);
     frameCame_.wait_until(lock, stop, start + reader.lookInterval(), [] { return false; });
   }
 }
 
-/// The delegate is held for the look only: whoever lets go of it should be the last to.
+/// Holds the delegate only while it examines the frame, so that the delegate's owner is the one to end it.
 void AVCaptureMetadataOutput::lookAt(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
                                      std::vector<DecodedCode>& reported) {
   const auto delegate = metadataObjectsDelegate();
-  // The gate may have closed since the frame came.
+  // The delegate may have changed its mind since the frame came.
   if (!delegate || reportUnderWay_ || !delegate->wantsMetadataObjects()) {
     return;
   }

@@ -1,4 +1,4 @@
-// Finds machine-readable codes in a session's picture and reports them.
+// Finds machine-readable codes in a camera's picture and reports them.
 #pragma once
 
 #include <atomic>
@@ -22,29 +22,41 @@ namespace nivlo {
 class AVCaptureMetadataOutput;
 class AVCaptureSession;
 
-/// The way from a session's inputs to an output.
+/// Tells a delegate where a report comes from.
 struct AVCaptureConnection {
-  std::weak_ptr<AVCaptureSession> session;
+  std::weak_ptr<AVCaptureSession> session;  ///< the session that the output is in
 };
 
+/// Receives the codes that an AVCaptureMetadataOutput finds.
 class AVCaptureMetadataOutputObjectsDelegate {
  public:
   virtual ~AVCaptureMetadataOutputObjectsDelegate() = default;
 
-  /// A report, on the queue given to setMetadataObjectsDelegate.
+  /// Reports the codes that have just come into view: at least one, and of several the one that the user
+  /// points at last. Called on the queue given to setMetadataObjectsDelegate.
   virtual void captureOutput(AVCaptureMetadataOutput& output, const MetadataObjects& objects,
                              const AVCaptureConnection& connection) = 0;
 
-  /// Whether a report would be taken now. While it would not, no picture is looked at. Asked for every frame,
-  /// on any thread, so it must be as cheap as reading a flag.
+  /// Whether the delegate would act on a report now. While it returns false, no frame is examined, which
+  /// saves most of the cost of scanning. Called for every frame and on any thread, so it must be as cheap as
+  /// reading an atomic flag.
   virtual bool wantsMetadataObjects() const { return true; }
 };
 
-/// Looks at the newest frame, as often as the reader says, on a thread of its own that runs while the session
-/// runs. A code that stays in view is reported once, and again after it has been out of view for a second;
-/// time in which the delegate wants no report does not count. While a report is on its way no other is made;
-/// one that the delegate no longer wants when it arrives is dropped, and its codes count as not reported.
-/// Operations are for the main thread, except where they say otherwise.
+/// Finds codes in the frames of a capture session and reports each to a delegate when it comes into view.
+///
+/// To scan, add the output to a session, set the delegate and its queue, and choose the types. While the
+/// session runs, a thread of the output's own takes the newest frame as often as the code reader allows, and
+/// skips the frames between. It examines none while there is no delegate, while the delegate's
+/// wantsMetadataObjects() is false, while no type is chosen, and while the previous report waits in the
+/// queue.
+///
+/// A code that stays in view is reported once. It is reported again after it has been out of view for a
+/// second; time during which no frame is examined does not count towards that second. A report that the
+/// delegate does not want any more when its turn comes is dropped, and its codes are reported again if they
+/// are still in view.
+///
+/// Main thread only, except where a comment says otherwise.
 class AVCaptureMetadataOutput : public CaptureFrameConsumer,
                                 public std::enable_shared_from_this<AVCaptureMetadataOutput> {
  public:
@@ -53,26 +65,33 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
   AVCaptureMetadataOutput(const AVCaptureMetadataOutput&) = delete;
   AVCaptureMetadataOutput& operator=(const AVCaptureMetadataOutput&) = delete;
 
-  /// The delegate is not kept alive; the queue is. Callable from any thread.
+  /// Sets who receives the reports, and the serial queue that they are delivered on. The output keeps the
+  /// queue alive but not the delegate. Reports are lost while the queue is null. Callable from any thread.
   void setMetadataObjectsDelegate(const std::shared_ptr<AVCaptureMetadataOutputObjectsDelegate>& delegate,
                                   dispatch_queue_t queue);
+  /// Null when none is set, or when it is gone. Callable from any thread.
   std::shared_ptr<AVCaptureMetadataOutputObjectsDelegate> metadataObjectsDelegate() const;
+  /// Callable from any thread.
   dispatch_queue_t metadataObjectsCallbackQueue() const;
 
-  /// What the reader knows, once the output is in a session that has a camera; nothing before.
+  /// Returns the types that this machine can find (see AVMetadataObject.hpp). Empty until the output is in a
+  /// session that has a camera.
   std::vector<std::string> availableMetadataObjectTypes() const;
-  /// The types that are reported; none at first, and then no picture is looked at.
+  /// Callable from any thread.
   std::vector<std::string> metadataObjectTypes() const;
+  /// Chooses the types to report; none is chosen at first. A type that is not among the available ones is
+  /// never reported. Callable from any thread.
   void setMetadataObjectTypes(std::vector<std::string> types);
 
-  /// The session that the output is in, or null.
+  /// The session that the output is in. Null before it is added to one, and once that session is gone.
   std::shared_ptr<AVCaptureSession> session() const { return session_.lock(); }
 
-  /// For the session: joining it, and its starts and stops. Stopping waits for a look that is under way.
+  // The session calls these. Stopping waits until the frame that is being examined is done with.
   void setSession(const std::shared_ptr<AVCaptureSession>& session) { session_ = session; }
   void startReading();
   void stopReading();
 
+  /// Called on the camera's thread.
   void consume(const CaptureFrame& frame) override;
 
  private:

@@ -15,7 +15,7 @@ constexpr std::chrono::seconds kLongestStart{2};
 
 }  // namespace
 
-/// Hands each frame to whoever takes frames. The driver's thread shares it with the session.
+/// Hands each frame to the consumers. Shared by the session and the camera's thread.
 class AVCaptureSession::Feed {
  public:
   void add(std::weak_ptr<CaptureFrameConsumer> consumer) {
@@ -60,8 +60,8 @@ class AVCaptureSession::Feed {
 };
 
 std::shared_ptr<AVCaptureSession> AVCaptureSession::init() {
-  // A frame on its way holds those who take it, and with a preview layer its session: a camera must not be
-  // closed on the thread that delivers its frames.
+  // While a frame is delivered, the camera's thread holds its consumers, and through a preview layer the
+  // session. A camera must not be closed on its own thread, so the session is destroyed on the main one.
   return ownedByMainThread(std::unique_ptr<AVCaptureSession>(new AVCaptureSession));
 }
 
@@ -140,13 +140,13 @@ std::shared_ptr<AVCaptureDevice> AVCaptureSession::chosenDevice() const {
   return inputs_.empty() ? nullptr : inputs_.front()->device();
 }
 
-/// Replaces the open camera only once the new one is there.
+/// Keeps the open camera until the new one is open.
 bool AVCaptureSession::openChosenDevice() {
   const auto device = chosenDevice();
   if (!device || !drivers().cameras) {
     return false;
   }
-  // A front camera is shown as a mirror would show it.
+  // People expect to see themselves as in a mirror.
   const bool mirrored = device->position() == AVCaptureDevicePosition::Front;
   auto stream =
       drivers().cameras->open(device->uniqueID(), [feed = feed_, mirrored](const VideoFramePtr& picture) {

@@ -1,4 +1,4 @@
-// A camera at work: what it takes in and who gets it.
+// Runs a camera and hands its frames to layers and outputs.
 #pragma once
 
 #include <memory>
@@ -14,8 +14,10 @@ namespace nivlo {
 
 class AVCaptureMetadataOutput;
 
-/// Holds at most one camera. While it runs, the camera is open and its frames go to the preview layers and
-/// the outputs. Main thread only, but for the frames, which arrive on the driver's thread.
+/// Connects a camera with the preview layers that show its picture and the outputs that examine it. The
+/// camera is open while the session runs, and only then. A session has at most one input.
+///
+/// Main thread only. The frames travel on the camera's thread, so nothing that takes them may block.
 class AVCaptureSession : public std::enable_shared_from_this<AVCaptureSession> {
  public:
   using Inputs = std::vector<std::shared_ptr<AVCaptureDeviceInput>>;
@@ -26,43 +28,48 @@ class AVCaptureSession : public std::enable_shared_from_this<AVCaptureSession> {
   AVCaptureSession(const AVCaptureSession&) = delete;
   AVCaptureSession& operator=(const AVCaptureSession&) = delete;
 
-  /// A snapshot.
+  /// Returns a copy, which later changes leave alone.
   Inputs inputs() const { return inputs_; }
-  /// False for null, and while there is a camera already.
+  /// False for null, and while the session has an input.
   bool canAddInput(const std::shared_ptr<AVCaptureDeviceInput>& input) const;
-  /// An input that cannot be added is left out; within a configuration that makes it one to be rolled back
-  /// (see commitConfiguration).
+  /// Adds the input; a running session opens its camera. An input that cannot be added is left out, and the
+  /// configuration that it was part of may be rolled back for it (see commitConfiguration).
   void addInput(const std::shared_ptr<AVCaptureDeviceInput>& input);
+  /// Removes the input; a running session closes its camera. Does nothing for an input that the session does
+  /// not have.
   void removeInput(const std::shared_ptr<AVCaptureDeviceInput>& input);
 
-  /// False for null, for an output that this session has, and for one that another session has.
+  /// False for null, and for an output that is in a session already, be it this one or another.
   bool canAddOutput(const std::shared_ptr<AVCaptureMetadataOutput>& output) const;
-  /// An output that cannot be added is left out.
+  /// Adds the output, for the rest of the session's life. An output that cannot be added is left out.
   void addOutput(const std::shared_ptr<AVCaptureMetadataOutput>& output);
   const Outputs& outputs() const { return outputs_; }
 
-  /// Changes between these two take effect together, at the outermost commit. A running session opens the new
-  /// camera before it lets the old one go. Where an input was refused, by addInput or by the camera's driver,
-  /// and the session would be left without its camera, the configuration is rolled back: the inputs are again
-  /// those at the beginning, and the picture goes on.
+  /// Begins a change that takes effect as one step, at the matching commitConfiguration(). Changes may be
+  /// nested; then the outermost commit counts.
   void beginConfiguration();
+  /// Makes the change. A running session opens the new camera before it closes the old one, so the picture
+  /// does not go dark between them. Where the new input was refused, by addInput or because its camera cannot
+  /// be opened, and the session would be left without a camera, the change is rolled back: the inputs are
+  /// those from before it, and the picture goes on. Does nothing without a matching beginConfiguration().
   void commitConfiguration();
 
-  /// Opens the camera and waits for its first frame, for 2 s at most; a camera that needs longer shows its
-  /// picture when it has one. Without a camera, or when it is refused, the session runs without a picture.
+  /// Opens the camera and waits up to 2 s for its first frame; a slower camera's picture appears when it
+  /// comes. Without an input, or when the camera cannot be opened, the session runs without a picture until
+  /// its configuration changes. Does nothing while the session runs.
   void startRunning();
-  /// Closes the camera; no frame goes out once it has returned.
+  /// Closes the camera. No frame is handed out once this has returned. Does nothing while the session is
+  /// stopped.
   void stopRunning();
   bool isRunning() const { return running_; }
 
-  /// The camera whose frames are coming, or null.
+  /// The camera that is open; null while the session is stopped or has no picture.
   std::shared_ptr<AVCaptureDevice> activeDevice() const { return activeDevice_; }
 
-  /// Nothing about a session can be observed, so there is never an observation to remove; asking does
-  /// nothing.
+  /// Does nothing: no property of a session can be observed, so there is never an observer to remove.
   void removeObserver(const void* observer, std::string_view keyPath) const;
 
-  /// Lets the consumer take frames for as long as it lives.
+  /// Hands every frame to the consumer for as long as that lives. The session does not keep it alive.
   void addConsumer(const std::shared_ptr<CaptureFrameConsumer>& consumer);
 
  private:

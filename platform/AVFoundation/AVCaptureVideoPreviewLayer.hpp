@@ -1,4 +1,4 @@
-// The layer that shows what the camera sees.
+// A layer that shows a camera's picture.
 #pragma once
 
 #include <memory>
@@ -10,20 +10,28 @@
 
 namespace nivlo {
 
+/// Shows the picture of a capture session: upright, and mirrored when it is a front camera's. The last frame
+/// stays while the session is stopped. The layer keeps its session alive.
+///
+/// Main thread only, except where a comment says otherwise.
 class AVCaptureVideoPreviewLayer : public CALayer, public CaptureFrameConsumer {
  public:
-  /// A layer that shows the session's picture; an empty one for a null session.
+  /// Makes a layer that shows the session's picture. For a null session it stays empty.
   static std::shared_ptr<AVCaptureVideoPreviewLayer> initWithSession(
       std::shared_ptr<AVCaptureSession> session);
 
+  /// How the picture is fitted into the layer: ResizeAspect until it is set.
   AVLayerVideoGravity videoGravity() const override { return gravity_; }
+  /// Seen when any layer of the tree next gets a picture.
   void setVideoGravity(AVLayerVideoGravity gravity) { gravity_ = gravity; }
 
-  /// The same code with its corners and bounds in this layer's coordinates; null for null.
+  /// Returns the reported code with its corners and bounds in this layer's coordinates, for the layer's size
+  /// and gravity of now. Null for null. Convert each reported object only once: the result does not remember
+  /// that it was converted.
   std::shared_ptr<const AVMetadataMachineReadableCodeObject> transformedMetadataObjectForMetadataObject(
       const std::shared_ptr<const AVMetadataMachineReadableCodeObject>& object) const;
 
-  /// Makes the frame the layer's picture. The last one stays while the session is stopped.
+  /// Makes the frame the layer's picture. Called on the camera's thread.
   void consume(const CaptureFrame& frame) override;
 
  private:

@@ -11,15 +11,17 @@
 
 namespace nivlo {
 
+/// The codes that a metadata output has seen lately. One thread at a time.
 class CodeSightings {
  public:
   using Time = std::chrono::steady_clock::time_point;
 
-  /// Takes note of what a look at this time found. Returns the codes, in the order given, that come into view
-  /// with it: not seen within the last second of watching. A pause between looks counts as watching for a
-  /// quarter of a second only: what was not watched cannot have left.
+  /// Records what was read in a frame, and returns, in the same order, the codes that have come into view
+  /// with it: those that were not seen during the last second of watching. A gap between two frames counts as
+  /// at most a quarter of a second of watching, for a code cannot have been seen to leave while nobody
+  /// watched.
   std::vector<DecodedCode> comingIntoView(std::vector<DecodedCode> seen, Time now);
-  /// As if these had never been seen.
+  /// Forgets that these codes were seen: they come into view anew.
   void forget(const std::vector<DecodedCode>& codes);
 
  private:

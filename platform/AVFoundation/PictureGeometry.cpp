@@ -7,7 +7,8 @@ namespace nivlo {
 
 namespace {
 
-/// With y growing downwards, a counter-clockwise quarter turn takes the top right corner to the top left.
+/// Maps a picture of this size to its upright version. As y grows downwards, a quarter turn counter-clockwise
+/// takes the top right corner to the top left.
 CGAffineTransform turnUpright(int rotation, double width, double height) {
   switch (rotation) {
     case 90:

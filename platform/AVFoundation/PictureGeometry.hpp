@@ -1,4 +1,4 @@
-// The one place that knows how a camera's picture comes to lie in a layer.
+// How a picture is turned, mirrored and fitted into a layer: the one place that knows.
 #pragma once
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
@@ -6,24 +6,27 @@
 
 namespace nivlo {
 
+/// How a picture is fitted into a layer of different proportions. It is never distorted.
 enum class AVLayerVideoGravity {
-  ResizeAspect,      ///< the whole picture, with bars where the shapes differ
-  ResizeAspectFill,  ///< the layer filled, the picture cropped where the shapes differ
+  ResizeAspect,      ///< the whole picture, with bars beside it or above and below
+  ResizeAspectFill,  ///< the whole layer, with the picture's edges cropped
 };
 
-/// How a delivered picture is to be shown: turned upright first, then mirrored.
+/// The size of a picture as the camera delivered it, and how to show it: turned upright first, then mirrored.
 struct PictureGeometry {
   int width = 0;          ///< pixels, as delivered
   int height = 0;         ///< pixels, as delivered
-  int rotation = 0;       ///< counter-clockwise, 0, 90, 180 or 270 degrees
-  bool mirrored = false;  ///< left and right exchanged in the upright picture, as a mirror shows it
+  int rotation = 0;       ///< degrees to turn counter-clockwise: 0, 90, 180 or 270
+  bool mirrored = false;  ///< exchange left and right of the upright picture, as a mirror does
 
   bool operator==(const PictureGeometry&) const = default;
 };
 
+/// The geometry of a frame that is shown mirrored or not.
 PictureGeometry pictureGeometry(const VideoFrame& frame, bool mirrored);
 
-/// Maps pixels of the delivered picture to the coordinates of a layer of this size.
+/// Maps pixels of the delivered picture to the coordinates of a layer of this size. The identity for a
+/// picture without pixels.
 CGAffineTransform pictureToLayer(const PictureGeometry& picture, CGSize layer, AVLayerVideoGravity gravity);
 
 }  // namespace nivlo

@@ -28,7 +28,7 @@ SystemSound* soundWithID(SystemSoundID soundID) {
   return found == systemSounds().end() ? nullptr : &found->second;
 }
 
-/// The completion may dispose of the sound, so nothing of it is touched afterwards.
+/// The completion may dispose of the sound, so this must not touch the sound after calling it.
 void finish(SystemSoundID soundID, std::uint64_t playback) {
   auto* sound = soundWithID(soundID);
   if (!sound) {

@@ -1,4 +1,4 @@
-// Outlines of straight lines.
+// Paths of straight lines, for outlines of shapes.
 #pragma once
 
 #include <memory>
@@ -8,6 +8,7 @@
 
 namespace nivlo {
 
+/// One step of a path.
 struct CGPathElement {
   enum class Type { MoveToPoint, AddLineToPoint, CloseSubpath };
   Type type = Type::MoveToPoint;
@@ -15,22 +16,25 @@ struct CGPathElement {
   bool operator==(const CGPathElement&) const = default;
 };
 
-/// The elements in the order in which they were added.
+/// A path: its elements in the order in which they were added.
 struct CGPath {
   std::vector<CGPathElement> elements;
   bool operator==(const CGPath&) const = default;
 };
 
+/// A shared path. The functions below require one that is not null, except for CGPathRelease.
 using CGMutablePathRef = std::shared_ptr<CGPath>;
 
+/// Makes an empty path.
 CGMutablePathRef CGPathCreateMutable();
-/// A null transform uses the point as it is.
+/// Begins a new subpath at the point. A null transform leaves the point as it is.
 void CGPathMoveToPoint(const CGMutablePathRef& path, const CGAffineTransform* transform, double x, double y);
+/// Adds a straight line from the last point. A null transform leaves the point as it is.
 void CGPathAddLineToPoint(const CGMutablePathRef& path, const CGAffineTransform* transform, double x,
                           double y);
-/// Joins the last point to the subpath's first.
+/// Closes the subpath with a line from its last point to its first.
 void CGPathCloseSubpath(const CGMutablePathRef& path);
-/// Gives up this reference.
+/// Sets the reference to null; the path is freed with its last reference.
 void CGPathRelease(CGMutablePathRef& path);
 
 }  // namespace nivlo

@@ -50,7 +50,8 @@ void CMMotionManager::startAccelerometerUpdatesToQueue(std::shared_ptr<NSOperati
 }
 
 void CMMotionManager::stopAccelerometerUpdates() {
-  std::unique_ptr<AccelerometerStream> ended;  // waits for its thread when it goes, outside the lock
+  // Destroyed outside the lock, because its destructor may wait for the driver's thread.
+  std::unique_ptr<AccelerometerStream> ended;
   {
     const std::lock_guard lock(mutex_);
     if (active_) {

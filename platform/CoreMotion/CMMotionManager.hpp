@@ -1,4 +1,4 @@
-// The device's motion.
+// The motion of the device, as its accelerometer measures it.
 #pragma once
 
 #include <atomic>
@@ -12,39 +12,51 @@
 
 namespace nivlo {
 
+/// One sample of the accelerometer. Immutable.
 class CMAccelerometerData {
  public:
   explicit CMAccelerometerData(CMAcceleration acceleration) : acceleration_(acceleration) {}
+  /// In units of g; AccelerometerDriver.hpp says which way the axes point.
   CMAcceleration acceleration() const { return acceleration_; }
 
  private:
   CMAcceleration acceleration_;
 };
 
+/// Why an operation failed.
 struct NSError {
-  std::string localizedDescription;
+  std::string localizedDescription;  ///< a sentence for people
 };
 
-/// Operations are callable from any thread, also from within the handler.
+/// Delivers samples of the accelerometer. Everything may be called from any thread, and from within the
+/// handler.
+///
+/// On a machine without an accelerometer no sample arrives, which is not an error. A sensor that appears
+/// later is used from then on.
 class CMMotionManager {
  public:
-  /// `data` is null when the sensor had nothing to say; `error` is null on success.
+  /// `data` is null when the sensor gave no sample this time. `error` is null, unless the sensor has failed
+  /// for good. Both are valid during the call only.
   using AccelerometerHandler = std::function<void(const CMAccelerometerData* data, const NSError* error)>;
 
   static std::shared_ptr<CMMotionManager> init();
+  /// Stops the updates.
   ~CMMotionManager();
   CMMotionManager(const CMMotionManager&) = delete;
   CMMotionManager& operator=(const CMMotionManager&) = delete;
 
-  /// Seconds, greater than 0. Takes effect with the next start.
+  /// Sets the time between two samples, in seconds; it must be greater than 0. Takes effect when updates are
+  /// next started. A hundredth of a second until it is set.
   void setAccelerometerUpdateInterval(double seconds);
   double accelerometerUpdateInterval() const;
 
-  /// Delivers samples on the queue until stopped; both are held until then. Nothing happens while updates run
-  /// already, or for a null queue.
+  /// Calls the handler on the queue with one sample after the other, until stopped. Keeps the queue and the
+  /// handler, with all it captures, alive until then. Does nothing while updates are running, and for a null
+  /// queue.
   void startAccelerometerUpdatesToQueue(std::shared_ptr<NSOperationQueue> queue,
                                         AccelerometerHandler handler);
-  /// No handler starts once this has returned, but on another thread one may still be running.
+  /// Ends the samples. No call of the handler begins after this has returned, but one that has begun on
+  /// another thread may still be running. Does nothing while updates are stopped.
   void stopAccelerometerUpdates();
 
  private:

@@ -1,4 +1,4 @@
-// Queues of work: serial ones, each on a thread of its own, and the main one.
+// Work queues: serial ones, each with a thread of its own, and the main one.
 #pragma once
 
 #include <functional>
@@ -8,32 +8,37 @@
 
 namespace nivlo {
 
+/// A queue that runs work in order, one piece after the other. Made by dispatch_queue_create.
 class DispatchQueue {
  public:
   virtual ~DispatchQueue() = default;
+  /// What dispatch_async does.
   virtual void async(std::function<void()> work) = 0;
+  /// The name that the queue was made with, which its thread bears too; "main" for the main queue.
   virtual std::string label() const = 0;
 };
 
+/// A reference to a queue.
 using dispatch_queue_t = std::shared_ptr<DispatchQueue>;
 
-/// A serial queue: one thread, named after the queue's label, that runs its work in order. When the last
-/// reference goes, what is queued is still run and the thread is joined (or, where the last reference goes on
-/// the queue's own thread, left to end by itself).
+/// Makes a serial queue: a thread, named after the label, that runs the queue's work in order. When the last
+/// reference to the queue goes, the work that is queued still runs before the thread ends. The caller who
+/// drops that reference waits for it, unless it is the queue's own thread.
 dispatch_queue_t dispatch_queue_create(std::string_view label);
 
-/// The queue of the main thread's event loop. Work given to it while no main queue is installed is dropped.
+/// The queue of the main thread's event loop. Drops the work that it is given while no main queue driver is
+/// installed.
 dispatch_queue_t dispatch_get_main_queue();
 
-/// Puts the work at the queue's end and returns at once. Callable from any thread. Nothing happens on a null
-/// queue.
+/// Adds the work to the end of the queue and returns at once. Callable from any thread. Does nothing for a
+/// null queue. The work must not throw.
 void dispatch_async(const dispatch_queue_t& queue, std::function<void()> work);
 
-/// Whether the caller is on the main thread; true while no main queue is installed.
+/// Whether the caller is on the main thread. Always true while no main queue driver is installed.
 bool isMainThread();
 
-/// Lets the last reference to a main-thread object go on the main thread, wherever it is dropped: a
-/// background thread that had promoted a weak reference may be the one to drop it.
+/// Makes the object shared, and has it destroyed on the main thread no matter which thread drops the last
+/// reference. That may be a background thread that holds one for a moment, by promoting a weak reference.
 template <typename Object>
 std::shared_ptr<Object> ownedByMainThread(std::unique_ptr<Object> object) {
   return std::shared_ptr<Object>(object.release(), [](Object* last) {

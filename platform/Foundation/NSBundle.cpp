@@ -25,7 +25,7 @@ MainBundle& currentMainBundle() {
   return main;
 }
 
-/// Keys with values of other kinds (arrays, dictionaries, dates) are passed over: nothing here asks for them.
+/// Leaves out arrays, dictionaries, dates and data, because nothing asks for them.
 NSDictionary dictionaryFromPropertyList(const pugi::xml_node& dict) {
   NSDictionary result;
   for (const auto& key : dict.children("key")) {
@@ -50,7 +50,7 @@ std::shared_ptr<NSBundle> NSBundle::bundleWithPath(const std::filesystem::path& 
   const auto result = document.load_file(infoPath.c_str());
   const auto dict = document.child("plist").child("dict");
   if (!result || !dict) {
-    *error = infoPath.string() + ": " + (result ? "it holds no property list" : result.description());
+    *error = infoPath.string() + ": " + (result ? "it does not hold a property list" : result.description());
     return nullptr;
   }
   return std::shared_ptr<NSBundle>(new NSBundle(path, dictionaryFromPropertyList(dict)));

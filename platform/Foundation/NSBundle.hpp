@@ -1,4 +1,4 @@
-// A folder with code, resources and a description of both.
+// A folder of code and resources, and the Info.plist that describes it.
 #pragma once
 
 #include <filesystem>
@@ -12,31 +12,39 @@
 
 namespace nivlo {
 
-/// The layout is flat: Info.plist, the shared object and the resources lie side by side.
+/// A bundle: a folder in which Info.plist, the shared object and the resources lie side by side. Immutable.
+///
+/// A wallpaper finds its own bundle with bundleForClass, and its resources with pathForResource.
 class NSBundle {
  public:
-  /// Reads the folder's Info.plist. Null, with the cause in `*error`, where there is no readable one.
+  /// Opens the bundle in a folder by reading its Info.plist, an XML property list. When that cannot be read,
+  /// returns null and writes the cause to `*error`.
   static std::shared_ptr<NSBundle> bundleWithPath(const std::filesystem::path& path, std::string* error);
 
-  /// The program itself; never null. Its infoDictionary is empty until the program says who it is. Callable
-  /// from any thread.
+  /// The bundle of the program that runs, not of the wallpaper. Never null; its infoDictionary is empty until
+  /// setMainBundle is called. Callable from any thread.
   static std::shared_ptr<const NSBundle> mainBundle();
-  /// Says it: the folder of the program and, above all, CFBundleName and CFBundleVersion. Callable from any
-  /// thread; who has asked for the bundle before keeps the earlier one.
+  /// Called by the program at its start: sets its folder and its description, of which the log uses
+  /// CFBundleName and CFBundleVersion. Callable from any thread; those who hold the earlier main bundle keep
+  /// it.
   static void setMainBundle(std::filesystem::path path, NSDictionary info);
 
-  /// The bundle that was registered as the holder of the class; null if none was.
+  /// The bundle that the class of this name was loaded from; null for a class that no bundle was registered
+  /// for. Main thread only.
   static std::shared_ptr<NSBundle> bundleForClass(std::string_view className);
-  /// Main thread only.
+  /// Called by the host when it loads a bundle: records that the class comes from it, in place of any earlier
+  /// bundle. Main thread only.
   static void registerClass(std::string_view className, std::shared_ptr<NSBundle> bundle);
 
+  /// The folder; empty for a main bundle that was not set.
   const std::filesystem::path& bundlePath() const { return path_; }
-  /// The strings, numbers and booleans at the top of Info.plist.
+  /// The strings, numbers and booleans at the top level of Info.plist. Values of other kinds are left out.
   const NSDictionary& infoDictionary() const { return info_; }
-  /// The string under the key; empty where there is none.
+  /// The string under the key in infoDictionary(); empty when there is none.
   std::string infoString(std::string_view key) const;
 
-  /// The path of the file NAME.TYPE in the bundle; nothing where there is no such file.
+  /// The path of the file "name.type" in the folder, for example pathForResource("bell", "m4a"). Absent when
+  /// there is no such regular file.
   std::optional<std::filesystem::path> pathForResource(std::string_view name, std::string_view type) const;
 
  private:

@@ -1,4 +1,4 @@
-// A small dictionary that keeps the order in which its keys were put in.
+// A small dictionary that keeps its entries in the order in which they were added.
 #pragma once
 
 #include <initializer_list>
@@ -10,34 +10,38 @@
 
 namespace nivlo {
 
-/// What a dictionary holds: a boolean number, a number or a string.
+/// A value in a dictionary: a boolean, a number, or a string in UTF-8.
 using NSValue = std::variant<bool, double, std::string>;
 
+/// Strings mapped to values, for example the options of a wallpaper. A value type: copies are independent.
+/// Every look-up searches from the start, so this is for tens of entries, not for thousands.
 class NSDictionary {
  public:
   using Entry = std::pair<std::string, NSValue>;
 
   NSDictionary() = default;
-  /// Keys must be distinct.
+  /// A dictionary of these entries. Their keys must be distinct.
   NSDictionary(std::initializer_list<Entry> entries) : entries_(entries) {}
 
-  /// The key's value, or null. Valid until the dictionary changes.
+  /// The value under the key; null when there is none. Valid until the dictionary changes.
   const NSValue* objectForKey(std::string_view key) const;
-  /// Overwrites the value of a key that is there; appends one that is not.
+  /// Sets the value under the key. A key that is there already keeps its place in the order.
   void setObject(NSValue value, std::string_view key);
 
+  /// The entries in their order.
   const std::vector<Entry>& entries() const { return entries_; }
+  /// Equal dictionaries have equal entries in the same order.
   bool operator==(const NSDictionary&) const = default;
 
  private:
   std::vector<Entry> entries_;
 };
 
-/// The value read as a boolean: a number that is not 0, or a string that begins (after white space, a sign
-/// and zeros) with Y, y, T, t or a digit 1 to 9. False for null.
+/// Reads the value as a boolean. A number is true when it is not 0. A string is true when, after white space,
+/// a sign and zeros, it begins with Y, y, T, t or a digit from 1 to 9. Null is false.
 bool boolValue(const NSValue* value);
 
-/// Whether the value is exactly this string. False for null and for anything but a string.
+/// Whether the value is this very string. False for null, and for a value that is not a string.
 bool isEqualToString(const NSValue* value, std::string_view text);
 
 }  // namespace nivlo

@@ -24,7 +24,7 @@ std::unique_ptr<NSFileHandle> NSFileHandle::fileHandleForWritingAtPath(const std
   if (!is_regular_file(status) && !is_character_file(status)) {
     return nullptr;
   }
-  // "e": programs that are started must not inherit the file.
+  // "e" closes the file in programs that are started, so that they do not inherit it.
   File file(std::fopen(path.c_str(), "abe"));
   if (!file || std::setvbuf(file.get(), nullptr, _IONBF, 0) != 0) {
     return nullptr;

@@ -1,4 +1,4 @@
-// An open file.
+// Appending to files.
 #pragma once
 
 #include <cstdint>
@@ -9,23 +9,24 @@
 
 namespace nivlo {
 
-/// Writes go straight to the system, with no buffer between, and always to the file's end, even when another
-/// process appends to the same file. One thread at a time.
+/// A file that is open for writing. Whatever is written goes to the system at once, without a buffer, and
+/// always to the end of the file, even while other processes append to it too. Programs that this one starts
+/// do not inherit the file. To be used by one thread at a time.
 class NSFileHandle {
  public:
-  /// Opens a file that is there. Null where there is none, or none that can be written to: only regular files
-  /// and character devices are opened, for a pipe would keep the caller waiting for a reader.
+  /// Opens an existing file. Null when there is none, when it cannot be written to, and when it is neither a
+  /// regular file nor a character device: opening a pipe would wait for a reader.
   static std::unique_ptr<NSFileHandle> fileHandleForWritingAtPath(const std::filesystem::path& path);
 
-  /// Moves to the end and returns its offset: the file's length in bytes. Throws NSException when the system
-  /// refuses, and once the file is closed.
+  /// Moves to the end of the file and returns its length in bytes. Throws NSException when the system
+  /// refuses, and when the file is closed.
   std::uint64_t seekToEndOfFile();
 
-  /// Writes all of it. Throws NSException when that fails, for example on a full disk, and once the file is
-  /// closed; what was written before the failure stays in the file.
+  /// Appends all of the data. Throws NSException when that fails, for example on a full disk, and when the
+  /// file is closed. The part that was written before the failure stays in the file.
   void writeData(std::string_view data);
 
-  /// Further calls change nothing. The destructor closes too.
+  /// Closes the file, as the destructor does. Does nothing for a file that is closed already.
   void closeFile() { file_.reset(); }
 
  private:

@@ -21,8 +21,8 @@ void NSNotificationCenter::addObserver(std::weak_ptr<const void> observer, Handl
 
 void NSNotificationCenter::removeObserver(const void* observer) { takeOut(observer); }
 
-/// Takes out this observer's observations and those of the dead. The caller lets go of them, without the
-/// lock: what they hold may use this centre as it goes.
+/// Takes out the observations of this observer and of those that are gone. The caller destroys them, without
+/// the lock, because what they hold may use this centre as it is destroyed.
 NSNotificationCenter::Observations NSNotificationCenter::takeOut(const void* observer) {
   Observations out;
   std::vector<std::shared_ptr<const void>> promoted;

@@ -1,4 +1,4 @@
-// Named events inside the process.
+// Notifications: named events within the process.
 #pragma once
 
 #include <functional>
@@ -10,28 +10,33 @@
 
 namespace nivlo {
 
+/// An event. UIApplication.hpp names those that the program posts.
 struct NSNotification {
   std::string name;
-  const void* object = nullptr;  ///< the sender; only ever compared
+  const void* object = nullptr;  ///< the sender, or null; compare it, but do not follow it
 };
 
+/// Passes notifications from those who post them to those who observe them. Callable from any thread, and
+/// from within handlers.
 class NSNotificationCenter {
  public:
   using Handler = std::function<void(const NSNotification&)>;
 
+  /// The one centre of the process.
   static NSNotificationCenter& defaultCenter();
 
-  /// Calls the handler for each notification of this name from this sender, or from any where `object` is
-  /// null. The observer is not kept alive: once it is gone its registrations count for nothing, so there is
-  /// no need to remove them. The handler should not hold the observer either.
+  /// Has the handler called for each notification of this name, from this sender or, when `object` is null,
+  /// from any. Nothing keeps the observer alive: once it is gone, its handlers are not called any more, so
+  /// they need not be removed. A handler that captures its observer must do so weakly.
   void addObserver(std::weak_ptr<const void> observer, Handler handler, std::string_view name,
                    const void* object = nullptr);
 
-  /// Removes all registrations of the observer, also for a notification that is being posted.
+  /// Removes all registrations of the observer. That takes effect even for a notification that is being
+  /// posted.
   void removeObserver(const void* observer);
 
-  /// Calls the handlers, in the order in which they were added, on the caller's thread, and returns when all
-  /// have run. An observer that is added meanwhile is not told of it.
+  /// Calls the handlers on the caller's thread, in the order in which they were added, and returns after the
+  /// last. Those that are added meanwhile are not called.
   void postNotificationName(std::string_view name, const void* object = nullptr);
 
  private:

@@ -1,4 +1,4 @@
-// What every object that categories extend has in common.
+// Values attached to objects from outside.
 #pragma once
 
 #include <any>
@@ -8,20 +8,22 @@
 
 namespace nivlo {
 
-/// Values that others attach to an object under a key of their own: that is how a category keeps state. Each
-/// read and each write is atomic: a reader sees the old value or the new one, whole.
+/// The base of objects to which others may attach values. That is how a category, a set of functions that
+/// extends a class from outside, keeps state of its own in an object. Callable from any thread: a reader gets
+/// either the old value or the new one.
 class NSObject {
  public:
   virtual ~NSObject() = default;
 
-  /// Replaces the value under the key; an empty value clears it. A non-owning attachment is a weak pointer in
-  /// the value.
+  /// Attaches the value under a key, in place of an earlier one; an empty value clears it. The key is an
+  /// address that nobody else uses, such as that of a static variable. To attach an object without keeping it
+  /// alive, attach a weak pointer to it.
   void setAssociatedObject(const void* key, std::any value) {
     const std::lock_guard lock(mutex_);
     associated_[key].swap(value);
   }
 
-  /// A copy of the value under the key; empty where there is none.
+  /// Returns a copy of the value under the key; empty when there is none.
   std::any associatedObject(const void* key) const {
     const std::lock_guard lock(mutex_);
     const auto found = associated_.find(key);

@@ -1,4 +1,4 @@
-// Where a program keeps its things.
+// Where the program keeps its files.
 #pragma once
 
 #include <filesystem>
@@ -6,9 +6,10 @@
 
 namespace nivlo {
 
-/// The directory for what the program itself writes down for this user: "nivlo" in $XDG_STATE_HOME where that
-/// is an absolute path, else in ~/.local/state. Nothing where there is no home directory either. It need not
-/// exist. Reads the environment: not to be called while another thread changes that.
+/// The directory in which the program keeps what it writes for the user, such as the log: "nivlo" in
+/// $XDG_STATE_HOME or, when that is not an absolute path, in $HOME/.local/state. Absent when $HOME is not an
+/// absolute path either. The directory need not exist. Reads the environment, so do not call this while
+/// another thread changes that.
 std::optional<std::filesystem::path> userLibraryDirectory();
 
 }  // namespace nivlo

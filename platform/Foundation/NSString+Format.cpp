@@ -6,7 +6,7 @@ namespace nivlo {
 
 namespace {
 
-/// "%@" becomes "%s": every object has been turned into its description by then.
+/// Replaces "%@" by "%s", as the arguments for it are strings by now.
 std::string withObjectDirectivesAsStrings(std::string_view format) {
   std::string result(format);
   for (std::size_t i = 0; i < result.size(); ++i) {

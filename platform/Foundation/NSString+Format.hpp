@@ -1,4 +1,4 @@
-// The platform's string formats, made safe by types.
+// Formatted strings, with printf's directives and with %@ for objects.
 #pragma once
 
 #include <concepts>
@@ -10,17 +10,13 @@
 
 namespace nivlo {
 
-/// Anything with a description can stand for "%@".
+/// A type with a description() is an object that "%@" formats.
 template <typename T>
 concept Describable = requires(const T& value) {
   { value.description() } -> std::convertible_to<std::string>;
 };
 
-/// A format in the platform's syntax ("%@", "%d", "%f", "%.2f", "%s", "%x", "%%", with flags, width and
-/// precision) filled in from typed arguments. An argument that does not fit its directive, or is missing,
-/// yields the text
-/// "<format error: cause: the format>" in place of the message: a bad log line must never take the program
-/// down.
+/// What stringWithFormat calls.
 std::string vStringWithFormat(std::string_view format, fmt::printf_args arguments);
 
 namespace detail {
@@ -40,6 +36,11 @@ auto formatArgument(const T& value) {
 
 }  // namespace detail
 
+/// Fills in a format: "%@" takes a string or an object with a description; "%d", "%ld", "%f", "%.2f", "%s",
+/// "%x" and "%%" are printf's, with its flags, width and precision. The types of the arguments are known, so
+/// length modifiers such as "l" may be left out, and strings may hold any bytes. When an argument is missing
+/// or does not fit its directive, the result is "<format error: CAUSE: FORMAT>", because a bad log line must
+/// not end the program.
 template <typename... Arguments>
 std::string stringWithFormat(std::string_view format, const Arguments&... arguments) {
   return [&](const auto&... converted) {

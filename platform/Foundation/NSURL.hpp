@@ -1,4 +1,4 @@
-// Links.
+// URLs: links, and the addresses of files.
 #pragma once
 
 #include <filesystem>
@@ -9,21 +9,23 @@
 
 namespace nivlo {
 
+/// An absolute URL. Immutable.
 class NSURL {
  public:
-  /// An absolute URL with these very bytes, or nothing where the text is none: it must begin with a scheme
-  /// and hold only the characters that RFC 3986 (sections 2 and 3.1) allows, with every "%" followed by two
-  /// hexadecimal digits.
+  /// Makes a URL of exactly these bytes. Absent when they are not a URL: the text must begin with a scheme,
+  /// hold only characters that RFC 3986 (sections 2 and 3.1) allows, and have two hexadecimal digits after
+  /// every "%".
   static std::optional<NSURL> URLWithString(std::string_view text);
 
-  /// The file URL of an absolute path: every byte that RFC 3986 does not leave unreserved is escaped, but for
-  /// "/".
+  /// Makes the file URL of an absolute path. Every byte but "/" and the characters that RFC 3986 calls
+  /// unreserved is escaped.
   static NSURL fileURLWithPath(const std::filesystem::path& path);
 
+  /// The URL's text.
   const std::string& absoluteString() const { return text_; }
-  /// In lower case, without the colon.
+  /// The scheme in lower case and without its colon, for example "https".
   std::string scheme() const;
-  /// The path that a file URL of this machine stands for; nothing for any other URL.
+  /// The path that a file URL without a host stands for. Absent for any other URL.
   std::optional<std::filesystem::path> filePath() const;
 
  private:

@@ -28,14 +28,14 @@ struct SerialWorker::State {
       work.pop_front();
       lock.unlock();
       next();
-      next = nullptr;  // what the work held is let go before the lock is taken again
+      next = nullptr;  // Destroys what the work captured before the lock is taken again.
       lock.lock();
     }
   }
 };
 
 SerialWorker::SerialWorker(std::string name) : state_(std::make_shared<State>()) {
-  // The thread shares the state, so that it can outlive a worker that is destroyed on its own thread.
+  // The thread shares the state, because it outlives a worker that is destroyed on its own thread.
   state_->thread = std::thread([state = state_, name = std::move(name)] {
     NSThread::currentThread().setName(name);
     state->run();

@@ -1,4 +1,4 @@
-// One thread that runs what it is given, in order.
+// A thread that runs work in order.
 #pragma once
 
 #include <functional>
@@ -7,16 +7,18 @@
 
 namespace nivlo {
 
+/// Runs the work that it is given on a thread of its own, one piece after the other.
 class SerialWorker {
  public:
-  /// Starts the thread, which bears the name given (see NSThread::setName).
+  /// Starts the thread and names it (see NSThread::setName).
   explicit SerialWorker(std::string name);
-  /// Runs what is queued, then joins the thread; on that thread itself it only lets it end.
+  /// Waits until the work in the queue has run and the thread has ended. On that thread itself it returns at
+  /// once, and the thread ends after the work.
   ~SerialWorker();
   SerialWorker(const SerialWorker&) = delete;
   SerialWorker& operator=(const SerialWorker&) = delete;
 
-  /// Callable from any thread.
+  /// Adds work to the end of the queue. The work must not throw. Callable from any thread.
   void post(std::function<void()> work);
 
  private:

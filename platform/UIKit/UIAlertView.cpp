@@ -8,11 +8,11 @@ namespace nivlo {
 
 namespace {
 
-/// The delegate, or one with the interface's own answers where there is none.
-std::shared_ptr<UIAlertViewDelegate> orNobody(std::shared_ptr<UIAlertViewDelegate> delegate) {
-  static const auto nobody = std::make_shared<UIAlertViewDelegate>();
+/// The delegate or, when it is null, one that ignores everything.
+std::shared_ptr<UIAlertViewDelegate> orSilent(std::shared_ptr<UIAlertViewDelegate> delegate) {
+  static const auto silent = std::make_shared<UIAlertViewDelegate>();
   if (!delegate) {
-    delegate = nobody;
+    delegate = silent;
   }
   return delegate;
 }
@@ -56,7 +56,7 @@ void UIAlertView::show() {
   }
   state_ = State::Visible;
   tappedIndex_.reset();
-  const auto told = orNobody(delegate());
+  const auto told = orSilent(delegate());
   told->willPresentAlertView(*this);
   AlertContent content{title_.value_or(""), message_.value_or(""), buttons_, cancelButtonIndex_};
   if (firstOtherButtonIndex() >= 0 && !told->alertViewShouldEnableFirstOtherButton(*this)) {
@@ -64,7 +64,7 @@ void UIAlertView::show() {
   }
   const auto self = shared_from_this();
   presenter->present(std::move(content),
-                     {.appeared = [self] { orNobody(self->delegate())->didPresentAlertView(*self); },
+                     {.appeared = [self] { orSilent(self->delegate())->didPresentAlertView(*self); },
                       .tapped = [self](long index) { self->tapped(index); },
                       .cancelled = [self] { self->cancelled(); },
                       .gone = [self] { self->gone(); }});
@@ -76,8 +76,8 @@ void UIAlertView::tapped(long buttonIndex) {
   }
   state_ = State::Dismissing;
   tappedIndex_ = buttonIndex;
-  orNobody(delegate())->alertViewClickedButtonAtIndex(*this, buttonIndex);
-  orNobody(delegate())->alertViewWillDismissWithButtonIndex(*this, buttonIndex);
+  orSilent(delegate())->alertViewClickedButtonAtIndex(*this, buttonIndex);
+  orSilent(delegate())->alertViewWillDismissWithButtonIndex(*this, buttonIndex);
 }
 
 void UIAlertView::cancelled() {
@@ -85,40 +85,40 @@ void UIAlertView::cancelled() {
     return;
   }
   state_ = State::Dismissing;
-  orNobody(delegate())->alertViewCancel(*this);
+  orSilent(delegate())->alertViewCancel(*this);
 }
 
 void UIAlertView::gone() {
   state_ = State::Hidden;
   if (tappedIndex_) {
-    orNobody(delegate())->alertViewDidDismissWithButtonIndex(*this, *tappedIndex_);
+    orSilent(delegate())->alertViewDidDismissWithButtonIndex(*this, *tappedIndex_);
   }
 }
 
 void UIAlertView::willPresentAlertView(UIAlertView& alert) {
-  orNobody(categoryMethods_)->willPresentAlertView(alert);
+  orSilent(categoryMethods_)->willPresentAlertView(alert);
 }
 
 void UIAlertView::didPresentAlertView(UIAlertView& alert) {
-  orNobody(categoryMethods_)->didPresentAlertView(alert);
+  orSilent(categoryMethods_)->didPresentAlertView(alert);
 }
 
-void UIAlertView::alertViewCancel(UIAlertView& alert) { orNobody(categoryMethods_)->alertViewCancel(alert); }
+void UIAlertView::alertViewCancel(UIAlertView& alert) { orSilent(categoryMethods_)->alertViewCancel(alert); }
 
 void UIAlertView::alertViewClickedButtonAtIndex(UIAlertView& alert, long buttonIndex) {
-  orNobody(categoryMethods_)->alertViewClickedButtonAtIndex(alert, buttonIndex);
+  orSilent(categoryMethods_)->alertViewClickedButtonAtIndex(alert, buttonIndex);
 }
 
 void UIAlertView::alertViewWillDismissWithButtonIndex(UIAlertView& alert, long buttonIndex) {
-  orNobody(categoryMethods_)->alertViewWillDismissWithButtonIndex(alert, buttonIndex);
+  orSilent(categoryMethods_)->alertViewWillDismissWithButtonIndex(alert, buttonIndex);
 }
 
 void UIAlertView::alertViewDidDismissWithButtonIndex(UIAlertView& alert, long buttonIndex) {
-  orNobody(categoryMethods_)->alertViewDidDismissWithButtonIndex(alert, buttonIndex);
+  orSilent(categoryMethods_)->alertViewDidDismissWithButtonIndex(alert, buttonIndex);
 }
 
 bool UIAlertView::alertViewShouldEnableFirstOtherButton(UIAlertView& alert) {
-  return orNobody(categoryMethods_)->alertViewShouldEnableFirstOtherButton(alert);
+  return orSilent(categoryMethods_)->alertViewShouldEnableFirstOtherButton(alert);
 }
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// The modal alert.
+// Alerts: short dialogs with buttons.
 #pragma once
 
 #include <memory>
@@ -13,11 +13,12 @@ namespace nivlo {
 
 class UIAlertView;
 
-/// Only the plain alert exists here: no text fields.
+/// How an alert looks. There are no alerts with text fields here, so there is one style only.
 enum class UIAlertViewStyle : long { Default = 0 };
 
-/// What an alert tells its delegate, on the main thread, in this order: will present, did present, then for a
-/// tap clicked, will dismiss and did dismiss; or, where the system takes the alert away, cancel alone.
+/// Is told what happens to an alert, on the main thread. An alert that the user answers calls, in this order,
+/// willPresent, didPresent, clickedButton, willDismiss and didDismiss. One that the system takes away calls
+/// cancel in place of the last three.
 class UIAlertViewDelegate {
  public:
   virtual ~UIAlertViewDelegate() = default;
@@ -27,18 +28,22 @@ class UIAlertViewDelegate {
   virtual void alertViewClickedButtonAtIndex(UIAlertView&, long /*buttonIndex*/) {}
   virtual void alertViewWillDismissWithButtonIndex(UIAlertView&, long /*buttonIndex*/) {}
   virtual void alertViewDidDismissWithButtonIndex(UIAlertView&, long /*buttonIndex*/) {}
-  /// Asked once, when the alert is shown.
+  /// Whether the first button other than the cancel button can be pressed. Called once, when the alert is
+  /// shown.
   virtual bool alertViewShouldEnableFirstOtherButton(UIAlertView&) { return true; }
 };
 
-/// Buttons are numbered in the order in which they were added; the cancel button, where there is one, comes
-/// first. Main thread only.
+/// An alert: a title, a message and buttons. Its buttons have indexes from 0, in the order in which they were
+/// added; a cancel button that was given to initWithTitle comes first. The screen keeps a shown alert alive,
+/// so its maker may drop it. An alert can be shown again after it has been dismissed. Main thread only.
 class UIAlertView : public NSObject,
                     public UIAlertViewDelegate,
                     public std::enable_shared_from_this<UIAlertView> {
  public:
+  /// A text in UTF-8; absent where the alert has none.
   using Text = std::optional<std::string>;
 
+  /// Makes an alert without showing it. Without a cancel button title there is no cancel button.
   static std::shared_ptr<UIAlertView> initWithTitle(Text title, Text message,
                                                     const std::shared_ptr<UIAlertViewDelegate>& delegate,
                                                     Text cancelButtonTitle,
@@ -49,29 +54,31 @@ class UIAlertView : public NSObject,
   UIAlertViewStyle alertViewStyle() const { return style_; }
   void setAlertViewStyle(UIAlertViewStyle style) { style_ = style; }
 
-  /// Returns the new button's index.
+  /// Adds a button and returns its index. An alert that is shown does not change.
   long addButtonWithTitle(const std::string& title);
   long numberOfButtons() const { return static_cast<long>(buttons_.size()); }
-  /// Nothing for an index that no button has.
+  /// Absent when no button has this index.
   Text buttonTitleAtIndex(long index) const;
-  /// -1 when there is no cancel button.
+  /// 0, or -1 when there is no cancel button.
   long cancelButtonIndex() const { return cancelButtonIndex_; }
-  /// -1 when there is no other button.
+  /// The index of the first button after the cancel button, or -1 when there is none.
   long firstOtherButtonIndex() const;
 
-  /// The delegate is not kept alive; null once it is gone.
+  /// Null when there is no delegate, or when it is gone: an alert does not keep its delegate alive.
   std::shared_ptr<UIAlertViewDelegate> delegate() const { return delegate_.lock(); }
   void setDelegate(const std::shared_ptr<UIAlertViewDelegate>& delegate) { delegate_ = delegate; }
 
-  /// What the alert does with the notifications when it is its own delegate. A category brings these methods,
-  /// as it cannot add any to this class; without them the alert ignores its own notifications.
+  /// Sets what the alert does when it is its own delegate: it then passes what it is told on to `methods`,
+  /// and ignores it while they are null. That is how a category gives this class delegate methods from
+  /// outside.
   void setCategoryMethods(std::shared_ptr<UIAlertViewDelegate> methods) {
     categoryMethods_ = std::move(methods);
   }
 
-  /// Shows the alert and returns at once; the screen keeps it alive. Nothing happens where it is already
-  /// shown, or where nothing can show it.
+  /// Shows the alert, on top of those that are shown already, and returns at once. Does nothing while the
+  /// alert is shown, and on a machine that cannot show any.
   void show();
+  /// Whether the alert is on the screen, or leaving it.
   bool isVisible() const { return state_ == State::Visible || state_ == State::Dismissing; }
 
   void willPresentAlertView(UIAlertView& alert) override;

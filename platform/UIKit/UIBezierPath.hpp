@@ -1,4 +1,4 @@
-// An outline that can be drawn.
+// Paths as objects.
 #pragma once
 
 #include <memory>
@@ -8,13 +8,15 @@
 
 namespace nivlo {
 
+/// A path that does not change any more.
 class UIBezierPath {
  public:
-  /// Keeps a copy of the path; later changes to it do not show.
+  /// Copies the path, so that later changes to it make no difference. A null path counts as an empty one.
   static std::shared_ptr<UIBezierPath> bezierPathWithCGPath(const CGMutablePathRef& path);
-  /// A closed rectangle, clockwise from its origin.
+  /// Makes a closed rectangle, clockwise from its top left corner.
   static std::shared_ptr<UIBezierPath> bezierPathWithRect(CGRect rect);
 
+  /// The path's elements.
   const struct CGPath& CGPath() const { return path_; }
 
  private:

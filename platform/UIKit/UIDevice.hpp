@@ -8,17 +8,18 @@
 
 namespace nivlo {
 
-/// Callable from any thread. All texts are empty while no driver says what the machine is.
+/// Tells what machine this is. All texts are empty while no device identity driver is installed. Callable
+/// from any thread.
 class UIDevice : public NSObject {
  public:
-  /// The same object for the whole process; never null.
+  /// The one device of the process; never null.
   static std::shared_ptr<UIDevice> currentDevice();
 
   /// The machine identifier, for example "iPhone4,1" or "x86_64".
   std::string machine() const;
-  /// The product's name for people.
+  /// The product's name for people, for example "LENOVO 20XW".
   std::string model() const;
-  /// The operating system's version for people.
+  /// The operating system's version for people, for example "12".
   std::string systemVersion() const;
 };
 

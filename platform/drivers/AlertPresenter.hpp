@@ -1,4 +1,4 @@
-// What shows an alert to a person.
+// The driver that shows alerts to the user.
 #pragma once
 
 #include <functional>
@@ -7,26 +7,26 @@
 
 namespace nivlo {
 
-/// Everything a presenter needs to draw an alert. The texts may hold anything: control characters, markup,
-/// any length.
+/// What an alert shows. The texts come from scanned codes too, so they may hold anything: control characters,
+/// markup, and any number of characters.
 struct AlertContent {
   std::string title;
   std::string message;
-  std::vector<std::string> buttons;
-  long cancelButtonIndex = -1;    ///< -1 when there is no cancel button
-  long disabledButtonIndex = -1;  ///< a button that cannot be pressed, -1 when there is none
+  std::vector<std::string> buttons;  ///< their titles; an alert without buttons is possible
+  long cancelButtonIndex = -1;       ///< -1 when there is no cancel button
+  long disabledButtonIndex = -1;     ///< the button that cannot be pressed; -1 when all can
 };
 
-/// What a presenter reports back, on the main thread. `appeared` comes first, then either one `tapped` or one
-/// `cancelled`.
+/// What a presenter calls on the main thread: `appeared`, then either `tapped` or `cancelled`, then `gone`,
+/// each once.
 struct AlertCallbacks {
   std::function<void()> appeared;
   std::function<void(long buttonIndex)> tapped;
-  std::function<void()> cancelled;  ///< the system took the alert away; nobody pressed a button
-  std::function<void()> gone;       ///< the alert has left the screen; always last
+  std::function<void()> cancelled;  ///< the alert was taken away before a button was pressed
+  std::function<void()> gone;       ///< the alert has left the screen
 };
 
-/// Alerts stack: a later one lies on top of an earlier one. Main thread only.
+/// Shows alerts, a later one on top of an earlier one. Main thread only.
 class AlertPresenter {
  public:
   virtual ~AlertPresenter() = default;
@@ -34,8 +34,8 @@ class AlertPresenter {
   /// Shows the alert and returns at once; no callback runs before it has returned.
   virtual void present(AlertContent content, AlertCallbacks callbacks) = 0;
 
-  /// Takes every alert away, the newest first: the program is about to end. Their callbacks run before it
-  /// returns.
+  /// Takes all alerts away, the newest first, when the program is about to end. Their callbacks have run when
+  /// this returns.
   virtual void cancelAll() = 0;
 };
 

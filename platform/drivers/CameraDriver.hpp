@@ -1,4 +1,4 @@
-// Where cameras come from.
+// The driver that finds and opens cameras.
 #pragma once
 
 #include <functional>
@@ -10,36 +10,39 @@
 
 namespace nivlo {
 
-/// Which way a camera looks. The values are the platform's own.
+/// Which way a camera faces: away from the user, or towards the user. The values are fixed, as wallpapers use
+/// them as numbers.
 enum class AVCaptureDevicePosition : long { Unspecified = 0, Back = 1, Front = 2 };
 
+/// A camera that can be opened.
 struct CameraInfo {
-  std::string uniqueID;       ///< stays the same while the camera is unplugged and comes back
-  std::string localizedName;  ///< for people
+  std::string uniqueID;       ///< the same again when the camera is unplugged and plugged in
+  std::string localizedName;  ///< its name for people
   AVCaptureDevicePosition position = AVCaptureDevicePosition::Unspecified;
 };
 
-/// An open camera. Destroying it closes the camera; no frame arrives once the destructor has returned. The
-/// destructor may be called on any thread but the one that delivers the frames.
+/// An open camera. Destroying it closes the camera; the handler is not called after the destructor has
+/// returned. Destroy it on any thread but the one that calls the handler.
 class CameraStream {
  public:
   virtual ~CameraStream() = default;
 };
 
-/// Receives frames on the driver's own thread, one at a time. It must be quick and must not close the stream.
+/// Receives the frames of an open camera, on a thread of the driver's own and one at a time. It must be quick
+/// and must not destroy the stream.
 using CameraFrameHandler = std::function<void(VideoFramePtr)>;
 
-/// All cameras of one kind. Called on the main thread only.
+/// All cameras of one kind. Main thread only.
 class CameraDriver {
  public:
   virtual ~CameraDriver() = default;
 
-  /// The cameras there are now, in a stable order, the preferred one first.
+  /// Returns the cameras that can be opened now, in an order that stays the same, the preferred one first.
   virtual std::vector<CameraInfo> cameras() = 0;
 
-  /// Opens a camera and lets its frames come; does not wait for the first. Null when the camera is refused:
-  /// unknown, or taken for good. A camera that goes away later is picked up again, by its unique ID, when it
-  /// returns: the stream stays, frames pause. It never changes over to another camera.
+  /// Opens a camera without waiting for its first frame. Null when there is no such camera, or when it cannot
+  /// be opened. A camera that is unplugged later delivers no frames until it is plugged in again; the stream
+  /// then finds it by its unique ID, and never changes to another camera.
   virtual std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) = 0;
 };
 

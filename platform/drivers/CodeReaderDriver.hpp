@@ -1,4 +1,4 @@
-// What finds machine-readable codes in a picture.
+// The driver that reads machine-readable codes.
 #pragma once
 
 #include <chrono>
@@ -11,37 +11,38 @@
 
 namespace nivlo {
 
+/// A code that was read in a frame.
 struct DecodedCode {
-  std::string type;  ///< metadata-object type identifier, for example "org.iso.QRCode"
-  std::string text;  ///< UTF-8; may be empty, may hold NUL
-  /// In pixels of the frame as it was delivered (neither mirrored nor turned), clockwise from the code's own
-  /// top left.
+  std::string type;  ///< one of kMachineReadableCodeTypes, for example "org.iso.QRCode"
+  std::string text;  ///< UTF-8; may be empty, and may hold NUL
+  /// The corners, clockwise from the one that is at the top left when the code is upright, in pixels of the
+  /// frame as the camera delivered it, neither turned upright nor mirrored.
   std::vector<CGPoint> corners;
 };
 
-/// Looks at frames, one after the other, always from the same thread. It may remember what it saw: successive
-/// looks at one scene can try different strategies, so a code that one look misses is found by a later one.
+/// Reads the codes in the frames of one camera, one frame after the other. It may try another strategy for
+/// each frame, so that a code missed in one frame is found in a later one. Used by one thread at a time.
 class CodeReader {
  public:
   virtual ~CodeReader() = default;
 
-  /// One look, of bounded cost. Any frame is acceptable; one that cannot be read yields no codes. Never
-  /// throws.
+  /// Looks for codes in the frame, at a bounded cost, and returns those it has read, the one that the user
+  /// points at last. Returns none for a frame in a format that it cannot read. Does not throw.
   virtual std::vector<DecodedCode> look(const VideoFrame& frame) = 0;
 
-  /// The least time from one look to the next. Asked for after each look, as it may change.
+  /// The shortest time from the start of one look to the start of the next. It may change with every look.
   virtual std::chrono::milliseconds lookInterval() const { return std::chrono::milliseconds(100); }
 };
 
-/// Called on the main thread.
+/// Makes readers. Main thread only.
 class CodeReaderDriver {
  public:
   virtual ~CodeReaderDriver() = default;
 
-  /// Type identifiers of the symbologies that the readers know.
+  /// The types of code, from kMachineReadableCodeTypes, that the readers find.
   virtual std::vector<std::string> availableTypes() const = 0;
 
-  /// A reader for one run of scanning.
+  /// Makes a reader for one run of a session. Null when there can be none.
   virtual std::unique_ptr<CodeReader> makeReader() = 0;
 };
 

@@ -1,11 +1,11 @@
-// What machine this is.
+// The driver that knows what machine this is.
 #pragma once
 
 #include <string>
 
 namespace nivlo {
 
-/// Callable from any thread.
+/// Tells what machine this is. Callable from any thread.
 class DeviceIdentity {
  public:
   virtual ~DeviceIdentity() = default;

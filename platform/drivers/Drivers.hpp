@@ -1,4 +1,4 @@
-// The set of drivers that stands behind the frameworks.
+// The drivers on which the frameworks are built.
 #pragma once
 
 #include <memory>
@@ -16,8 +16,8 @@
 
 namespace nivlo {
 
-/// An absent driver is a machine without that component: the frameworks then do nothing and answer null,
-/// false or 0.
+/// What the frameworks need of a machine. A driver that is null stands for a machine that lacks the
+/// component: the frameworks then do nothing, and return null, false or 0.
 struct Drivers {
   std::unique_ptr<LogSink> logSink;
   std::unique_ptr<MainQueueDriver> mainQueue;
@@ -31,11 +31,11 @@ struct Drivers {
   std::unique_ptr<DeviceIdentity> device;
 };
 
-/// Installs the drivers for the whole process, before any framework object exists. Installing again replaces
-/// them, once every object that used the earlier ones is gone. Not thread-safe.
+/// Installs the drivers of the process. To be called before any framework object is made; to replace the
+/// drivers, also after all such objects are gone. No other thread may use the frameworks meanwhile.
 void installDrivers(Drivers drivers);
 
-/// The installed drivers; all absent before the first installation.
+/// The installed drivers; all null before the first installation.
 Drivers& drivers();
 
 }  // namespace nivlo

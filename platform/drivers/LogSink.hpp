@@ -1,17 +1,18 @@
-// Where console lines go.
+// The driver that takes the lines of the system log.
 #pragma once
 
 #include <string_view>
 
 namespace nivlo {
 
+/// The system log. Callable from any thread, and from several at once.
 class LogSink {
  public:
   virtual ~LogSink() = default;
 
-  /// Writes one line; `message` holds no line end of its own at its end, but may hold others. `format` is the
-  /// text the message was made from, the same for all lines of one kind. Callable from any thread, several at
-  /// once.
+  /// Writes one line. `message` does not end in a line end, but may contain some. `format` is what the
+  /// message was made from: all lines of one kind have the same format, which lets a sink limit how often
+  /// they are written.
   virtual void write(std::string_view format, std::string_view message) = 0;
 };
 

@@ -1,16 +1,16 @@
-// The main thread's event loop, as much of it as the frameworks need.
+// The driver that runs work on the main thread.
 #pragma once
 
 #include <functional>
 
 namespace nivlo {
 
+/// The event loop of the main thread, as far as the frameworks need it. Callable from any thread.
 class MainQueueDriver {
  public:
   virtual ~MainQueueDriver() = default;
 
-  /// Runs `work` on the main thread, after whatever was posted before it. Callable from any thread; returns
-  /// at once.
+  /// Has the work run on the main thread, after what was posted before it, and returns at once.
   virtual void post(std::function<void()> work) = 0;
 
   /// Whether the caller is on the main thread.

@@ -1,4 +1,4 @@
-// Plays short sounds.
+// The driver that plays short sounds.
 #pragma once
 
 #include <filesystem>
@@ -7,20 +7,20 @@
 
 namespace nivlo {
 
-/// A sound that plays. Destroying it ends the sound; its completion is then not called any more.
+/// A sound that is being played. Destroying it stops the sound, and its completion is not called any more.
 class SoundPlayback {
  public:
   virtual ~SoundPlayback() = default;
 };
 
-/// Main thread only.
+/// Plays sounds. Main thread only.
 class SoundDriver {
  public:
   virtual ~SoundDriver() = default;
 
-  /// Plays the file once, without waiting. `completed` is called once, on the main thread, after this has
-  /// returned: when the sound has ended, or could not be played, or has taken longer than it can. It may
-  /// destroy the playback.
+  /// Starts playing the file and returns at once. `completed` is called once, on the main thread and after
+  /// this has returned: when the sound has ended, when it turns out that it cannot be played, or when it
+  /// takes longer than it should. It may destroy the playback.
   virtual std::unique_ptr<SoundPlayback> play(const std::filesystem::path& file,
                                               std::function<void()> completed) = 0;
 };

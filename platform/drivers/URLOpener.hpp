@@ -1,21 +1,22 @@
-// Opens links in whatever program is registered for them.
+// The driver that opens links.
 #pragma once
 
 #include <string>
 
 namespace nivlo {
 
-/// Main thread only. `url` is a syntactically valid absolute URL.
+/// Opens links with the programs that the desktop has for them. `url` is always a valid absolute URL. Main
+/// thread only.
 class URLOpener {
  public:
   virtual ~URLOpener() = default;
 
-  /// Whether a program is registered for the link's scheme and the scheme is safe to follow from a scanned
+  /// Whether the desktop has a program for the link's scheme, and the scheme is safe to open from a scanned
   /// code.
   virtual bool canOpenURL(const std::string& url) = 0;
 
-  /// Hands exactly these bytes to the registered program, without waiting for it. Returns whether it was
-  /// attempted.
+  /// Hands exactly these bytes to that program, without waiting for it to start. Returns false, and opens
+  /// nothing, for a link that canOpenURL refuses.
   virtual bool openURL(const std::string& url) = 0;
 };
 
