@@ -1,4 +1,4 @@
-// What must hold for any input.
+// Properties that must hold for every input of a fuzz target.
 #pragma once
 
 #include <cstdio>
@@ -6,12 +6,13 @@
 
 namespace nivlo::fuzz {
 
-/// Ends the process, which the fuzzer reports with the input, where it does not hold.
+/// Aborts the process unless the property holds; the fuzzer then reports the input. `what` names the
+/// property.
 inline void check(bool holds, const char* what) {
   if (holds) {
     return;
   }
-  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::fprintf(stderr, "this property does not hold: %s\n", what);
   std::abort();
 }
 

@@ -1,5 +1,4 @@
-// Texts that come from outside, through the frameworks' readers: links, a bundle's description, string
-// formats.
+// Fuzzes the frameworks' parsers of foreign text: URLs, a bundle's Info.plist, string formats.
 #include "fuzz/Check.hpp"
 
 #include <cstdint>
@@ -13,38 +12,38 @@
 namespace nivlo::fuzz {
 namespace {
 
-void readLink(const std::string& text) {
+void readURL(const std::string& text) {
   const auto url = NSURL::URLWithString(text);
   if (!url) {
     return;
   }
-  check(url->absoluteString() == text, "a link keeps its bytes");
-  check(!url->scheme().empty(), "a link has a scheme");
+  check(url->absoluteString() == text, "a URL keeps its bytes");
+  check(!url->scheme().empty(), "a URL has a scheme");
   if (const auto path = url->filePath()) {
-    check(path->is_absolute(), "a file link is absolute");
-    check(NSURL::fileURLWithPath(*path).filePath() == path, "a path survives being a link");
+    check(path->is_absolute(), "the path of a file URL is absolute");
+    check(NSURL::fileURLWithPath(*path).filePath() == path, "a path survives the round trip through a URL");
   }
 }
 
-void readDescription(const std::string& text) {
+void readInfoPlist(const std::string& text) {
   static const test::TemporaryDirectory folder;
   folder.write("Info.plist", text);
   std::string error;
   const auto bundle = NSBundle::bundleWithPath(folder.path(), &error);
-  check((bundle == nullptr) == !error.empty(), "no bundle without a cause");
+  check((bundle == nullptr) == !error.empty(), "there is either a bundle or an error");
   if (!bundle) {
     return;
   }
   for (const auto& [key, value] : bundle->infoDictionary().entries()) {
     const auto* kept = bundle->infoDictionary().objectForKey(key);
-    check(kept == &value, "a key is there once");
+    check(kept == &value, "each key occurs once");
     boolValue(kept);
     bundle->pathForResource(bundle->infoString(key), "png");
   }
 }
 
-/// Wider than four digits would only fill the memory.
-bool isOfSaneWidth(const std::string& format) {
+/// False if a number in the format has more than four digits: such a field width would only exhaust memory.
+bool hasSaneWidths(const std::string& format) {
   int digits = 0;
   for (const char c : format) {
     digits = c >= '0' && c <= '9' ? digits + 1 : 0;
@@ -55,8 +54,8 @@ bool isOfSaneWidth(const std::string& format) {
   return true;
 }
 
-void fillIn(const std::string& format) {
-  if (!isOfSaneWidth(format)) {
+void formatWith(const std::string& format) {
+  if (!hasSaneWidths(format)) {
     return;
   }
   stringWithFormat(format);
@@ -69,8 +68,8 @@ void fillIn(const std::string& format) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
-  nivlo::fuzz::readLink(text);
-  nivlo::fuzz::readDescription(text);
-  nivlo::fuzz::fillIn(text);
+  nivlo::fuzz::readURL(text);
+  nivlo::fuzz::readInfoPlist(text);
+  nivlo::fuzz::formatWith(text);
   return 0;
 }

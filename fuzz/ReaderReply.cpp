@@ -1,4 +1,4 @@
-// What comes back from the reader's process, which may have been taken over.
+// Fuzzes the parser of what nivlo-reader sends back, which may have been taken over by a hostile picture.
 #include "fuzz/Check.hpp"
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace nivlo;
   LookRequest request{.width = 640, .height = 480};
-  // Answers to another request are not looked into.
+  // A reply to another request is rejected unread, so let the request match the input.
   if (size >= sizeof request.number) {
     std::memcpy(&request.number, data, sizeof request.number);
   }
@@ -22,10 +22,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::check(code.corners.size() == 4, "a code has four corners");
     for (const CGPoint corner : code.corners) {
       fuzz::check(corner.x >= 0 && corner.x <= request.width && corner.y >= 0 && corner.y <= request.height,
-                  "corners are in the picture");
+                  "corners are inside the picture");
     }
   }
   const auto again = parseReply(request, makeReply(request, *codes));
-  fuzz::check(again && again->size() == codes->size(), "what was believed can be said");
+  fuzz::check(again && again->size() == codes->size(), "an accepted reply survives a round trip");
   return 0;
 }

@@ -1,4 +1,4 @@
-// What the reader's process is given: a request and a picture, through all that reads it.
+// Fuzzes what nivlo-reader is sent, a request and a picture, through all of its decoders.
 #include "fuzz/Check.hpp"
 
 #include <algorithm>
@@ -11,10 +11,10 @@
 namespace nivlo::fuzz {
 namespace {
 
-constexpr int kLongestSide = 128;
+constexpr int kMaxEdgeLength = 128;
 constexpr int kMaxLooks = 10;
 
-/// The picture repeats the bytes until it is full.
+/// Returns a picture of the requested size, filled by repeating the bytes; black if there are none.
 std::vector<std::uint8_t> pictureOf(std::string_view bytes, const LookRequest& request) {
   std::vector<std::uint8_t> pixels(static_cast<std::size_t>(request.width) * request.height);
   for (std::size_t i = 0; i < pixels.size() && !bytes.empty(); ++i) {
@@ -24,15 +24,15 @@ std::vector<std::uint8_t> pictureOf(std::string_view bytes, const LookRequest& r
 }
 
 void look(LookRequest request, std::string_view bytes) {
-  request.width = (request.width - 1) % kLongestSide + 1;
-  request.height = (request.height - 1) % kLongestSide + 1;
+  request.width = (request.width - 1) % kMaxEdgeLength + 1;
+  request.height = (request.height - 1) % kMaxEdgeLength + 1;
   const auto pixels = pictureOf(bytes, request);
   const std::string message(reinterpret_cast<const char*>(&request), sizeof request);
   PictureReader reader;
   // Each look continues through the schedule, so the number decides with which strategy the last one ends.
   for (auto left = request.number % kMaxLooks + 1; left > 0; --left) {
     const auto reply = answer(reader, message, pixels.data());
-    check(reply && parseReply(request, *reply), "every request is answered with sense");
+    check(reply && parseReply(request, *reply), "every request gets a valid reply");
   }
 }
 

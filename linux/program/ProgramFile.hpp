@@ -1,12 +1,13 @@
-// Where the files are that belong to the running program.
+// Finds the files that belong to the running program.
 #pragma once
 
 #include <filesystem>
 
 namespace nivlo {
 
-/// The file or folder of this name beside the running program, as a build has it; otherwise its place in an
-/// installation, given relative to the program's own folder. Whether it exists there is not checked.
+/// Returns the file or folder `name` in the running program's own folder, where a build tree has it, or, if
+/// there is none, `installedPlace`, which is relative to that folder. Does not check whether the latter
+/// exists. Callable from any thread.
 std::filesystem::path programFile(const std::filesystem::path& name,
                                   const std::filesystem::path& installedPlace);
 

@@ -1,4 +1,4 @@
-// How long to wait before something that failed is tried again.
+// The delays before something that failed is tried again.
 #pragma once
 
 #include <algorithm>
@@ -6,21 +6,22 @@
 
 namespace nivlo {
 
-/// Delays between attempts: each is twice the one before, up to a limit. A value; not thread-safe.
+/// A sequence of delays that double, up to a limit. A value; not thread-safe.
 class Backoff {
  public:
   using Delay = std::chrono::milliseconds;
 
+  /// `first` is the delay after a first failure, `longest` the limit. Both must be positive.
   constexpr Backoff(Delay first, Delay longest) : first_(first), longest_(longest), next_(first) {}
 
-  /// The delay before the coming attempt; the one after it waits twice as long.
+  /// Returns how long to wait before the next attempt, and doubles the delay after that one.
   Delay next() {
     const Delay delay = next_;
     next_ = std::min(2 * next_, longest_);
     return delay;
   }
 
-  /// To be called after a success: the next failure waits as long as a first one.
+  /// Starts over, as after a success: the next delay is the first one again.
   void reset() { next_ = first_; }
 
  private:

@@ -1,4 +1,4 @@
-// Cameras that deliver grey pictures, and remember being opened and closed.
+// Cameras that deliver grey pictures and record being opened and closed.
 #pragma once
 
 #include <atomic>
@@ -15,7 +15,7 @@
 
 namespace nivlo {
 
-/// A grey picture; the shape is the caller's.
+/// Returns a mid-grey frame with the planes of I420, captured now. Width and height are in pixels and even.
 inline VideoFramePtr greyPicture(int width, int height) {
   const auto pixels = std::make_shared<std::vector<std::uint8_t>>(width * height * 3 / 2, 128);
   auto frame = std::make_shared<VideoFrame>();
@@ -28,16 +28,16 @@ inline VideoFramePtr greyPicture(int width, int height) {
   return frame;
 }
 
-/// Everything but `frames` is for the main thread.
+/// For use on the main thread, except `frames`, which any thread may read.
 class FakeCameras : public CameraDriver {
  public:
   std::vector<CameraInfo> infos{{"back", "Back camera", AVCaptureDevicePosition::Back},
                                 {"front", "Front camera", AVCaptureDevicePosition::Front}};
-  std::set<std::string> refused;
-  std::set<std::string> silent;  ///< opened, but no frame comes
-  std::vector<std::string> events;
-  std::function<void()> onOpen;
-  std::atomic<int> frames{0};  ///< delivered so far by all cameras
+  std::set<std::string> refused;    ///< unique IDs of cameras that open() refuses
+  std::set<std::string> silent;     ///< unique IDs of cameras that open but deliver no frames
+  std::vector<std::string> events;  ///< "open ID" and "close ID", in order
+  std::function<void()> onOpen;     ///< called by each open() before it does anything else
+  std::atomic<int> frames{0};       ///< delivered so far by all cameras
 
   std::vector<CameraInfo> cameras() override { return infos; }
 

@@ -1,4 +1,4 @@
-// A machine with an identifier of the test's choice.
+// A device identity whose machine identifier the test chooses.
 #pragma once
 
 #include <string>

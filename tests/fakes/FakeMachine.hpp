@@ -1,4 +1,4 @@
-// A machine of fakes: what stands behind the frameworks while they are tested.
+// Fakes of the drivers, to put behind the frameworks under test.
 #pragma once
 
 #include <atomic>
@@ -15,12 +15,13 @@
 
 namespace nivlo {
 
-/// Finds in every picture what the test has put in view.
+/// Finds in every frame the codes that the test has put in view. Callable from any thread, except `types`.
 class FakeCodeReader : public CodeReaderDriver {
  public:
   std::vector<std::string> types{"org.iso.QRCode", "org.gs1.EAN-13", "org.example.Other"};
-  std::atomic<int> looks{0};
+  std::atomic<int> looks{0};  ///< frames looked at so far by all readers
 
+  /// Replaces the codes in view.
   void putInView(std::vector<DecodedCode> codes) {
     const std::lock_guard lock(mutex_);
     codes_.swap(codes);
@@ -43,10 +44,11 @@ class FakeCodeReader : public CodeReaderDriver {
   std::vector<DecodedCode> codes_;
 };
 
+/// Delivers the samples that the test sends. Callable from any thread.
 class FakeAccelerometer : public AccelerometerDriver {
  public:
-  std::atomic<int> starts{0};
-  std::atomic<double> interval{0};  ///< seconds
+  std::atomic<int> starts{0};       ///< how often it has been started
+  std::atomic<double> interval{0};  ///< seconds, as the last start asked for
 
   std::unique_ptr<AccelerometerStream> start(
       std::chrono::duration<double> seconds,
@@ -57,14 +59,16 @@ class FakeAccelerometer : public AccelerometerDriver {
     handler_ = std::move(handler);
     return std::make_unique<Stream>(*this);
   }
-  /// Goes nowhere while nobody listens.
+  /// Calls the handler on this thread, or does nothing if the accelerometer is not started.
   void send(const AccelerometerReading& reading) {
     const std::lock_guard lock(mutex_);
     if (handler_) {
       handler_(reading);
     }
   }
+  /// In units of g.
   void send(double x, double y, double z) { send({CMAcceleration{x, y, z}, {}}); }
+  /// Returns whether it is started.
   bool isListenedTo() {
     const std::lock_guard lock(mutex_);
     return handler_ != nullptr;
@@ -85,21 +89,23 @@ class FakeAccelerometer : public AccelerometerDriver {
   std::function<void(const AccelerometerReading&)> handler_;
 };
 
-/// The last of `shown` lies on top.
+/// Records the alerts that are presented and answers them as the test says.
 class FakeAlerts : public AlertPresenter {
  public:
-  std::vector<AlertContent> shown;
+  std::vector<AlertContent> shown;  ///< bottom to top
 
   void present(AlertContent content, AlertCallbacks callbacks) override {
     shown.push_back(std::move(content));
     callbacks_.push_back(std::move(callbacks));
   }
+  /// Removes the top alert and returns its callbacks, for the test to call. There must be one.
   AlertCallbacks takeTop() {
     auto top = std::move(callbacks_.back());
     callbacks_.pop_back();
     shown.pop_back();
     return top;
   }
+  /// Taps a button of the top alert, which then disappears.
   void tapTop(long buttonIndex) {
     const auto top = takeTop();
     top.appeared();
@@ -120,14 +126,14 @@ class FakeAlerts : public AlertPresenter {
 };
 
 struct FakePasteboard : PasteboardDriver {
-  std::vector<std::string> texts;
+  std::vector<std::string> texts;  ///< all that were copied, in order
   void setString(const std::string& text) override { texts.push_back(text); }
 };
 
 struct FakeURLOpener : URLOpener {
-  bool canOpen = true;
-  std::function<void()> onAsked;
-  std::vector<std::string> asked, opened;
+  bool canOpen = true;                     ///< the answer of canOpenURL
+  std::function<void()> onAsked;           ///< called by canOpenURL before it answers
+  std::vector<std::string> asked, opened;  ///< the URLs passed to canOpenURL and to openURL
   bool canOpenURL(const std::string& url) override {
     asked.push_back(url);
     if (onAsked) {
@@ -141,7 +147,7 @@ struct FakeURLOpener : URLOpener {
   }
 };
 
-/// Installs the fakes for as long as it lives. What uses them must be gone before it.
+/// Installs the fakes until it is destroyed. Destroy what uses them first.
 class FakeMachine {
   Drivers made_;
   template <typename Fake, typename Driver>
@@ -168,7 +174,7 @@ class FakeMachine {
     installDrivers({});
   }
 
-  /// Waits until the open cameras have delivered this many frames more.
+  /// Waits until the open cameras have delivered `count` more frames. False on timeout.
   bool watchFrames(int count) {
     return test::waitFor([this, wanted = cameras.frames + count] { return cameras.frames >= wanted; });
   }

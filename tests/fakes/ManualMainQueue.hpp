@@ -1,4 +1,4 @@
-// A main queue that runs when the test says so.
+// A main queue that runs only when the test drains it.
 #pragma once
 
 #include <deque>
@@ -11,7 +11,8 @@
 
 namespace nivlo {
 
-/// The main thread is the one that makes the queue; only post() may be called on others.
+/// The thread that constructs it is the main thread. The others may call post(), isMainThread() and
+/// pending().
 class ManualMainQueue : public MainQueueDriver {
  public:
   void post(std::function<void()> work) override {
@@ -20,7 +21,7 @@ class ManualMainQueue : public MainQueueDriver {
   }
   bool isMainThread() const override { return std::this_thread::get_id() == mainThread_; }
 
-  /// Runs what is queued and what that queues in turn; returns how much it was.
+  /// Runs the queued work, and the work that this queues in turn. Returns how many pieces of work it ran.
   int drain() {
     int count = 0;
     while (const auto next = takeFirst()) {
@@ -30,7 +31,7 @@ class ManualMainQueue : public MainQueueDriver {
     return count;
   }
 
-  /// Drains until the condition holds or the patience ends; returns whether it held.
+  /// Drains repeatedly until the condition holds or kPatience runs out. Returns whether it held.
   bool drainUntil(const std::function<bool()>& condition) {
     return test::waitFor([&] {
       drain();
@@ -38,6 +39,7 @@ class ManualMainQueue : public MainQueueDriver {
     });
   }
 
+  /// Returns how many pieces of work are queued.
   std::size_t pending() const {
     const std::lock_guard lock(mutex_);
     return work_.size();

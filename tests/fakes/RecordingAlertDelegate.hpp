@@ -1,4 +1,4 @@
-// Writes down what an alert tells its delegate.
+// An alert delegate that records its notifications.
 #pragma once
 
 #include <string>
@@ -9,7 +9,8 @@
 
 namespace nivlo {
 
-/// Each line begins with the delegate's name. It never enables the first other button.
+/// Adds one line for each notification, which begins with the delegate's name. It always disables the first
+/// other button. `lines` must outlive it.
 class RecordingAlertDelegate : public UIAlertViewDelegate {
  public:
   RecordingAlertDelegate(std::vector<std::string>& lines, std::string name)

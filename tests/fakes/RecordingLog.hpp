@@ -1,4 +1,4 @@
-// The system log as tests read it.
+// A system log that tests can read.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 
 namespace nivlo {
 
-/// Keeps every line; callable from any thread.
+/// Records the message of every line. Callable from any thread.
 class RecordingLog : public LogSink {
  public:
   void write(std::string_view, std::string_view message) override {
@@ -22,7 +22,7 @@ class RecordingLog : public LogSink {
     const std::lock_guard lock(mutex_);
     return lines_;
   }
-  /// How many of the lines hold the text.
+  /// Returns how many of the lines contain `text`; without it, how many lines there are.
   int count(std::string_view text = {}) const {
     const auto all = lines();
     return static_cast<int>(
@@ -34,7 +34,7 @@ class RecordingLog : public LogSink {
   std::vector<std::string> lines_;
 };
 
-/// A machine that has nothing but a log, for as long as it lives.
+/// Installs no driver but a log, until it is destroyed.
 class LoggingMachine {
   std::unique_ptr<RecordingLog> made_ = std::make_unique<RecordingLog>();
 

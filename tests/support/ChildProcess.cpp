@@ -17,7 +17,7 @@
 namespace nivlo::test {
 namespace {
 
-/// A file without a name, to whose end everybody writes.
+/// Makes a file in memory for the program's output. Every write is appended, also those of its children.
 Descriptor makeCollector() {
   Descriptor file(memfd_create("output", MFD_CLOEXEC));
   if (fcntl(file.get(), F_SETFL, O_APPEND) != 0) {
@@ -51,7 +51,8 @@ std::vector<char*> pointersTo(std::vector<std::string>& strings) {
   return pointers;
 }
 
-// Runs between fork and exec: system calls only.
+/// Turns the forked child into the program. Between fork and exec it may only make system calls, because
+/// other threads of the parent may have held locks.
 [[noreturn]] void becomeProgram(pid_t parent, int input, int output, int error, char** arguments,
                                 char** environment) {
   setpgid(0, 0);
@@ -94,7 +95,7 @@ ChildProcess::ChildProcess(std::vector<std::string> arguments, const Environment
                   const_cast<char**>(argumentPointers.data()),
                   const_cast<char**>(environmentPointers.data()));
   }
-  // Both sides set the group, so that it exists whichever of them comes first.
+  // Parent and child both set the group, so that it exists whichever of them runs first.
   setpgid(pid_, pid_);
 }
 
@@ -105,13 +106,13 @@ std::optional<std::string> ChildProcess::waitForLine(std::string_view text,
   std::optional<std::string> line;
   waitFor(
       [&] {
-        // Asked before the search, which so sees the last words of a program that has ended.
-        const bool goesOn = isRunning();
+        // Checked before the search, so that the search sees all that an ended program wrote.
+        const bool stillRuns = isRunning();
         line = output_.findLine(text);
         if (!line) {
           line = error_.findLine(text);
         }
-        return line || !goesOn;
+        return line || !stillRuns;
       },
       timeout);
   return line;
@@ -134,7 +135,7 @@ void ChildProcess::expectReady(const std::function<bool()>& condition) {
 
 void ChildProcess::require(bool holds) const {
   if (!holds) {
-    throw std::runtime_error(name_ + " does not do what is expected: " + output());
+    throw std::runtime_error(name_ + " did not do what the test waited for. Its output: " + output());
   }
 }
 
@@ -165,7 +166,7 @@ std::string ChildProcess::output() const { return output_.text() + error_.text()
 std::string ChildProcess::standardOutput() const { return output_.text(); }
 
 bool ChildProcess::write(std::string_view text) {
-  // A program that ends while it is written to must not take the test down with SIGPIPE.
+  // A program that ends while it is written to must not kill the test with SIGPIPE.
   static const auto previous = ::signal(SIGPIPE, SIG_IGN);
   static_cast<void>(previous);
   while (!text.empty()) {

@@ -1,4 +1,4 @@
-// A program started by a test.
+// A program that a test runs.
 #pragma once
 
 #include <chrono>
@@ -16,63 +16,68 @@
 
 namespace nivlo::test {
 
-/// Runs a program as the leader of a process group of its own. The whole group is killed when the object
-/// goes, and the program also when the thread that started it ends. What it writes is kept.
+/// Runs a program as the leader of a process group of its own, and keeps all that it writes. The whole group
+/// is killed when the object is destroyed. The program alone is also killed when the thread that constructed
+/// the object ends. For use by one thread.
 class ChildProcess {
  public:
-  /// Starts `arguments[0]`, looked up in PATH, with the arguments given, in this process's environment with
-  /// the changes on top. A program that cannot be run ends at once with exit status 127. Throws
-  /// std::system_error when the system cannot start another process.
+  /// Starts `arguments[0]`, which is looked up in PATH, with all of `arguments` and this process's
+  /// environment as altered by `changes`. A program that cannot be run shows as one that exits at once with
+  /// status 127. Throws std::system_error if the system cannot start another process.
   explicit ChildProcess(std::vector<std::string> arguments, const Environment& changes = {});
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
-  /// Waits for a whole line, of standard output or standard error, that contains `text`, and returns it. Each
-  /// line is found only once: the next search of the same output starts behind the line that the last one
-  /// found. Nothing when the time is up, or as soon as the program has ended without such a line.
+  /// Waits until standard output or standard error has a complete line that contains `text`, and returns it
+  /// without its line break. A line is returned only once: the next search of the same output starts after
+  /// it. Returns nothing on timeout, or as soon as the program has ended without such a line.
   std::optional<std::string> waitForLine(std::string_view text,
                                          std::chrono::milliseconds timeout = kPatience);
 
-  /// Waits for the first such line and returns it. Throws as expectReady does when it does not come.
+  /// Like waitForLine with the default timeout, but throws as expectReady does if there is no such line.
   std::string expectLine(std::string_view text);
 
-  /// Waits until the condition holds. Throws std::runtime_error, with all that the program has written, when
-  /// it ends before or the time is up.
+  /// Waits until the condition holds. Throws std::runtime_error, with all that the program has written, if it
+  /// ends first or kPatience runs out.
   void expectReady(const std::function<bool()>& condition);
 
-  /// All that has been written so far, to standard output and then to standard error.
+  /// Returns all that the program has written so far: its standard output, then its standard error.
   std::string output() const;
 
-  /// What has been written to standard output alone, so far.
+  /// Returns what the program has written to standard output so far.
   std::string standardOutput() const;
 
-  /// Writes to its standard input, all of it. Returns false once the program does not read any more.
+  /// Writes all of `text` to the program's standard input, waiting while its pipe is full. Returns false if
+  /// the program has closed its standard input or has ended.
   bool write(std::string_view text);
 
-  /// Its standard input reads end of file from now on.
+  /// Ends the program's standard input: the program reads end of file.
   void closeInput();
 
-  /// Sends a signal to the program alone. Does nothing once its end has been seen.
+  /// Sends a signal to the program but not to the rest of its group. Does nothing once the program has been
+  /// seen to have ended.
   void signal(int number);
 
-  /// Asks it to end (SIGTERM) and waits. Returns what waitForExit does.
+  /// Sends SIGTERM and waits for the program to end. Returns what waitForExit does.
   std::optional<int> terminate(std::chrono::milliseconds timeout = kPatience);
 
-  /// Kills it with its whole group, and waits until it is gone.
+  /// Kills the whole group and waits until the program is gone.
   void kill();
 
-  /// Its exit status, 128 + N when signal N ended it; nothing when it still runs after `timeout`.
+  /// Waits for the program to end. Returns its exit status, or 128 + N if signal N killed it, or nothing if
+  /// it still runs after `timeout`.
   std::optional<int> waitForExit(std::chrono::milliseconds timeout = kPatience);
 
+  /// Returns false once the program has ended; its exit status is then known.
   bool isRunning();
   pid_t pid() const { return pid_; }
 
  private:
-  /// What the program writes to one of its outputs.
+  /// What the program has written to one of its outputs.
   struct Collected {
     Descriptor file;
-    std::size_t searched = 0;  ///< bytes
+    std::size_t searched = 0;  ///< bytes that findLine has passed
 
     Collected();
     std::string text() const;
@@ -88,8 +93,8 @@ class ChildProcess {
   Collected output_, error_;
 };
 
-/// Runs a program to its end and returns what it has written to standard output. Throws std::runtime_error,
-/// with all that it has written, unless it ends with status 0.
+/// Runs a program to its end and returns what it wrote to standard output. Throws std::runtime_error, with
+/// all that it wrote, if it exits with another status than 0 or has not ended after kPatience.
 std::string outputOf(std::vector<std::string> arguments, const Environment& changes = {});
 
 }  // namespace nivlo::test

@@ -7,14 +7,14 @@
 
 namespace nivlo::test {
 
-/// Changes to an environment: a variable to set, or, with no value, one to remove.
+/// Changes to an environment: a variable and its new value, or no value to remove the variable.
 using Environment = std::map<std::string, std::optional<std::string>>;
 
-/// `first` with the changes of `second` on top.
+/// Returns the changes of both; where they differ, `second` wins.
 Environment merged(Environment first, const Environment& second);
 
-/// Applies changes to this process while it lives, and restores the earlier values afterwards. To be created
-/// and destroyed while no other thread looks at the environment.
+/// Applies changes to this process's environment until it is destroyed, which restores the previous values.
+/// Create and destroy it while no other thread uses the environment.
 class ScopedEnvironment {
  public:
   explicit ScopedEnvironment(const Environment& changes);

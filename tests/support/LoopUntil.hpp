@@ -1,4 +1,4 @@
-// Running GLib's main loop in a test.
+// Running GLib's default main loop in a test.
 #pragma once
 
 #include <glib.h>
@@ -7,7 +7,8 @@
 
 namespace nivlo::test {
 
-/// Runs the main loop until the condition holds or the patience ends; returns whether it held.
+/// Runs the default main loop on this thread until the condition holds or kPatience runs out. Returns whether
+/// it held.
 inline bool loopUntil(const std::function<bool()>& condition) {
   return waitFor([&] {
     while (g_main_context_iteration(nullptr, FALSE)) {

@@ -1,4 +1,4 @@
-// A session of the test's own: directories and a message bus that nobody else uses.
+// A private session for a test: XDG directories and a message bus of its own.
 #pragma once
 
 #include <filesystem>
@@ -10,21 +10,23 @@
 
 namespace nivlo::test {
 
-/// Runs a D-Bus session bus in a private runtime directory, from construction on. Throws std::runtime_error,
-/// with what the daemon said, when it does not come up.
+/// Runs a D-Bus session bus in a private runtime directory until it is destroyed. Construction waits until
+/// the bus accepts connections, and throws std::runtime_error with the daemon's output if it does not.
 class PrivateBus {
  public:
   PrivateBus();
 
-  /// What makes a child, or with ScopedEnvironment this process, a member of the session: the XDG
-  /// directories, all private and empty, and the bus. It belongs to no display.
+  /// Returns the changes that put a child, or with ScopedEnvironment this process, into the session: the bus
+  /// and the XDG directories, which start out empty. They remove any display and any other PipeWire daemon.
   Environment environment() const;
 
   std::filesystem::path runtimeDirectory() const { return directory_.path() / "run"; }
   std::filesystem::path configDirectory() const { return directory_.path() / "config"; }
   std::filesystem::path dataDirectory() const { return directory_.path() / "data"; }
 
+  /// Kills the bus, as a crash would.
   void stopDaemon();
+  /// Starts a new bus at the same address. Throws as the constructor does.
   void startDaemon();
 
  private:

@@ -3,7 +3,7 @@
 namespace nivlo::test {
 namespace {
 
-// The session manager publishes its settings once its policies are in place.
+/// The session manager publishes this metadata once its policies are in place.
 bool sessionManagerIsReady(const Environment& environment) {
   ChildProcess list({"pw-cli", "ls", "Metadata"}, environment);
   return list.waitForLine("metadata.name = \"default\"").has_value();

@@ -1,4 +1,4 @@
-// A PipeWire daemon of the test's own, with its session manager.
+// A private PipeWire daemon for a test, with its session manager.
 #pragma once
 
 #include <memory>
@@ -8,21 +8,21 @@
 
 namespace nivlo::test {
 
-/// Runs pipewire and wireplumber in a private bus's session, from construction on; it sees none of the
-/// machine's devices' users and is seen by none. Throws std::runtime_error, with what the daemons said, when
-/// they do not come up.
+/// Runs pipewire and wireplumber in the session of a private bus until it is destroyed. No other session on
+/// the machine sees them, nor they it. Construction waits as startDaemon does, and throws std::runtime_error
+/// with the daemons' output if they do not come up.
 class PrivatePipeWire {
  public:
-  /// The bus must outlive it.
+  /// `bus` must outlive this object.
   explicit PrivatePipeWire(PrivateBus& bus);
 
-  /// The bus's environment, to which the daemons belong.
+  /// Returns the environment of the bus, which programs need to reach the daemons.
   Environment environment() const { return bus_.environment(); }
 
   /// Kills both daemons, as a crash would.
   void stopDaemon();
 
-  /// Starts both and waits until streams would be linked to cameras.
+  /// Starts both daemons and waits until new streams would be linked to cameras.
   void startDaemon();
 
  private:

@@ -1,4 +1,4 @@
-// A directory that lives as long as its object.
+// A directory that is removed with its owner.
 #pragma once
 
 #include <filesystem>
@@ -7,11 +7,11 @@
 
 namespace nivlo::test {
 
-/// Created empty, with mode 700, under the system's temporary directory; removed with all it holds. Its path
-/// is short, so that a socket inside stays below the length limit of socket addresses. Throws
-/// std::system_error when it cannot be made.
+/// A new, empty directory with mode 700 in the system's temporary directory, removed with all its content
+/// when destroyed. Its path is short enough for the address of a socket in it (108 bytes).
 class TemporaryDirectory {
  public:
+  /// Throws std::system_error if the directory cannot be created.
   TemporaryDirectory();
   ~TemporaryDirectory();
   TemporaryDirectory(const TemporaryDirectory&) = delete;
@@ -19,10 +19,10 @@ class TemporaryDirectory {
 
   const std::filesystem::path& path() const { return path_; }
 
-  /// Writes a file anew, with the directories above it, and returns its path.
+  /// Creates or replaces a file, and the directories above it if need be. Returns its full path.
   std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const;
 
-  /// What is in a file; empty where there is none.
+  /// Returns the content of a file, or an empty string if there is none.
   std::string read(const std::filesystem::path& name) const;
 
  private:

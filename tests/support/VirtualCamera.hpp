@@ -1,4 +1,4 @@
-// A PipeWire camera made of a picture.
+// A PipeWire camera that delivers a test picture.
 #pragma once
 
 #include <chrono>
@@ -12,26 +12,30 @@
 namespace nivlo::test {
 
 struct VirtualCameraOptions {
-  std::string name;
-  /// The further arguments of nivlo-test-camera, for example {"--format", "NV12", "--color", "ff0000"};
-  /// tests/support/camera/Options.hpp lists them.
+  std::string name;  ///< PipeWire node name
+  /// Further arguments of nivlo-test-camera, for example {"--format", "NV12", "--color", "ff0000"}. They are
+  /// listed in tests/support/camera/Options.hpp.
   std::vector<std::string> arguments;
 };
 
-/// Publishes a camera, by a process of its own, from construction on until it is destroyed, as pulling its
-/// plug would. Throws std::runtime_error, with what the process said, when the camera does not appear.
+/// Publishes a camera from a process of its own. Destroying the object kills that process, which looks like
+/// unplugging the camera.
 class VirtualCamera {
  public:
+  /// Waits until the camera has appeared. Throws std::runtime_error, with the process's output, if it does
+  /// not.
   VirtualCamera(const Environment& environment, const VirtualCameraOptions& options);
 
-  /// Waits for the next time that somebody begins to take its pictures. Each time is seen once.
+  /// Waits until a program starts streaming from the camera. Each start is reported once. False on timeout.
   bool waitForStreaming(std::chrono::milliseconds timeout = kPatience);
 
-  /// Waits for the next time that nobody takes its pictures any more. Each time is seen once.
+  /// Waits until no program streams from the camera any more. Each such moment is reported once. False on
+  /// timeout.
   bool waitForPaused(std::chrono::milliseconds timeout = kPatience);
 
-  /// Stops the process, or lets it go on: a camera that is there and says nothing.
+  /// Suspends the process: the camera stays present but delivers nothing, not even an error.
   void freeze();
+  /// Resumes the process.
   void thaw();
 
  private:

@@ -1,4 +1,4 @@
-// Waiting for something to become true, with a deadline.
+// Waiting, with a deadline, until something becomes true.
 #pragma once
 
 #include <chrono>
@@ -6,11 +6,12 @@
 
 namespace nivlo::test {
 
-/// Generous enough for a loaded machine under a sanitizer; a healthy system takes a small fraction of it.
+/// How long tests wait for what must happen. A healthy system needs a small fraction of it, a loaded machine
+/// under a sanitizer more.
 inline constexpr std::chrono::seconds kPatience{20};
 
-/// Asks again and again, every few milliseconds, until `condition` holds or the time is up. Returns whether
-/// it held.
+/// Polls `condition` on this thread every few milliseconds until it holds or the time is up. Returns whether
+/// it held. It is evaluated at least once.
 bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds timeout = kPatience);
 
 }  // namespace nivlo::test
