@@ -14,21 +14,21 @@ namespace {
 
 constexpr std::size_t kMaxBullseyes = 3;
 // Bounds the work on a picture of noise.
-constexpr int kMaxCandidates = 64;
+constexpr int kMaxBullseyeCandidates = 64;
 // Runs of one module each across the middle of a compact code's bullseye. Full codes have more.
-constexpr int kRuns = 7;
+constexpr int kBullseyeRuns = 7;
 constexpr double kMinRunWidth = 1.5;
 
 /// Returns whether the edges bound runs of about equal width. Ink that has spread widens dark runs at the
 /// cost of light ones, so each run is compared together with its neighbour.
 bool areEven(const int* edges) {
-  const int width = edges[kRuns] - edges[0];
-  if (width < kMinRunWidth * kRuns) {
+  const int width = edges[kBullseyeRuns] - edges[0];
+  if (width < kMinRunWidth * kBullseyeRuns) {
     return false;
   }
-  const int tolerance = std::max(kRuns, width / 2);
-  for (int i = 0; i + 1 < kRuns; ++i) {
-    if (std::abs((edges[i + 2] - edges[i]) * kRuns - 2 * width) > tolerance) {
+  const int tolerance = std::max(kBullseyeRuns, width / 2);
+  for (int i = 0; i + 1 < kBullseyeRuns; ++i) {
+    if (std::abs((edges[i + 2] - edges[i]) * kBullseyeRuns - 2 * width) > tolerance) {
       return false;
     }
   }
@@ -70,7 +70,7 @@ Quad surroundings(const Bullseye& bullseye, double modules) {
 std::vector<Bullseye> findBullseyes(const LumaPicture& picture) {
   std::vector<Bullseye> found;
   int candidates = 0;
-  findRuns(picture, {kRuns, kRuns, areEven}, [&](const PatternCentre& centre) {
+  findRuns(picture, {kBullseyeRuns, kBullseyeRuns, areEven}, [&](const PatternCentre& centre) {
     const bool isKnown = std::any_of(found.begin(), found.end(), [&](const Bullseye& other) {
       return distanceBetween(centreOf(other.outline), centre.place) < 4 * centre.module;
     });
@@ -80,7 +80,7 @@ std::vector<Bullseye> findBullseyes(const LumaPicture& picture) {
     if (const auto bullseye = bullseyeAt(picture, centre)) {
       found.push_back(*bullseye);
     }
-    return found.size() < kMaxBullseyes && ++candidates < kMaxCandidates;
+    return found.size() < kMaxBullseyes && ++candidates < kMaxBullseyeCandidates;
   });
   return found;
 }

@@ -12,7 +12,7 @@ namespace {
 
 // Brightness levels, of 255, by which the mean of a cell may change. Noise changes the mean of hundreds of
 // pixels by less than 1, and the flicker of mains light by up to 2.
-constexpr int kNoise = 4;
+constexpr int kCellNoise = 4;
 // Every fourth row is enough, and takes a quarter of the time to convert.
 constexpr int kSampledRowStep = 4;
 
@@ -37,7 +37,7 @@ bool SceneChange::differs(const VideoFrame& frame) {
     return true;
   }
   return !std::equal(latest_->begin(), latest_->end(), remembered_->begin(),
-                     [](int now, int before) { return std::abs(now - before) <= kNoise; });
+                     [](int now, int before) { return std::abs(now - before) <= kCellNoise; });
 }
 
 SceneChange::Thumbnail SceneChange::thumbnailOf(const LumaPicture& picture) {
