@@ -161,7 +161,7 @@ class Run {
     const auto view = show_->view();
     Pixels pixels;
     pixels.resize(static_cast<int>(view.size.width), static_cast<int>(view.size.height));
-    LayerRenderer().render(view, pixels.view());
+    LayerRenderer().render(view, pixels.span());
     const auto error =
         writePNG(*options_.snapshot, pixels.data.data(), pixels.width, pixels.height, pixels.stride());
     if (error.empty()) {

@@ -8,8 +8,8 @@ namespace nivlo {
 
 namespace {
 
-/// What U adds to blue, in 64ths. libyuv's own tables stop at 2.0 and lose up to 14 of 255 in saturated
-/// blues; its arithmetic takes more.
+/// Replaces the gain from U to blue, in 64ths. libyuv's own tables limit it to 2.0, which costs saturated
+/// blues up to 14 of 255, although its arithmetic has room for the exact value.
 libyuv::YuvConstants withBlueGain(libyuv::YuvConstants constants, std::uint8_t gain) {
 #if defined(__aarch64__) || defined(__arm__)
   constants.kUVCoeff[0] = gain;
@@ -21,8 +21,8 @@ libyuv::YuvConstants withBlueGain(libyuv::YuvConstants constants, std::uint8_t g
   return constants;
 }
 
-constexpr std::uint8_t kBlueGain601 = 129;  // 2.017
-constexpr std::uint8_t kBlueGain709 = 135;  // 2.112
+constexpr std::uint8_t kBlueGain601 = 129;  // 2.017 * 64
+constexpr std::uint8_t kBlueGain709 = 135;  // 2.112 * 64
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// The coefficients by which YUV becomes RGB.
+// Coefficients for the conversion from YUV to RGB.
 #pragma once
 
 #include <libyuv.h>
@@ -7,7 +7,9 @@
 
 namespace nivlo {
 
-/// Within 2 of 255 of ITU-R BT.601 or BT.709 in full arithmetic. Valid for the whole program.
+/// The constants that libyuv's conversions take. The colours come out within 2 of 255 of what ITU-R BT.601
+/// and BT.709 give in exact arithmetic. Never null, and valid until the program ends. Callable from any
+/// thread.
 const libyuv::YuvConstants* colorMatrix(ColorMatrix matrix, ColorRange range);
 
 }  // namespace nivlo

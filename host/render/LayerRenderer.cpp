@@ -12,20 +12,20 @@ namespace nivlo {
 
 namespace {
 
-struct SeenPicture {
+struct VisiblePicture {
   CaptureFrame frame;
-  PixelRect source;  ///< of the upright picture
-  PixelRect seen;    ///< on the target
+  PixelRect source;       ///< in the upright picture
+  PixelRect destination;  ///< in the target
 };
 
-std::vector<SeenPicture> seenPictures(const LaidOutView& view, CGSize target) {
-  std::vector<SeenPicture> pictures;
+std::vector<VisiblePicture> visiblePictures(const LaidOutView& view, CGSize target) {
+  std::vector<VisiblePicture> pictures;
   for (auto& [frame, gravity, rect] : placedPictures(view, target)) {
     const auto size = uprightSize(frame.geometry);
     const auto fit = fitPicture(size, gravity, rect, target);
-    const auto seen = toPixels(fit ? fit->seen : CGRect());
-    if (seen.width > 0 && seen.height > 0) {
-      pictures.push_back({std::move(frame), toPixels(fit->source, size), seen});
+    const auto destination = toPixels(fit ? fit->destination : CGRect());
+    if (destination.width > 0 && destination.height > 0) {
+      pictures.push_back({std::move(frame), toPixels(fit->source, size), destination});
     }
   }
   return pictures;
@@ -33,34 +33,34 @@ std::vector<SeenPicture> seenPictures(const LaidOutView& view, CGSize target) {
 
 }  // namespace
 
-bool LayerRenderer::render(const LaidOutView& view, PixelsView target) {
+bool LayerRenderer::render(const LaidOutView& view, PixelSpan target) {
   constexpr std::uint32_t kBlack = 0xff000000;
   const auto pictures =
-      seenPictures(view, {static_cast<double>(target.width), static_cast<double>(target.height)});
+      visiblePictures(view, {static_cast<double>(target.width), static_cast<double>(target.height)});
   const bool filled = std::any_of(pictures.begin(), pictures.end(), [&](const auto& picture) {
-    return picture.seen.width == target.width && picture.seen.height == target.height;
+    return picture.destination.width == target.width && picture.destination.height == target.height;
   });
   if (!filled) {
     libyuv::ARGBRect(target.data, target.stride, 0, 0, target.width, target.height, kBlack);
   }
-  for (const auto& [frame, source, seen] : pictures) {
+  for (const auto& [frame, source, destination] : pictures) {
     const auto picture = upright(frame);
     libyuv::ARGBScale(picture.at(source.left, source.top), picture.stride, source.width, source.height,
-                      target.at(seen.left, seen.top), target.stride, seen.width, seen.height,
-                      libyuv::kFilterBilinear);
+                      target.at(destination.left, destination.top), target.stride, destination.width,
+                      destination.height, libyuv::kFilterBilinear);
   }
   return !pictures.empty();
 }
 
-PixelsView LayerRenderer::upright(const CaptureFrame& frame) {
+PixelSpan LayerRenderer::upright(const CaptureFrame& frame) {
   if (converted_.lock() != frame.picture || convertedGeometry_ != frame.geometry) {
     const auto size = uprightSize(frame.geometry);
     upright_.resize(size.width, size.height);
-    converter_.convert(frame, upright_.view());
+    converter_.convert(frame, upright_.span());
     converted_ = frame.picture;
     convertedGeometry_ = frame.geometry;
   }
-  return upright_.view();
+  return upright_.span();
 }
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// Draws a view into pixels.
+// Draws a view into a pixel buffer.
 #pragma once
 
 #include <memory>
@@ -8,19 +8,20 @@
 
 namespace nivlo {
 
-/// Converts a frame once for all targets that it is drawn into one after the other. Main thread only.
+/// Draws the pictures of a view. A frame that is drawn into several targets in a row is converted only once.
+/// Main thread only.
 class LayerRenderer {
  public:
   /// Draws the pictures of the view's layers on black, each clipped to its layer. Returns whether any of them
   /// can be seen.
-  bool render(const LaidOutView& view, PixelsView target);
+  bool render(const LaidOutView& view, PixelSpan target);
 
  private:
-  PixelsView upright(const CaptureFrame& frame);
+  PixelSpan upright(const CaptureFrame& frame);
 
   PictureConverter converter_;
   Pixels upright_;
-  std::weak_ptr<const VideoFrame> converted_;  ///< the frame that `upright_` holds
+  std::weak_ptr<const VideoFrame> converted_;  ///< the frame whose pixels `upright_` holds
   PictureGeometry convertedGeometry_;
 };
 

@@ -11,11 +11,11 @@ namespace nivlo {
 
 namespace {
 
-/// Rows that are converted before they are turned or mirrored: few enough to stay in the processor's cache,
-/// and a multiple of what the chroma planes need.
+/// Rows that are converted together before they are rotated or mirrored: few enough for the strip to stay in
+/// the processor's cache, and even, because two rows of luma share one of chroma.
 constexpr int kStripRows = 16;
 
-/// The rows of a picture from `first` on, `first` even.
+/// A strip of the frame as a frame of its own. `first` must be even for the chroma rows to match.
 VideoFrame rowsOf(const VideoFrame& frame, int first, int rows) {
   VideoFrame part = frame;
   part.height = rows;
@@ -29,8 +29,8 @@ VideoFrame rowsOf(const VideoFrame& frame, int first, int rows) {
   return part;
 }
 
-/// libyuv converts packed 4:2:2 by BT.601 only, so it goes through planes, a strip at a time.
-void convertYUY2(const VideoFrame& frame, std::vector<std::uint8_t>& planes, PixelsView out) {
+/// libyuv converts packed 4:2:2 with BT.601 coefficients only, so each strip is first split into planes.
+void convertYUY2(const VideoFrame& frame, std::vector<std::uint8_t>& planes, PixelSpan out) {
   const int chromaStride = (frame.width + 1) / 2;
   planes.resize(static_cast<std::size_t>(frame.width + 2 * chromaStride) * kStripRows);
   auto* y = planes.data();
@@ -46,8 +46,8 @@ void convertYUY2(const VideoFrame& frame, std::vector<std::uint8_t>& planes, Pix
   }
 }
 
-/// libyuv names formats by their value as a little-endian word: its ARGB is B, G, R, A in memory.
-void convertColors(const VideoFrame& frame, std::vector<std::uint8_t>& planes, PixelsView out) {
+/// libyuv names a format after its little-endian word: its ARGB is B, G, R, A in memory.
+void convertColors(const VideoFrame& frame, std::vector<std::uint8_t>& planes, PixelSpan out) {
   const auto& [first, second, third] = frame.planes;
   const auto* matrix = colorMatrix(frame.matrix, frame.range);
   switch (frame.format) {
@@ -74,7 +74,7 @@ void convertColors(const VideoFrame& frame, std::vector<std::uint8_t>& planes, P
   }
 }
 
-/// Where a strip of the delivered picture comes to lie in the upright one, before any mirroring.
+/// Where a strip of the delivered picture lies in the upright one, before any mirroring.
 struct StripPlace {
   int x;
   int y;
@@ -95,7 +95,7 @@ StripPlace placeOf(const VideoFrame& picture, int rotation, int first, int rows)
   }
 }
 
-/// libyuv turns clockwise, frames say how far to turn them the other way.
+/// libyuv rotates clockwise, whereas a frame states its rotation counter-clockwise.
 libyuv::RotationMode rotationMode(int counterClockwise) {
   return static_cast<libyuv::RotationMode>((360 - counterClockwise) % 360);
 }
@@ -107,7 +107,7 @@ PictureSize uprightSize(const PictureGeometry& geometry) {
                                       : PictureSize{geometry.height, geometry.width};
 }
 
-void PictureConverter::convert(const CaptureFrame& frame, PixelsView target) {
+void PictureConverter::convert(const CaptureFrame& frame, PixelSpan target) {
   const auto& picture = *frame.picture;
   const int rotation = frame.geometry.rotation;
   if (rotation == 0 && !frame.geometry.mirrored) {
@@ -117,7 +117,7 @@ void PictureConverter::convert(const CaptureFrame& frame, PixelsView target) {
   for (int first = 0; first < picture.height; first += kStripRows) {
     const int rows = std::min(kStripRows, picture.height - first);
     strip_.resize(picture.width, rows);
-    convertColors(rowsOf(picture, first, rows), chroma_, strip_.view());
+    convertColors(rowsOf(picture, first, rows), chroma_, strip_.span());
     const auto place = placeOf(picture, rotation, first, rows);
     const int x = frame.geometry.mirrored ? target.width - place.x - place.width : place.x;
     auto* to = target.at(x, place.y);
@@ -127,10 +127,10 @@ void PictureConverter::convert(const CaptureFrame& frame, PixelsView target) {
       libyuv::ARGBRotate(strip_.data.data(), strip_.stride(), to, target.stride, picture.width, rows,
                          rotationMode(rotation));
     } else {
-      turnedStrip_.resize(place.width, place.height);
-      libyuv::ARGBRotate(strip_.data.data(), strip_.stride(), turnedStrip_.data.data(), turnedStrip_.stride(),
-                         picture.width, rows, rotationMode(rotation));
-      libyuv::ARGBMirror(turnedStrip_.data.data(), turnedStrip_.stride(), to, target.stride, place.width,
+      rotatedStrip_.resize(place.width, place.height);
+      libyuv::ARGBRotate(strip_.data.data(), strip_.stride(), rotatedStrip_.data.data(),
+                         rotatedStrip_.stride(), picture.width, rows, rotationMode(rotation));
+      libyuv::ARGBMirror(rotatedStrip_.data.data(), rotatedStrip_.stride(), to, target.stride, place.width,
                          place.height);
     }
   }

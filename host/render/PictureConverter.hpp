@@ -1,4 +1,4 @@
-// Camera frames to pixels that a screen shows.
+// Converts frames to the pixels that a screen shows.
 #pragma once
 
 #include <cstdint>
@@ -9,26 +9,26 @@
 
 namespace nivlo {
 
-/// Pixels of the upright picture.
+/// In pixels.
 struct PictureSize {
   int width = 0;
   int height = 0;
   bool operator==(const PictureSize&) const = default;
 };
 
-/// The size of the frame's picture once it has been turned upright.
+/// The size of a picture once it has been rotated upright.
 PictureSize uprightSize(const PictureGeometry& geometry);
 
-/// Converts by the frame's own colorimetry, turns it upright and mirrors it where it is to be mirrored, in
-/// one pass over the target. Keeps its scratch memory between frames. Not thread-safe.
+/// Converts a frame with its own colour matrix and range, rotates it upright and mirrors it if its geometry
+/// says so, in one pass over the target. Keeps its scratch memory between frames. Not thread-safe.
 class PictureConverter {
  public:
-  /// The target has the upright picture's size.
-  void convert(const CaptureFrame& frame, PixelsView target);
+  /// Converts the whole frame. The target must have its `uprightSize`.
+  void convert(const CaptureFrame& frame, PixelSpan target);
 
  private:
   Pixels strip_;
-  Pixels turnedStrip_;
+  Pixels rotatedStrip_;
   std::vector<std::uint8_t> chroma_;
 };
 

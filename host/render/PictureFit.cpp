@@ -29,13 +29,14 @@ std::optional<PictureFit> fitPicture(PictureSize picture, AVLayerVideoGravity gr
   const double scale = toRect.a;
   const CGRect whole{{rect.origin.x + toRect.tx, rect.origin.y + toRect.ty},
                      {scale * picture.width, scale * picture.height}};
-  const CGRect seen = CGRectIntersection(CGRectIntersection(whole, rect), {{0, 0}, surface});
-  if (!(scale > 0) || seen.size.width <= 0 || seen.size.height <= 0) {
+  const CGRect visible = CGRectIntersection(CGRectIntersection(whole, rect), {{0, 0}, surface});
+  if (!(scale > 0) || visible.size.width <= 0 || visible.size.height <= 0) {
     return std::nullopt;
   }
-  return PictureFit{{{(seen.origin.x - whole.origin.x) / scale, (seen.origin.y - whole.origin.y) / scale},
-                     {seen.size.width / scale, seen.size.height / scale}},
-                    seen};
+  return PictureFit{
+      {{(visible.origin.x - whole.origin.x) / scale, (visible.origin.y - whole.origin.y) / scale},
+       {visible.size.width / scale, visible.size.height / scale}},
+      visible};
 }
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// Which part of a picture is seen where.
+// Which part of a picture is visible, and where.
 #pragma once
 
 #include <optional>
@@ -9,11 +9,11 @@
 namespace nivlo {
 
 struct PictureFit {
-  CGRect source;  ///< in pixels of the upright picture
-  CGRect seen;    ///< on the surface
+  CGRect source;       ///< in pixels of the upright picture
+  CGRect destination;  ///< on the surface
 };
 
-/// Whole pixels.
+/// A rectangle of whole pixels.
 struct PixelRect {
   int left = 0;
   int top = 0;
@@ -22,14 +22,14 @@ struct PixelRect {
   bool operator==(const PixelRect&) const = default;
 };
 
-/// The nearest whole pixels.
+/// Rounds each edge to the nearest pixel, so that adjoining rectangles neither overlap nor leave a gap.
 PixelRect toPixels(CGRect rect);
 
-/// The same, of a part of a picture: never empty, never beyond the picture.
+/// Rounds a part of a picture to pixels that lie within the picture; at least one, however small the part is.
 PixelRect toPixels(CGRect part, PictureSize picture);
 
-/// How an upright picture lies in a rectangle of a surface, cut off at the rectangle's and the surface's
-/// edges; nothing where none of it is seen.
+/// Fits an upright picture into a rectangle of a surface and clips it to both. Empty if nothing of the
+/// picture is visible.
 std::optional<PictureFit> fitPicture(PictureSize picture, AVLayerVideoGravity gravity, CGRect rect,
                                      CGSize surface);
 

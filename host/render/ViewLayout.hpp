@@ -24,6 +24,9 @@ struct PlacedPicture {
   CGRect rect;  ///< the layer's, on the surface
 };
 
+/// The same rectangle on a surface of another size.
+CGRect stretched(CGRect rect, CGSize from, CGSize to);
+
 /// The pictures of all layers of the view that have one, the lowest first. Main thread only.
 std::vector<PlacedPicture> placedPictures(const LaidOutView& view, CGSize surface);
 

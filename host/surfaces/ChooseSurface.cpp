@@ -22,10 +22,10 @@ bool isSet(const char* variable) {
   return value && *value;
 }
 
-/// The first that opens; why the others did not goes to the log.
-std::unique_ptr<Surface> firstOf(std::initializer_list<Open> ways, const SurfaceOptions& options,
+/// Returns the first surface that opens and logs why those before it did not.
+std::unique_ptr<Surface> firstOf(std::initializer_list<Open> openers, const SurfaceOptions& options,
                                  const SurfaceHandlers& handlers) {
-  for (const auto open : ways) {
+  for (const auto open : openers) {
     std::string cause;
     if (auto surface = open(options, handlers, &cause)) {
       return surface;

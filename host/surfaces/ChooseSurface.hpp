@@ -1,4 +1,4 @@
-// Picks the surface that fits where the program runs.
+// Picks the surface that suits the session.
 #pragma once
 
 #include <memory>
@@ -9,18 +9,18 @@
 namespace nivlo {
 
 enum class SurfaceKind {
-  Auto,       ///< the desktop where there is one, else a window, else offscreen
-  Wayland,    ///< the desktop background, by layer-shell
+  Auto,       ///< the desktop background if possible, else a window, else offscreen
+  Wayland,    ///< the desktop background of a Wayland compositor, through its layer shell
   X11,        ///< the desktop background of an X server
   Window,     ///< an ordinary window
-  Offscreen,  ///< memory
+  Offscreen,  ///< memory; nothing is shown
 };
 
-/// Whether there is a Wayland or X11 display to be tried.
+/// Whether the environment names a Wayland or X11 display; it need not answer.
 bool hasDisplay();
 
-/// Null, with the cause and the remedy in `*error`, where there is no such surface. With Auto there always is
-/// one; what is missing for a better one is said in the log.
+/// Opens a surface of this kind. Returns null, with the cause and the remedy in `*error`, if that is
+/// impossible. Auto always finds one, and logs what kept it from a better one.
 std::unique_ptr<Surface> chooseSurface(SurfaceKind kind, const SurfaceOptions& options,
                                        const SurfaceHandlers& handlers, std::string* error);
 

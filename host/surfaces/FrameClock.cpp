@@ -8,15 +8,15 @@
 namespace nivlo {
 
 struct FrameClock::State : std::enable_shared_from_this<State> {
-  std::function<void()> onPicture;  // main thread
-  std::atomic<bool> called{false};
+  std::function<void()> onPicture;  ///< for the main thread only; null once the clock is gone
+  std::atomic<bool> callQueued{false};
 
   void pictureCame() {
-    if (called.exchange(true)) {
+    if (callQueued.exchange(true)) {
       return;
     }
     dispatch_async(dispatch_get_main_queue(), [self = shared_from_this()] {
-      self->called = false;
+      self->callQueued = false;
       if (self->onPicture) {
         self->onPicture();
       }

@@ -16,7 +16,7 @@ CGSize OffscreenSurface::size() const {
 void OffscreenSurface::show(LaidOutView view) {
   view_ = std::move(view);
   clock_.emplace(*view_.view, [this] {
-    if (renderer_.render(view_, pixels_.view())) {
+    if (renderer_.render(view_, pixels_.span())) {
       handlers_.drawn();
     }
   });

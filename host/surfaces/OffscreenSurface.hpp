@@ -9,7 +9,7 @@
 
 namespace nivlo {
 
-/// Draws into memory of the size that was asked for; always visible.
+/// Draws into memory, at the size that the options give, and counts as visible at all times.
 class OffscreenSurface : public Surface {
  public:
   OffscreenSurface(const SurfaceOptions& options, SurfaceHandlers handlers);

@@ -9,30 +9,31 @@
 
 namespace nivlo {
 
-/// What a surface tells the program, on the main thread, never before `show` has returned.
+/// What a surface reports to the program, on the main thread and never before `show` has returned.
 struct SurfaceHandlers {
-  std::function<void()> drawn;                         ///< a new picture has been handed to the screen
-  std::function<void(bool visible)> visible;           ///< whether any of it can be seen; it begins visible
-  std::function<void()> closed;                        ///< a person closed it
-  std::function<void(const std::string& cause)> lost;  ///< the display is gone; nothing is drawn any more
+  std::function<void()> drawn;  ///< a new picture has been handed to the screen
+  std::function<void(bool visible)>
+      visible;                   ///< whether any of it can be seen has changed; it starts visible
+  std::function<void()> closed;  ///< the user has closed it
+  std::function<void(const std::string& cause)> lost;  ///< the display is gone, and nothing is drawn any more
 };
 
-/// What hides a wallpaper, on the outputs that it concerns.
+/// Which windows count as hiding the wallpaper on the outputs that they cover.
 enum class PausePolicy {
-  Covered,     ///< maximised and fullscreen windows, or whatever else covers an output
-  Fullscreen,  ///< fullscreen windows only
-  Never,       ///< no window
+  Covered,     ///< maximised and fullscreen ones, and whatever else covers an output
+  Fullscreen,  ///< fullscreen ones only
+  Never,       ///< none
 };
 
-/// What is asked of a surface when it is opened.
+/// How to open a surface.
 struct SurfaceOptions {
-  int width = 1920;    ///< pixels, of a surface that no screen gives its size to
+  int width = 1920;    ///< pixels; for a surface whose size no screen decides
   int height = 1080;   ///< pixels
-  std::string output;  ///< the name of the only output to show it on; empty: all of them
+  std::string output;  ///< the name of the only output to show it on; empty for all outputs
   PausePolicy pause = PausePolicy::Covered;
 };
 
-/// One view on one or several outputs. Main thread only.
+/// Shows one view on one or several outputs. Main thread only.
 class Surface {
  public:
   Surface() = default;
@@ -40,13 +41,14 @@ class Surface {
   Surface(const Surface&) = delete;
   Surface& operator=(const Surface&) = delete;
 
-  /// What it is, for people: "the desktop (Wayland)".
+  /// What kind of surface it is, in words for people: "the desktop (Wayland)".
   virtual std::string name() const = 0;
 
-  /// Pixels, of the first output; what a view should be laid out for.
+  /// The size of its first output in pixels, which a view should be laid out for.
   virtual CGSize size() const = 0;
 
-  /// Shows the view from now on, drawing whenever it has a new picture and the screen wants one. Once only.
+  /// Shows the view from now on, drawing whenever it has a new picture and the screen asks for one. May be
+  /// called only once.
   virtual void show(LaidOutView view) = 0;
 };
 

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::uint32_t kAllEdges = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
                                     ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
+/// The exclusive zone of a surface that extends below panels instead of stopping at them.
 constexpr int kUnderPanels = -1;
 
 }  // namespace
@@ -36,9 +37,9 @@ void LayerBackground::open() {
   zwlr_layer_surface_v1_add_listener(layer_.get(), &kListener, this);
   zwlr_layer_surface_v1_set_anchor(layer_.get(), kAllEdges);
   zwlr_layer_surface_v1_set_exclusive_zone(layer_.get(), kUnderPanels);
-  // Clicks on the wallpaper are for the desktop's own menus.
-  const WaylandHandle<wl_region> nowhere(wl_compositor_create_region(globals_.compositor.get()));
-  wl_surface_set_input_region(surface, nowhere.get());
+  // With an empty input region, clicks fall through to the desktop, which may have menus of its own.
+  const WaylandHandle<wl_region> empty(wl_compositor_create_region(globals_.compositor.get()));
+  wl_surface_set_input_region(surface, empty.get());
   wl_surface_commit(surface);
 }
 

@@ -12,11 +12,11 @@
 
 namespace nivlo {
 
-/// A layer surface under all windows. When the compositor closes it, it is made again, as long as this lives.
-/// Main thread only.
+/// A layer surface below all windows. If the compositor closes it, a new one is opened for as long as this
+/// object lives. Main thread only.
 class LayerBackground {
  public:
-  /// `changed` is called when it has become starved or is not any more.
+  /// `changed` is called when `isStarved` has changed. Everything referred to must outlive this object.
   LayerBackground(const WaylandGlobals& globals, const WaylandOutput& output, WaylandPainter& painter,
                   std::function<void()> changed);
   ~LayerBackground();
@@ -24,9 +24,10 @@ class LayerBackground {
   LayerBackground& operator=(const LayerBackground&) = delete;
 
   const WaylandOutput& output() const { return output_; }
+  /// Whether the compositor has stopped asking for pictures (see WaylandCanvas).
   bool isStarved() const { return canvas_ && canvas_->isStarved(); }
 
-  /// The output's scale may have changed.
+  /// To be called when the output may have changed; a new scale makes it redraw.
   void outputChanged();
 
  private:
@@ -44,7 +45,7 @@ class LayerBackground {
   std::optional<WaylandCanvas> canvas_;
   WaylandHandle<zwlr_layer_surface_v1> layer_;
   int scale_ = 1;
-  /// A compositor that closes every surface must not keep the program busy.
+  /// Growing delays, so that a compositor that closes every surface at once cannot keep the program busy.
   Backoff reopenDelay_{std::chrono::milliseconds(200), std::chrono::seconds(10)};
   EventSource reopening_;
 };

@@ -14,8 +14,8 @@ namespace nivlo {
 
 namespace {
 
-/// A row more than the pictures have: compositors want all of a buffer's rows to be whole, also those of a
-/// part that ends with the last picture.
+/// One row more than the pictures take. A buffer for a part of a picture keeps the whole picture's stride,
+/// and compositors insist that its last row, too, is a full stride long.
 std::size_t bytesOf(PictureSize size) {
   const auto row = std::size_t{4} * size.width;
   return row * size.height * ShmPictures::kCount + row;
@@ -41,7 +41,7 @@ std::shared_ptr<ShmPictures> ShmPictures::make(wl_shm* shm, PictureSize size) {
 
 ShmPictures::~ShmPictures() { munmap(memory_, bytesOf(size_)); }
 
-PixelsView ShmPictures::pixels(int index) const {
+PixelSpan ShmPictures::pixels(int index) const {
   return {static_cast<std::uint8_t*>(memory_) + index * pictureBytes(), size_.width, size_.height,
           4 * size_.width};
 }

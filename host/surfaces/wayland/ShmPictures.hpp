@@ -1,4 +1,4 @@
-// Pictures in memory that is shared with the compositor.
+// Pictures in memory that the compositor shares.
 #pragma once
 
 #include <array>
@@ -13,27 +13,30 @@
 
 namespace nivlo {
 
-/// Room for three pictures of one size: one on the screen, one on its way there, one being drawn. Memory that
-/// no picture was ever drawn into costs nothing. Main thread only.
+/// Room for three pictures of one size: one on the screen, one on its way there, one being drawn. A picture
+/// takes up memory only once something has been drawn into it. Main thread only.
 class ShmPictures {
  public:
   static constexpr int kCount = 3;
 
-  /// Null where the system has no memory left for it.
+  /// Returns null if the system has no memory for them or if they exceed the 2 GB of a Wayland pool.
   static std::shared_ptr<ShmPictures> make(wl_shm* shm, PictureSize size);
   ~ShmPictures();
   ShmPictures(const ShmPictures&) = delete;
   ShmPictures& operator=(const ShmPictures&) = delete;
 
   PictureSize size() const { return size_; }
-  PixelsView pixels(int index) const;
+  /// Must not be written to while anybody holds the picture. New pictures are black.
+  PixelSpan pixels(int index) const;
 
-  /// One that nobody holds.
+  /// The index of a picture that nobody holds, if there is one.
   std::optional<int> free() const;
+  /// Every `hold` must be followed by one `release`.
   void hold(int index) { ++holders_.at(static_cast<std::size_t>(index)); }
   void release(int index) { --holders_.at(static_cast<std::size_t>(index)); }
 
-  /// A buffer of a part of the picture; each surface needs one of its own.
+  /// Makes a buffer that shows a part of the picture. Each surface needs its own: the protocol does not
+  /// define when a buffer that is attached to several is released.
   WaylandHandle<wl_buffer> makeBuffer(int index, PixelRect part) const;
 
  private:

@@ -12,13 +12,13 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// Many times the pause between two frames of any screen, and short enough for a camera to be closed within a
-/// second of being hidden.
+/// A surface is starved after waiting this long for the compositor to ask for a picture: many frames on any
+/// screen, yet short enough to close the camera within a second of being hidden.
 constexpr milliseconds kStarvation{400};
-/// Some compositors ask a hidden surface for a picture once a second. Only one that asks again soon after the
-/// last shows what it gets.
+/// Some compositors ask even a hidden surface for a picture once a second, so starvation ends only when the
+/// compositor asks this soon after the last picture.
 constexpr milliseconds kPromptly{150};
-constexpr int kFractionalUnit = 120;
+constexpr int kFractionalUnit = 120;  // as wp_fractional_scale_v1 defines it
 
 milliseconds since(steady_clock::time_point then) {
   return std::chrono::duration_cast<milliseconds>(steady_clock::now() - then);
@@ -26,6 +26,7 @@ milliseconds since(steady_clock::time_point then) {
 
 }  // namespace
 
+/// Keeps its picture from being drawn into while the compositor may read it.
 struct WaylandCanvas::Buffer {
   std::shared_ptr<ShmPictures> pictures;
   int index;
@@ -92,8 +93,8 @@ PictureSize WaylandCanvas::pixelSize() const {
   return {static_cast<int>(std::lround(width_ * scale)), static_cast<int>(std::lround(height_ * scale))};
 }
 
-/// The part is cut out by the buffer's own place in the memory: a viewport's source would do too, but
-/// software renderers are known that forget its origin.
+/// Cuts the part out by the buffer's offset and stride in the shared memory. A viewport's source rectangle
+/// would do the same, but some software renderers ignore its origin.
 WaylandCanvas::Buffer& WaylandCanvas::bufferOf(const ShownPicture& picture, PixelRect part) {
   const auto isOf = [&](const Buffer& buffer) {
     return buffer.pictures == picture.pictures && buffer.part == part;
@@ -124,7 +125,8 @@ void WaylandCanvas::present(const ShownPicture& picture, PixelRect part) {
   requestFrame();
 }
 
-/// Marks all of it as changed and commits, so that the compositor has a reason to ask for more.
+/// Commits with everything marked as damaged, so that the compositor has a reason to draw the surface and to
+/// ask for the next picture.
 void WaylandCanvas::requestFrame() {
   if (wl_surface_get_version(surface_.get()) >= WL_SURFACE_DAMAGE_BUFFER_SINCE_VERSION) {
     wl_surface_damage_buffer(surface_.get(), 0, 0, INT32_MAX, INT32_MAX);
@@ -152,7 +154,8 @@ void WaylandCanvas::frameDone() {
   handlers_.wantsPicture();
 }
 
-/// One timer for many frames: it looks now and then how long the compositor has been asked.
+/// Checks now and then how long the current frame callback has been pending. That takes one timer for many
+/// frames rather than one for each.
 void WaylandCanvas::watchForStarvation(milliseconds delay) {
   watching_ = true;
   watch_ = EventSource::onTimeout(delay, [this] {

@@ -1,4 +1,4 @@
-// A Wayland surface that pictures are put on.
+// A Wayland surface that shows pictures.
 #pragma once
 
 #include <chrono>
@@ -12,25 +12,24 @@
 
 namespace nivlo {
 
-/// A picture that can be shown on several canvases.
+/// A picture in shared memory, which several canvases may show.
 struct ShownPicture {
   std::shared_ptr<ShmPictures> pictures;
-  int index = 0;
+  int index = 0;          ///< in `pictures`
   unsigned sequence = 0;  ///< counts up from 1 with each picture
 };
 
-/// Takes a part of a picture, has it scaled by the compositor where that is offered, and takes the next only
-/// when the compositor asks for one. Whoever gives the surface its role calls `resize` when the compositor
-/// has configured it. Main thread only.
+/// Shows a part of a picture, scaled by the compositor where it can, and wants the next one only when the
+/// compositor asks for it. Whoever gives the surface its role must call `resize` whenever the compositor has
+/// configured it. Main thread only.
 class WaylandCanvas {
  public:
   struct Handlers {
-    std::function<void()> wantsPicture;  ///< the compositor is ready for another picture
-    /// The compositor has stopped asking for pictures, or asks again: nothing of the surface can be seen, or
-    /// the screen is off.
-    std::function<void()> starvationChanged;
+    std::function<void()> wantsPicture;       ///< the compositor is ready for another picture
+    std::function<void()> starvationChanged;  ///< `isStarved` has changed
   };
 
+  /// `globals` must outlive the canvas.
   WaylandCanvas(const WaylandGlobals& globals, Handlers handlers);
   ~WaylandCanvas();
   WaylandCanvas(const WaylandCanvas&) = delete;
@@ -38,22 +37,28 @@ class WaylandCanvas {
 
   wl_surface* surface() const { return surface_.get(); }
 
-  /// In the compositor's logical pixels; `scale` is the output's whole one.
+  /// Takes the size in the compositor's logical pixels and the output's integer scale. What the canvas shows
+  /// is not drawn anew.
   void resize(int width, int height, int scale);
+  /// Whether the size is known; nothing can be shown before.
   bool isConfigured() const { return width_ > 0; }
+  /// In the compositor's logical pixels.
   CGSize size() const { return {static_cast<double>(width_), static_cast<double>(height_)}; }
-  /// Of a picture that needs no scaling.
+  /// The size of a picture that needs no scaling.
   PictureSize pixelSize() const;
   bool canScale() const { return viewport_ != nullptr; }
 
   bool wantsPicture() const { return isConfigured() && !frame_; }
+  /// Whether the compositor has stopped asking for pictures, because none of the surface can be seen or
+  /// because the screen is off.
   bool isStarved() const { return starved_; }
-  /// The sequence of the picture that it shows, 0 before the first.
+  /// The sequence number of the picture on show, 0 before the first.
   unsigned shown() const { return shown_; }
 
-  /// Shows a part of the picture. It must have the pixel size where the canvas cannot scale.
+  /// Shows a part of the picture. Where the canvas cannot scale, the part must have the size `pixelSize`.
   void present(const ShownPicture& picture, PixelRect part);
-  /// Whether it keeps the picture from being drawn anew.
+  /// Whether the compositor may still read the picture on behalf of this canvas, so that nothing new may be
+  /// drawn into it.
   bool holds(const ShownPicture& picture) const;
 
  private:
@@ -77,7 +82,7 @@ class WaylandCanvas {
   int width_ = 0;
   int height_ = 0;
   int scale_ = 1;
-  double fractionalScale_ = 0;  ///< 0 where the compositor does not tell
+  double fractionalScale_ = 0;  ///< 0 if the compositor does not tell
   std::vector<std::unique_ptr<Buffer>> buffers_;
   unsigned shown_ = 0;
   WaylandHandle<wl_callback> frame_;

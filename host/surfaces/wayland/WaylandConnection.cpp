@@ -7,10 +7,10 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::uint32_t kCompositorVersion = 4;  // damage in pixels of the buffer
-constexpr std::uint32_t kOutputVersion = 4;      // names
+constexpr std::uint32_t kCompositorVersion = 4;  // damage in buffer pixels
+constexpr std::uint32_t kOutputVersion = 4;      // output names
 constexpr std::uint32_t kLayerShellVersion = 4;
-constexpr std::uint32_t kToplevelsVersion = 3;  // parents
+constexpr std::uint32_t kToplevelsVersion = 3;  // a dialog's parent
 
 template <typename T>
 void bindTo(WaylandHandle<T>& handle, wl_registry* registry, std::uint32_t global,
@@ -29,7 +29,7 @@ constexpr xdg_wm_base_listener kPingListener{answerPing};
 const wl_output_listener WaylandOutput::kListener{
     [](void* data, wl_output*, int, int, int, int, int, const char*, const char*, int transform) {
       auto& self = *static_cast<WaylandOutput*>(data);
-      self.onItsSide_ = transform % 2 != 0;
+      self.quarterTurned_ = transform % 2 != 0;  // the odd ones of wl_output.transform
     },
     [](void* data, wl_output*, std::uint32_t flags, int width, int height, int) {
       if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) {
@@ -38,7 +38,7 @@ const wl_output_listener WaylandOutput::kListener{
     },
     [](void* data, wl_output*) {
       auto& self = *static_cast<WaylandOutput*>(data);
-      self.size_ = self.onItsSide_ ? CGSize{self.mode_.height, self.mode_.width} : self.mode_;
+      self.size_ = self.quarterTurned_ ? CGSize{self.mode_.height, self.mode_.width} : self.mode_;
       self.changed_();
     },
     [](void* data, wl_output*, int scale) { static_cast<WaylandOutput*>(data)->scale_ = scale; },
@@ -63,17 +63,20 @@ const wl_registry_listener WaylandConnection::kRegistryListener{
 std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string* error) {
   WaylandHandle<wl_display> handle(wl_display_connect(nullptr));
   if (!handle) {
-    *error = "no Wayland compositor can be reached; set WAYLAND_DISPLAY, or choose another --surface";
+    *error = "cannot connect to a Wayland compositor; check WAYLAND_DISPLAY, or choose another --surface";
     return nullptr;
   }
   auto* display = handle.get();
   std::unique_ptr<WaylandConnection> connection(new WaylandConnection(std::move(handle)));
   connection->registry_.reset(wl_display_get_registry(display));
   wl_registry_add_listener(connection->registry_.get(), &kRegistryListener, connection.get());
-  wl_display_roundtrip(display);  // what there is
-  wl_display_roundtrip(display);  // and what the outputs are like
+  wl_display_roundtrip(display);  // for the globals
+  wl_display_roundtrip(display);  // for what the outputs say of themselves
   if (!connection->globals_.compositor || !connection->globals_.shm) {
-    *error = "the Wayland compositor takes no pictures from shared memory; choose another --surface";
+    *error =
+        "the Wayland compositor lacks wl_compositor or wl_shm, without which nothing can be drawn; choose "
+        "another "
+        "--surface";
     return nullptr;
   }
   return connection;
@@ -118,7 +121,7 @@ void WaylandConnection::remove(std::uint32_t global) {
   if (gone == outputs_.end()) {
     return;
   }
-  // Whoever draws on it lets go of it first.
+  // The handler destroys what is drawn on the output, which must happen before the output itself goes.
   const auto output = std::move(*gone);
   outputs_.erase(gone);
   outputsChanged();

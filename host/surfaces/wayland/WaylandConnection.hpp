@@ -15,7 +15,7 @@
 
 namespace nivlo {
 
-/// What the compositor offers; all but the first two may be absent.
+/// The objects that the compositor offers to everybody. All but the first two may be null.
 struct WaylandGlobals {
   WaylandHandle<wl_compositor> compositor;
   WaylandHandle<wl_shm> shm;
@@ -26,20 +26,21 @@ struct WaylandGlobals {
   WaylandHandle<xdg_wm_base> windows;
 };
 
-/// A screen. It stays where it is while it exists.
+/// An output of the compositor. Others refer to it, and events arrive at its address, so it never moves.
 class WaylandOutput {
  public:
   WaylandOutput(std::uint32_t global, WaylandHandle<wl_output> output, std::function<void()> changed);
   WaylandOutput(const WaylandOutput&) = delete;
   WaylandOutput& operator=(const WaylandOutput&) = delete;
 
+  /// The number by which the registry announces and removes it.
   std::uint32_t global() const { return global_; }
   wl_output* handle() const { return output_.get(); }
-  /// For example "eDP-1"; empty with a compositor that does not tell.
+  /// For example "eDP-1"; empty if the compositor does not tell.
   const std::string& name() const { return name_; }
-  /// Whole, rounded up where the compositor scales by a fraction.
+  /// The integer scale, which is rounded up if the compositor scales by a fraction.
   int scale() const { return scale_; }
-  /// Pixels, as the picture stands on it.
+  /// In pixels, with the rotation of the output taken into account; zero if the compositor tells no mode.
   CGSize size() const { return size_; }
 
  private:
@@ -50,21 +51,22 @@ class WaylandOutput {
   std::function<void()> changed_;
   std::string name_;
   int scale_ = 1;
-  bool onItsSide_ = false;
+  bool quarterTurned_ = false;
   CGSize mode_;
   CGSize size_;
 };
 
-/// Main thread only.
+/// The connection, its globals and its outputs. Main thread only.
 class WaylandConnection {
  public:
   struct Handlers {
-    std::function<void()> outputsChanged;  ///< one came, went, or changed its size, scale or name
-    std::function<void(const std::string& cause)> lost;
+    std::function<void()> outputsChanged;  ///< one has come, gone, or changed in size, scale or name
+    std::function<void(const std::string& cause)> lost;  ///< called once; see WaylandEvents
   };
 
-  /// Null, with the cause and the remedy in `*error`, where no compositor can be reached or it lacks what
-  /// every client needs. The outputs are known when it returns.
+  /// Connects to the compositor that WAYLAND_DISPLAY names and waits until it has described its globals and
+  /// outputs. Returns null, with the cause and the remedy in `*error`, if none answers or it lacks what every
+  /// surface needs.
   static std::unique_ptr<WaylandConnection> open(std::string* error);
   WaylandConnection(const WaylandConnection&) = delete;
   WaylandConnection& operator=(const WaylandConnection&) = delete;
@@ -72,7 +74,7 @@ class WaylandConnection {
   const WaylandGlobals& globals() const { return globals_; }
   const std::vector<std::unique_ptr<WaylandOutput>>& outputs() const { return outputs_; }
 
-  /// Lets events come from now on, through the main loop.
+  /// Delivers events through the main loop from now on. May be called only once.
   void start(Handlers handlers);
 
  private:

@@ -13,7 +13,7 @@ namespace {
 std::vector<std::string> namesOf(const WaylandConnection& connection) {
   std::vector<std::string> names;
   for (const auto& output : connection.outputs()) {
-    names.push_back(output->name().empty() ? "(one without a name)" : output->name());
+    names.push_back(output->name().empty() ? "(unnamed)" : output->name());
   }
   return names;
 }
@@ -29,13 +29,13 @@ std::unique_ptr<Surface> WaylandDesktop::open(const SurfaceOptions& options, Sur
   if (!connection->globals().layerShell) {
     *error =
         "this Wayland compositor has no layer shell (zwlr_layer_shell_v1), which a desktop background needs; "
-        "--surface window shows the wallpaper in a window";
+        "use --surface window for a window instead";
     return nullptr;
   }
   std::unique_ptr<WaylandDesktop> desktop(
       new WaylandDesktop(std::move(connection), options, std::move(handlers)));
   if (desktop->backgrounds_.empty() && !options.output.empty()) {
-    *error = fmt::format("there is no output {}; there are: {}", options.output,
+    *error = fmt::format("the compositor has no output named {}; its outputs are: {}", options.output,
                          fmt::join(namesOf(*desktop->connection_), ", "));
     return nullptr;
   }
@@ -102,8 +102,8 @@ void WaylandDesktop::updateVisible() {
   }
 }
 
-/// A compositor that asks for no pictures says that nothing is seen, but not why: where some windows do not
-/// count, it counts only if none of those can be the reason.
+/// Starvation means that the background cannot be seen, but not why. If the policy lets some windows cover it
+/// without counting as hidden, starvation counts only where no such window can be the reason.
 bool WaylandDesktop::isHidden(const LayerBackground& background) const {
   const auto cover = toplevels_.coverOf(background.output().handle());
   const bool starved = background.isStarved();

@@ -12,9 +12,12 @@
 
 namespace nivlo {
 
-/// A background for every output, or for the one that is named; outputs may come and go.
+/// A background on every output, or on the one that the options name, while outputs come and go. Main thread
+/// only.
 class WaylandDesktop : public Surface {
  public:
+  /// Returns null, with the cause and the remedy in `*error`, if the compositor cannot be reached, has no
+  /// layer shell, or has no output of the name that the options give.
   static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
                                        std::string* error);
   ~WaylandDesktop() override;

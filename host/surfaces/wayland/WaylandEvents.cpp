@@ -16,7 +16,7 @@ std::string causeOfEnd(wl_display* display) {
   }
   const wl_interface* interface = nullptr;
   const auto code = wl_display_get_protocol_error(display, &interface, nullptr);
-  return fmt::format("the Wayland compositor ended the connection: error {} of {}", code,
+  return fmt::format("the Wayland compositor ended the connection over protocol error {} of {}", code,
                      interface ? interface->name : "an unknown interface");
 }
 
@@ -45,7 +45,8 @@ WaylandEvents::WaylandEvents(wl_display* display, std::function<void(const std::
   reinterpret_cast<Source*>(source_.get())->owner = this;
   descriptor_ = g_source_add_unix_fd(source_.get(), wl_display_get_fd(display),
                                      static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
-  // Spares the loop a round for every event: GLib wakes itself up when it keeps a source from recursing.
+  // GLib blocks a source that may not recurse while dispatching it, and unblocking wakes the loop once more.
+  // Allowing recursion saves that extra round for every event.
   g_source_set_can_recurse(source_.get(), TRUE);
   g_source_attach(source_.get(), nullptr);
 }
@@ -56,7 +57,8 @@ WaylandEvents::~WaylandEvents() {
   }
 }
 
-/// A loop that is busy with other sources may skip the check: then the reading that was prepared goes on.
+/// A loop that is busy with other sources may come back here without a check in between. The read that was
+/// prepared the first time then still stands.
 bool WaylandEvents::prepare() {
   if (!reading_) {
     if (broken_ || wl_display_prepare_read(display_) != 0) {

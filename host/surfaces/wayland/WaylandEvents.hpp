@@ -1,4 +1,4 @@
-// A Wayland connection's place in the main loop.
+// Delivers a Wayland connection's events through the main loop.
 #pragma once
 
 #include <functional>
@@ -10,12 +10,12 @@
 
 namespace nivlo {
 
-/// Dispatches the connection's events on the main thread and sends what has been requested before the loop
-/// sleeps. Main thread only.
+/// Dispatches the connection's events on the main thread, and sends pending requests whenever the loop is
+/// about to sleep. Main thread only.
 class WaylandEvents {
  public:
-  /// `lost` is called once, with the cause, when the compositor is gone or has cast the program out. The
-  /// display must outlive this.
+  /// `lost` is called once, with the cause, when the compositor has gone or has ended the connection over a
+  /// protocol error. The display must outlive this object.
   WaylandEvents(wl_display* display, std::function<void(const std::string& cause)> lost);
   ~WaylandEvents();
   WaylandEvents(const WaylandEvents&) = delete;

@@ -11,16 +11,10 @@ namespace nivlo {
 namespace {
 
 bool fills(const PictureFit& fit, CGSize surface) {
-  constexpr double kPart = 0.5;  // of a pixel
-  return std::abs(fit.seen.origin.x) < kPart && std::abs(fit.seen.origin.y) < kPart &&
-         std::abs(fit.seen.size.width - surface.width) < kPart &&
-         std::abs(fit.seen.size.height - surface.height) < kPart;
-}
-
-CGRect stretched(CGRect rect, CGSize from, CGSize to) {
-  const double x = to.width / from.width;
-  const double y = to.height / from.height;
-  return {{rect.origin.x * x, rect.origin.y * y}, {rect.size.width * x, rect.size.height * y}};
+  constexpr double kTolerance = 0.5;  // pixels
+  return std::abs(fit.destination.origin.x) < kTolerance && std::abs(fit.destination.origin.y) < kTolerance &&
+         std::abs(fit.destination.size.width - surface.width) < kTolerance &&
+         std::abs(fit.destination.size.height - surface.height) < kTolerance;
 }
 
 PixelRect wholeOf(PictureSize size) { return {0, 0, size.width, size.height}; }
@@ -35,7 +29,7 @@ WaylandPainter::~WaylandPainter() = default;
 void WaylandPainter::show(LaidOutView view) {
   view_ = std::move(view);
   clock_.emplace(*view_.view, [this] {
-    frameWaits_ = true;
+    pictureWaits_ = true;
     paint();
   });
 }
@@ -74,7 +68,7 @@ void WaylandPainter::paint() {
     }
     if (only && fillingPart(*only, uprightSize(only->frame.geometry), *canvas)) {
       sharing.push_back(canvas);
-    } else if (frameWaits_) {
+    } else if (pictureWaits_) {
       paintOwn(*canvas);
       drawnAnew = true;
     }
@@ -82,13 +76,13 @@ void WaylandPainter::paint() {
   if (!sharing.empty()) {
     paintShared(*only, sharing);
   } else if (drawnAnew) {
-    frameWaits_ = false;
+    pictureWaits_ = false;
     drawn_();
   }
 }
 
 void WaylandPainter::paintShared(const PlacedPicture& placed, const std::vector<WaylandCanvas*>& wanting) {
-  const bool drawnAnew = frameWaits_ && convert(placed);
+  const bool drawnAnew = pictureWaits_ && convert(placed);
   for (auto* canvas : wanting) {
     if (canvas->shown() != newest_.sequence) {
       presentNewest(placed, *canvas);
@@ -107,7 +101,7 @@ bool WaylandPainter::convert(const PlacedPicture& placed) {
   }
   converter_.convert(placed.frame, room->pictures->pixels(room->index));
   newest_ = *room;
-  frameWaits_ = false;
+  pictureWaits_ = false;
   return true;
 }
 
@@ -120,7 +114,8 @@ std::optional<ShownPicture> WaylandPainter::roomFor(std::shared_ptr<ShmPictures>
   return index ? std::optional(ShownPicture{pictures, *index, ++sequence_}) : std::nullopt;
 }
 
-/// A canvas that is not asked for pictures may keep an old one for ever; it gets the newest in its place.
+/// The compositor may keep the picture of a hidden canvas for ever, because it asks for no other. Presenting
+/// the newest there lets the old one go.
 void WaylandPainter::freeHeldPictures(const PlacedPicture& placed) {
   for (auto* canvas : canvases_) {
     if (!canvas->wantsPicture() && canvas->isConfigured() && !canvas->holds(newest_)) {
@@ -159,7 +154,7 @@ void WaylandPainter::repaint(WaylandCanvas& canvas) {
   }
 }
 
-/// One pixel is enough where the compositor stretches it. New memory is black.
+/// New pictures are black, and one pixel is enough where the compositor scales it up.
 void WaylandPainter::paintBlack(WaylandCanvas& canvas) {
   const auto room = roomFor(own_[&canvas], canvas.canScale() ? PictureSize{1, 1} : canvas.pixelSize());
   if (room) {

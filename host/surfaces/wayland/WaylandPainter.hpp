@@ -1,4 +1,4 @@
-// Puts a view's pictures on canvases.
+// Paints a view on canvases.
 #pragma once
 
 #include <functional>
@@ -13,26 +13,29 @@
 
 namespace nivlo {
 
-/// A picture that fills the view is converted once, at the camera's size, and shared by all canvases, each of
-/// which cuts out its part and has the compositor scale it. Anything else is drawn for each canvas at its own
-/// size. Main thread only.
+/// A view that consists of one picture, filling the canvas, costs the least: the picture is converted once,
+/// at its own size, and shared by all canvases, each of which cuts out its part and lets the compositor scale
+/// it. Any other view is drawn for each canvas at the canvas's size. Main thread only.
 class WaylandPainter {
  public:
-  /// `drawn` is called once for each picture that any canvas shows.
+  /// `drawn` is called once for each new picture, however many canvases show it. `globals` must outlive the
+  /// painter.
   WaylandPainter(const WaylandGlobals& globals, std::function<void()> drawn);
   ~WaylandPainter();
   WaylandPainter(const WaylandPainter&) = delete;
   WaylandPainter& operator=(const WaylandPainter&) = delete;
 
+  /// Paints this view from now on, whenever it gets a new picture and a canvas wants one.
   void show(LaidOutView view);
 
-  /// The canvas must be removed before it goes.
+  /// The canvas must be removed before it is destroyed.
   void add(WaylandCanvas* canvas) { canvases_.push_back(canvas); }
   void remove(WaylandCanvas* canvas);
 
-  /// Gives the canvases that want one the newest picture.
+  /// Gives the newest picture to every canvas that wants one and does not show it yet.
   void paint();
-  /// Gives this canvas what there is, black before the first picture, as its size has changed.
+  /// Paints the canvas at once, whether it wants a picture or not, because its size has changed. It is black
+  /// until a view is shown.
   void repaint(WaylandCanvas& canvas);
 
  private:
@@ -57,11 +60,11 @@ class WaylandPainter {
   std::optional<FrameClock> clock_;
   PictureConverter converter_;
   LayerRenderer renderer_;
-  bool frameWaits_ = false;
-  unsigned sequence_ = 0;
-  ShownPicture newest_;
-  std::shared_ptr<ShmPictures> shared_;
-  std::map<const WaylandCanvas*, std::shared_ptr<ShmPictures>> own_;
+  bool pictureWaits_ = false;            ///< the view has a picture that no canvas has been given yet
+  unsigned sequence_ = 0;                ///< of the picture drawn last
+  ShownPicture newest_;                  ///< converted last, in `shared_`
+  std::shared_ptr<ShmPictures> shared_;  ///< for pictures that all canvases share
+  std::map<const WaylandCanvas*, std::shared_ptr<ShmPictures>> own_;  ///< for those of one canvas
 };
 
 }  // namespace nivlo

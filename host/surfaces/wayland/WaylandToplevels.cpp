@@ -16,7 +16,7 @@ struct WaylandToplevels::Toplevel {
     bool activated = false;
     bool fullscreen = false;
   };
-  State pending;  // until the compositor says that a change is whole
+  State pending;  ///< reported, and in force once the compositor says that the change is complete
   State state;
   std::set<wl_output*> outputs;
   zwlr_foreign_toplevel_handle_v1* parent = nullptr;
@@ -103,11 +103,12 @@ const WaylandToplevels::Toplevel* WaylandToplevels::find(
   return found != toplevels_.end() ? found->get() : nullptr;
 }
 
-/// By the window, or by one that it is a dialog of.
+/// A dialog counts for as much as the windows that it belongs to.
 Cover WaylandToplevels::coverBy(const Toplevel& toplevel) const {
   auto cover = Cover::Windows;
   const auto* window = &toplevel;
-  // A chain cannot be longer than there are windows; a compositor's mistake must not make it endless.
+  // No chain of parents is longer than the list, so a compositor that closes one in a circle cannot hang the
+  // loop.
   for (std::size_t steps = 0; window && steps < toplevels_.size(); ++steps) {
     if (window->state.fullscreen) {
       return Cover::Fullscreen;

@@ -1,4 +1,4 @@
-// The windows of other programs, as far as they hide a wallpaper.
+// Other programs' windows, as far as they hide the wallpaper.
 #pragma once
 
 #include <functional>
@@ -10,21 +10,22 @@
 
 namespace nivlo {
 
-/// What lies over an output's wallpaper.
+/// What covers an output's wallpaper.
 enum class Cover {
   Unknown,     ///< the compositor does not tell
-  Nothing,     ///< no window
-  Windows,     ///< windows that leave some of it free, as far as their state tells
+  Nothing,     ///< no window at all
+  Windows,     ///< windows that, judging by their states, leave some of it free
   Maximized,   ///< a maximised window
   Fullscreen,  ///< a fullscreen window
 };
 
-/// Follows every window through the compositor's window list. The list knows neither workspaces nor stacking,
-/// so an output counts as covered by the window that was active there last, or one that it belongs to, and
-/// only while any window is active: on an empty workspace none is. Main thread only.
+/// Follows every window through the compositor's window list. The list knows neither workspaces nor stacking
+/// order. An output therefore counts as covered by the window that was active there last, or by the one that
+/// this is a dialog of, and only while any window is active at all: on an empty workspace none is. Main
+/// thread only.
 class WaylandToplevels {
  public:
-  /// `manager` may be null. `changed` is called when any answer may have changed.
+  /// Without a manager every answer is Unknown. `changed` is called when any answer may have changed.
   WaylandToplevels(zwlr_foreign_toplevel_manager_v1* manager, std::function<void()> changed);
   ~WaylandToplevels();
   WaylandToplevels(const WaylandToplevels&) = delete;

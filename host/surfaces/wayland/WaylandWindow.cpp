@@ -25,7 +25,8 @@ std::unique_ptr<Surface> WaylandWindow::open(const SurfaceOptions& options, Surf
     return nullptr;
   }
   if (!connection->globals().windows) {
-    *error = "this Wayland compositor shows no ordinary windows (xdg_wm_base); choose another --surface";
+    *error =
+        "this Wayland compositor does not support ordinary windows (xdg_wm_base); choose another --surface";
     return nullptr;
   }
   return std::unique_ptr<Surface>(new WaylandWindow(std::move(connection), options, std::move(handlers)));

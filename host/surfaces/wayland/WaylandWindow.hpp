@@ -9,9 +9,12 @@
 
 namespace nivlo {
 
-/// Takes the size that the compositor gives it, else the one that was asked for.
+/// Takes the size that the compositor gives it, or the one in the options if it leaves the choice. Main
+/// thread only.
 class WaylandWindow : public Surface {
  public:
+  /// Returns null, with the cause and the remedy in `*error`, if the compositor cannot be reached or shows no
+  /// windows.
   static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
                                        std::string* error);
   ~WaylandWindow() override;

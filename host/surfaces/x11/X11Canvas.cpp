@@ -6,7 +6,7 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::chrono::milliseconds kMappingPatience{500};
+constexpr std::chrono::milliseconds kMapRetryDelay{500};
 
 template <typename Event>
 const Event& as(const xcb_generic_event_t& event) {
@@ -15,8 +15,8 @@ const Event& as(const xcb_generic_event_t& event) {
 
 }  // namespace
 
-/// Without a background of its own the window keeps what it shows until that is drawn over: no black flashes
-/// where other windows move across it.
+/// With no background of its own, the window keeps what it shows until that is drawn over, so that it does
+/// not flash black where other windows move across it.
 X11Canvas::X11Canvas(X11Connection& connection, const X11Rect& place, Kind kind)
     : connection_(connection),
       kind_(kind),
@@ -55,7 +55,7 @@ void X11Canvas::map() {
   }
   xcb_map_window(connection_.get(), window_);
   connection_.flush();
-  mapping_ = EventSource::onTimeout(kMappingPatience, [this] { map(); });
+  mapping_ = EventSource::onTimeout(kMapRetryDelay, [this] { map(); });
 }
 
 void X11Canvas::move(const X11Rect& place) {

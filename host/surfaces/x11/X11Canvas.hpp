@@ -9,40 +9,42 @@
 
 namespace nivlo {
 
-/// Makes the window and, in the end, destroys it. Main thread only.
+/// Owns the window. Main thread only.
 class X11Canvas {
  public:
   enum class Kind {
-    Managed,  ///< a window manager sees to it
-    Lowest,   ///< none does: it keeps below all other windows by itself
+    Managed,  ///< placed and stacked by the window manager
+    Lowest,   ///< unknown to any window manager; it keeps itself below all other windows
   };
 
-  /// Not mapped yet. The connection must outlive it.
+  /// Creates the window, which is not mapped yet. The connection must outlive the canvas.
   X11Canvas(X11Connection& connection, const X11Rect& place, Kind kind);
   ~X11Canvas();
   X11Canvas(const X11Canvas&) = delete;
   X11Canvas& operator=(const X11Canvas&) = delete;
 
   xcb_window_t window() const { return window_; }
-  /// Where it was put; a window manager may have put it elsewhere.
+  /// Where the window was last put; a window manager may have moved it elsewhere.
   const X11Rect& place() const { return place_; }
-  /// Asks for it until it is done: a window manager that is just starting may overlook it.
+  /// Maps the window, asking again until it is done: a window manager that is just starting may miss a
+  /// request.
   void map();
   void move(const X11Rect& place);
 
   bool isMapped() const { return mapped_; }
-  /// Whether other windows cover all of it. A server that keeps windows' content for a compositing manager
-  /// never says so.
+  /// Whether other windows cover all of it. Under a compositing manager the server never reports that,
+  /// because it keeps the content of covered windows.
   bool isObscured() const { return obscured_; }
 
-  /// Whether something has gone from the window that must be drawn again.
+  /// Whether the window has lost some of its content, so that it must be drawn again.
   bool isStale() const { return stale_; }
-  /// Whether the server has taken the last picture.
+  /// Whether the server has finished reading the last picture.
   bool isReady() const { return !picture_ || !picture_->isInUse(); }
-  /// Draws and sends it, when it is ready. Returns whether there was a camera's picture to draw.
+  /// Draws the view and sends it to the server; does nothing unless ready. Returns whether any picture of the
+  /// view can be seen.
   bool draw(LayerRenderer& renderer, const LaidOutView& view);
 
-  /// To be told of every event.
+  /// Must be given every event of the connection.
   void handle(const xcb_generic_event_t& event);
 
  private:
@@ -53,8 +55,8 @@ class X11Canvas {
   X11Connection& connection_;
   Kind kind_;
   X11Rect place_;
-  int width_;   ///< pixels, as it is now
-  int height_;  ///< pixels, as it is now
+  int width_;   ///< pixels, as the server last reported
+  int height_;  ///< pixels
   xcb_window_t window_;
   xcb_gcontext_t context_;
   std::unique_ptr<X11Picture> picture_;

@@ -87,15 +87,15 @@ void X11Clients::readDesktop() {
   showingDesktop_ = firstValue(connection_.values(connection_.root(), kShowingDesktop), 0) != 0;
 }
 
-/// Where a window is only matters while it covers something.
+/// The place is queried only if the window can cover anything, which spares two round trips for most windows.
 void X11Clients::read(xcb_window_t window, Client& client) {
   const auto states = connection_.values(window, kState);
   const auto has = [&](const char* state) {
     return std::find(states.begin(), states.end(), connection_.atom(state)) != states.end();
   };
   client.fullscreen = has("_NET_WM_STATE_FULLSCREEN");
-  client.maximised = has("_NET_WM_STATE_MAXIMIZED_VERT") && has("_NET_WM_STATE_MAXIMIZED_HORZ");
-  client.minimised = has("_NET_WM_STATE_HIDDEN");
+  client.maximized = has("_NET_WM_STATE_MAXIMIZED_VERT") && has("_NET_WM_STATE_MAXIMIZED_HORZ");
+  client.minimized = has("_NET_WM_STATE_HIDDEN");
   client.desktop = firstValue(connection_.values(window, kDesktop), kEveryX11Desktop);
   if (!client.covers()) {
     return;

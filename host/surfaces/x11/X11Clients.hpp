@@ -1,4 +1,4 @@
-// Other programs' windows, as far as they hide the desktop.
+// Other programs' windows, as far as they hide the wallpaper.
 #pragma once
 
 #include <cstdint>
@@ -10,36 +10,36 @@
 
 namespace nivlo {
 
-/// In place of a virtual desktop's number: a window that is on all of them.
+/// The number that stands for all virtual desktops in _NET_WM_DESKTOP (EWMH 1.3).
 inline constexpr std::uint32_t kEveryX11Desktop = 0xffffffff;
 
-/// Follows what the window manager says of the windows that it manages: how they are shown, on which desktop,
-/// and where. A window that goes while it is asked for counts as gone. Main thread only.
+/// Follows the state, the virtual desktop and the place of every window that the window manager lists. A
+/// window that disappears while it is being queried covers nothing. Main thread only.
 class X11Clients {
  public:
-  /// The connection must hear of the root window's properties, and outlive this.
+  /// The connection must receive property changes of the root window and outlive this object.
   explicit X11Clients(X11Connection& connection) : connection_(connection) {}
 
-  /// To be told of every event.
+  /// Must be given every event of the connection.
   void handle(const xcb_generic_event_t& event);
-  /// Asks for what the events say has changed.
+  /// Queries whatever has changed according to the events.
   void update();
-  /// Nobody manages windows any more, or somebody else does.
+  /// To be called when the window manager has gone or changed: what it said is no longer valid.
   void forget();
 
-  /// Whether a window hides the area that the policy lets hide it.
+  /// Whether the area is mostly covered by a window that counts as hiding it under this policy.
   bool cover(const X11Rect& area, PausePolicy policy) const;
 
  private:
   struct Client {
     bool fullscreen = false;
-    bool maximised = false;
-    bool minimised = false;
+    bool maximized = false;
+    bool minimized = false;
     std::uint32_t desktop = 0;
     X11Rect place;
     bool stale = true;
 
-    bool covers() const { return (fullscreen || maximised) && !minimised; }
+    bool covers() const { return (fullscreen || maximized) && !minimized; }
   };
 
   void propertyChanged(const xcb_property_notify_event_t& event);

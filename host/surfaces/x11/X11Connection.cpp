@@ -6,7 +6,7 @@ namespace nivlo {
 
 namespace {
 
-bool hasWholePixels(const xcb_setup_t& setup, std::uint8_t depth) {
+bool has32BitPixels(const xcb_setup_t& setup, std::uint8_t depth) {
   auto formats = xcb_setup_pixmap_formats_iterator(&setup);
   for (; formats.rem > 0; xcb_format_next(&formats)) {
     if (formats.data->depth == depth) {
@@ -16,7 +16,7 @@ bool hasWholePixels(const xcb_setup_t& setup, std::uint8_t depth) {
   return false;
 }
 
-bool hasBlueFirst(const xcb_screen_t& screen) {
+bool isBlueFirst(const xcb_screen_t& screen) {
   constexpr std::uint32_t kRed = 0xff0000;
   constexpr std::uint32_t kBlue = 0xff;
   for (auto depths = xcb_screen_allowed_depths_iterator(&screen); depths.rem > 0; xcb_depth_next(&depths)) {
@@ -44,13 +44,13 @@ std::unique_ptr<X11Connection> X11Connection::open(std::string* error) {
   int number = 0;
   Handle connection(xcb_connect(nullptr, &number));
   if (xcb_connection_has_error(connection.get()) != 0) {
-    *error = "there is no X11 display to open; set DISPLAY, or use --surface offscreen";
+    *error = "cannot connect to an X11 display; check DISPLAY, or use --surface offscreen";
     return nullptr;
   }
   const auto* setup = xcb_get_setup(connection.get());
   const auto* screen = screenOf(*setup, number);
-  if (!hasWholePixels(*setup, screen->root_depth) || !hasBlueFirst(*screen)) {
-    *error = "the X11 display has no 24-bit colour; use --surface offscreen";
+  if (!has32BitPixels(*setup, screen->root_depth) || !isBlueFirst(*screen)) {
+    *error = "the X11 display does not take 24-bit colours in 32-bit pixels; use --surface offscreen";
     return nullptr;
   }
   return std::unique_ptr<X11Connection>(new X11Connection(std::move(connection), screen));
@@ -71,7 +71,7 @@ void X11Connection::dispatch() {
       listener_.event(*event);
     }
     listener_.settled();
-    // What was asked for there may have brought more.
+    // Replies that the listener waited for may have brought more events.
     event.reset(xcb_poll_for_queued_event(get()));
   } while (event);
   if (xcb_connection_has_error(get()) != 0) {

@@ -12,8 +12,8 @@ namespace nivlo {
 
 namespace {
 
-/// Mirrored monitors show one window.
-bool isShown(const std::vector<X11Monitor>& monitors, const X11Rect& place) {
+/// Monitors that mirror each other share one window.
+bool contain(const std::vector<X11Monitor>& monitors, const X11Rect& place) {
   return std::any_of(monitors.begin(), monitors.end(),
                      [&](const auto& monitor) { return monitor.place == place; });
 }
@@ -34,8 +34,8 @@ std::unique_ptr<Surface> X11Desktop::open(const SurfaceOptions& options, Surface
   for (const auto& monitor : desktop->allMonitors_.list()) {
     names.push_back(monitor.name);
   }
-  *error =
-      fmt::format("the X11 display has no output {}; it has: {}", options.output, fmt::join(names, ", "));
+  *error = fmt::format("the X11 display has no output named {}; its outputs are: {}", options.output,
+                       fmt::join(names, ", "));
   return nullptr;
 }
 
@@ -43,7 +43,7 @@ X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceO
                        SurfaceHandlers handlers)
     : X11Surface(std::move(connection), options.pause, std::move(handlers)),
       output_(options.output),
-      manager_(this->connection()),
+      windowManager_(this->connection()),
       clients_(this->connection()),
       allMonitors_(this->connection()) {
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -51,7 +51,7 @@ X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceO
   findMonitors();
 }
 
-/// With all monitors off the wallpaper waits for one, laid out for the whole screen.
+/// While all monitors are off, the wallpaper is laid out for the whole screen and waits for one to come on.
 CGSize X11Desktop::size() const {
   const auto& screen = connection().screen();
   const auto place =
@@ -62,7 +62,7 @@ CGSize X11Desktop::size() const {
 void X11Desktop::findMonitors() {
   monitors_.clear();
   for (auto& monitor : allMonitors_.list()) {
-    if ((output_.empty() || monitor.name == output_) && !isShown(monitors_, monitor.place)) {
+    if ((output_.empty() || monitor.name == output_) && !contain(monitors_, monitor.place)) {
       monitors_.push_back(std::move(monitor));
     }
   }
@@ -71,13 +71,13 @@ void X11Desktop::findMonitors() {
 void X11Desktop::openCanvases() { placeCanvases(); }
 
 void X11Desktop::handle(const xcb_generic_event_t& event) {
-  managerChanged_ = manager_.handle(event) || managerChanged_;
+  windowManagerChanged_ = windowManager_.handle(event) || windowManagerChanged_;
   monitorsChanged_ = allMonitors_.isChange(event) || monitorsChanged_;
   clients_.handle(event);
 }
 
 void X11Desktop::settle() {
-  if (std::exchange(managerChanged_, false)) {
+  if (std::exchange(windowManagerChanged_, false)) {
     canvases().clear();
     clients_.forget();
     monitorsChanged_ = true;
@@ -86,7 +86,7 @@ void X11Desktop::settle() {
     findMonitors();
     placeCanvases();
   }
-  if (manager_.isThere()) {
+  if (windowManager_.isRunning()) {
     clients_.update();
   }
 }
@@ -106,7 +106,7 @@ void X11Desktop::placeCanvases() {
 }
 
 std::unique_ptr<X11Canvas> X11Desktop::makeCanvas(const X11Rect& place) {
-  const auto kind = manager_.knowsDesktopWindows() ? X11Canvas::Kind::Managed : X11Canvas::Kind::Lowest;
+  const auto kind = windowManager_.knowsDesktopWindows() ? X11Canvas::Kind::Managed : X11Canvas::Kind::Lowest;
   auto canvas = std::make_unique<X11Canvas>(connection(), place, kind);
   setHints(canvas->window(), place);
   if (connection().extension(xcb_shape_id)) {

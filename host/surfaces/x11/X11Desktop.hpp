@@ -6,21 +6,22 @@
 #include <vector>
 
 #include "host/surfaces/x11/X11Clients.hpp"
-#include "host/surfaces/x11/X11Manager.hpp"
 #include "host/surfaces/x11/X11Monitors.hpp"
 #include "host/surfaces/x11/X11Surface.hpp"
+#include "host/surfaces/x11/X11WindowManager.hpp"
 
 namespace nivlo {
 
-/// A window below all others on each monitor, or on the one that was asked for, through which clicks fall to
-/// what lies below. Main thread only.
+/// A window below all others on each monitor, or on the one that the options name. Clicks fall through it.
+/// Main thread only.
 ///
 /// A window manager that knows desktop windows keeps them lowest. Any other would frame, tile or raise them,
-/// so from those, and where there is none, the windows are withheld (override-redirect) and keep lowest by
-/// themselves. When a manager comes or goes they are made anew.
+/// so the windows bypass it (override-redirect) and keep themselves lowest, as they do where there is no
+/// window manager. They are made anew whenever a window manager comes or goes.
 class X11Desktop : public X11Surface {
  public:
-  /// Null, with the cause in `*error`, where there is no monitor of the name that was asked for.
+  /// Returns null, with the cause and the remedy in `*error`, if there is no usable display, or no monitor of
+  /// the name that the options give.
   static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
                                        std::string* error);
 
@@ -42,12 +43,12 @@ class X11Desktop : public X11Surface {
   void setHints(xcb_window_t window, const X11Rect& place);
 
   std::string output_;
-  X11Manager manager_;
+  X11WindowManager windowManager_;
   X11Clients clients_;
   X11Monitors allMonitors_;
-  std::vector<X11Monitor> monitors_;  ///< that the wallpaper is on
+  std::vector<X11Monitor> monitors_;  ///< those that show the wallpaper
   bool monitorsChanged_ = false;
-  bool managerChanged_ = false;
+  bool windowManagerChanged_ = false;
 };
 
 }  // namespace nivlo

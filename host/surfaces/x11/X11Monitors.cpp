@@ -41,7 +41,7 @@ std::vector<X11Monitor> X11Monitors::list() {
   return found;
 }
 
-/// Monitors that a program has defined are announced as a change of the root window only.
+/// Monitors that a program defines (xrandr --setmonitor) are announced only by a change of the root window.
 bool X11Monitors::isChange(const xcb_generic_event_t& event) const {
   const auto kind = event.response_type & 0x7f;
   if (kind == XCB_CONFIGURE_NOTIFY) {

@@ -10,19 +10,21 @@
 namespace nivlo {
 
 struct X11Monitor {
-  std::string name;  ///< of its output, for example "eDP-1"
+  std::string name;  ///< the name of its output, for example "eDP-1"
   X11Rect place;
 };
 
-/// Main thread only.
+/// Lists the monitors through RandR 1.5. Main thread only.
 class X11Monitors {
  public:
-  /// Has the connection hear of changes; of the root window's it must hear too. It must outlive this.
+  /// Makes the connection receive RandR's events. It must also receive structure events of the root window,
+  /// and outlive this object.
   explicit X11Monitors(X11Connection& connection);
 
-  /// Those that are on, the primary one first; one named "screen" where the server knows of none.
+  /// The monitors that are on, the primary one first. Without RandR 1.5 it is one named "screen", as large as
+  /// the screen.
   std::vector<X11Monitor> list();
-  /// Whether the event says that the list has changed.
+  /// Whether the event may have changed the list.
   bool isChange(const xcb_generic_event_t& event) const;
 
  private:

@@ -11,7 +11,8 @@ namespace nivlo {
 
 namespace {
 
-/// A property that is changed behind a sent picture: its event says that the server has come so far.
+/// A property that is changed after a picture has been copied to the server. The event for it shows that the
+/// server has got that far.
 constexpr auto kSentMark = "_NIVLO_PICTURE_SENT";
 
 }  // namespace
@@ -28,7 +29,8 @@ X11Picture::X11Picture(X11Connection& connection, int width, int height)
   }
 }
 
-/// The server keeps memory of its own mapping until it has read what it was asked to.
+/// The server has a mapping of its own, which it keeps until it has carried out the requests that read from
+/// it.
 X11Picture::~X11Picture() {
   if (segment_ != 0) {
     xcb_shm_detach(connection_.get(), segment_);
@@ -50,7 +52,7 @@ bool X11Picture::share() {
     return false;
   }
   const auto segment = xcb_generate_id(connection_.get());
-  // The connection closes the file when it has passed it on.
+  // The connection closes the file once it has been passed on.
   const auto request = xcb_shm_attach_fd_checked(connection_.get(), segment, file, 1);
   if (const X11Reply<xcb_generic_error_t> error{xcb_request_check(connection_.get(), request)}) {
     munmap(memory, bytes_);
@@ -75,7 +77,7 @@ void X11Picture::put(xcb_window_t window, xcb_gcontext_t context) {
                     connection_.screen().root_depth, XCB_IMAGE_FORMAT_Z_PIXMAP, 1, segment_, 0);
 }
 
-/// In strips, as a request is limited in length.
+/// Goes in strips, because the length of a request is limited.
 void X11Picture::send(xcb_window_t window, xcb_gcontext_t context) {
   constexpr std::uint32_t kHeaderBytes = 64;
   const auto limit = xcb_get_maximum_request_length(connection_.get()) * 4 - kHeaderBytes;

@@ -1,4 +1,4 @@
-// Where something lies on an X11 screen.
+// A rectangle on an X11 screen.
 #pragma once
 
 #include <algorithm>
@@ -6,7 +6,7 @@
 
 namespace nivlo {
 
-/// Pixels, from the corner of the whole screen.
+/// In pixels from the screen's top left corner.
 struct X11Rect {
   int x = 0;
   int y = 0;
@@ -15,8 +15,8 @@ struct X11Rect {
   bool operator==(const X11Rect&) const = default;
 };
 
-/// Whether the rectangle hides more than half of the area, as a maximised window beside any panels does on
-/// its monitor, and on no other.
+/// Whether the rectangle covers more than half of the area. A maximised window does that on its own monitor,
+/// however many panels it leaves room for, and on no other.
 inline bool coversMost(const X11Rect& rect, const X11Rect& area) {
   const std::int64_t width = std::min(rect.x + rect.width, area.x + area.width) - std::max(rect.x, area.x);
   const std::int64_t height = std::min(rect.y + rect.height, area.y + area.height) - std::max(rect.y, area.y);

@@ -6,14 +6,14 @@
 
 namespace nivlo {
 
-/// Asks once a second, as servers send no event when they turn the screens off. Main thread only.
+/// Asks once a second, because servers send no event when they turn the screens off. Main thread only.
 class X11ScreenPower {
  public:
-  /// The connection must outlive it.
+  /// The connection must outlive this object.
   explicit X11ScreenPower(X11Connection& connection) : connection_(connection) {}
 
-  /// From now on the connection's listener can see changes whenever it is told that events have settled. Does
-  /// nothing where the server cannot turn screens off.
+  /// Starts asking. After each answer the connection's listener is told that events have settled, so it can
+  /// act on a change. Does nothing if the server cannot turn the screens off.
   void watch();
   bool isOn() const { return on_; }
 

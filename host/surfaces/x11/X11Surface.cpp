@@ -29,7 +29,7 @@ void X11Surface::show(LaidOutView view) {
                            },
                        .lost = [this] { handlers_.lost("the X11 display is gone"); }});
   clock_.emplace(*view_.view, [this] {
-    newFrame_ = true;
+    newPicture_ = true;
     connection_->dispatch();
   });
   start_ = EventSource::onTimeout(std::chrono::milliseconds{0}, [this] {
@@ -60,15 +60,15 @@ void X11Surface::draw() {
   if (!isReady()) {
     return;
   }
-  const bool newFrame = std::exchange(newFrame_, false);
+  const bool newPicture = std::exchange(newPicture_, false);
   bool drawn = false;
   for (const auto& [name, canvas] : canvases_) {
-    if ((newFrame || canvas->isStale()) && isSeen(*canvas)) {
+    if ((newPicture || canvas->isStale()) && isSeen(*canvas)) {
       drawn = canvas->draw(renderer_, view_) || drawn;
     }
   }
   connection_->flush();
-  if (newFrame && drawn) {
+  if (newPicture && drawn) {
     handlers_.drawn();
   }
 }

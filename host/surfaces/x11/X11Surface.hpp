@@ -1,4 +1,4 @@
-// What the desktop and a window have in common.
+// What the desktop background and a window on X11 have in common.
 #pragma once
 
 #include <map>
@@ -13,8 +13,8 @@
 
 namespace nivlo {
 
-/// Draws the view into canvases: each of its frames into all canvases that can be seen, once the server has
-/// taken the last one from all of them.
+/// Draws each new picture of the view into every canvas that can be seen, once the server has finished with
+/// the last picture of all canvases. Main thread only.
 class X11Surface : public Surface {
  public:
   void show(LaidOutView view) override;
@@ -22,12 +22,13 @@ class X11Surface : public Surface {
  protected:
   X11Surface(std::unique_ptr<X11Connection> connection, PausePolicy pause, SurfaceHandlers handlers);
 
-  /// Makes and maps the first canvases.
+  /// Creates and maps the first canvases.
   virtual void openCanvases() = 0;
-  /// An event, which the canvases have heard of.
+  /// Handles an event that the canvases have already been given.
   virtual void handle(const xcb_generic_event_t& event) = 0;
-  /// Acts on the events that came together.
+  /// Acts on the events that arrived together.
   virtual void settle() = 0;
+  /// Whether other windows hide the canvas, under the pause policy and as far as anybody tells.
   virtual bool isCovered(const X11Canvas& canvas) const = 0;
 
   X11Connection& connection() const { return *connection_; }
@@ -35,7 +36,7 @@ class X11Surface : public Surface {
   const SurfaceHandlers& handlers() const { return handlers_; }
 
   using Canvases = std::map<std::string, std::unique_ptr<X11Canvas>>;
-  /// By the name of the monitor; before the show there are none.
+  /// Keyed by the name of the monitor. Empty until `show` is called.
   Canvases& canvases() { return canvases_; }
 
  private:
@@ -53,7 +54,7 @@ class X11Surface : public Surface {
   Canvases canvases_;
   std::optional<FrameClock> clock_;
   EventSource start_;
-  bool newFrame_ = false;
+  bool newPicture_ = false;
   bool visible_ = true;
 };
 

@@ -9,7 +9,7 @@ namespace nivlo {
 
 namespace {
 
-constexpr int kLeastSide = 64;
+constexpr int kMinimumLength = 64;
 
 }  // namespace
 
@@ -34,7 +34,7 @@ void X11Window::openCanvases() {
   auto canvas = std::make_unique<X11Canvas>(connection(), place_, X11Canvas::Kind::Managed);
   xcb_size_hints_t size{};
   xcb_icccm_size_hints_set_size(&size, 0, place_.width, place_.height);
-  xcb_icccm_size_hints_set_min_size(&size, kLeastSide, kLeastSide);
+  xcb_icccm_size_hints_set_min_size(&size, kMinimumLength, kMinimumLength);
   xcb_icccm_set_wm_normal_hints(connection().get(), canvas->window(), &size);
   connection().setValues(canvas->window(), "WM_PROTOCOLS", XCB_ATOM_ATOM,
                          {connection().atom("WM_DELETE_WINDOW")});
@@ -55,18 +55,18 @@ void X11Window::handle(const xcb_generic_event_t& event) {
   }
 }
 
-/// Where windows keep their content for a compositing manager, a minimised one may stay mapped.
+/// Under a compositing manager a minimised window may stay mapped, so its state is what counts.
 void X11Window::settle() {
   if (!std::exchange(stateChanged_, false)) {
     return;
   }
   const auto states = connection().values(canvases().at("window")->window(), "_NET_WM_STATE");
-  minimised_ =
+  minimized_ =
       std::find(states.begin(), states.end(), connection().atom("_NET_WM_STATE_HIDDEN")) != states.end();
 }
 
 bool X11Window::isCovered(const X11Canvas& canvas) const {
-  return minimised_ || (pause() == PausePolicy::Covered && canvas.isObscured());
+  return minimized_ || (pause() == PausePolicy::Covered && canvas.isObscured());
 }
 
 }  // namespace nivlo

@@ -5,10 +5,10 @@
 
 namespace nivlo {
 
-/// Can be resized and closed. Main thread only.
+/// A window that the user can resize and close. Main thread only.
 class X11Window : public X11Surface {
  public:
-  /// Null, with the cause and the remedy in `*error`, where there is no display that can show it.
+  /// Returns null, with the cause and the remedy in `*error`, if there is no usable display.
   static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
                                        std::string* error);
 
@@ -26,7 +26,7 @@ class X11Window : public X11Surface {
 
   X11Rect place_;
   bool stateChanged_ = false;
-  bool minimised_ = false;
+  bool minimized_ = false;
 };
 
 }  // namespace nivlo

@@ -51,7 +51,7 @@ MATCHER_P(IsColor, expected, "") {
 /// Whether there was anything to show.
 bool draw(const std::shared_ptr<UIView>& view, Pixels& screen) {
   const CGSize size{static_cast<double>(screen.width), static_cast<double>(screen.height)};
-  return LayerRenderer().render({view, size}, screen.view());
+  return LayerRenderer().render({view, size}, screen.span());
 }
 
 class LayerRendererTest : public testing::Test {

@@ -15,12 +15,12 @@ Pixels shown(const VideoFrame& frame) {
   Pixels pixels;
   pixels.resize(frame.width, frame.height);
   PictureConverter().convert({std::make_shared<VideoFrame>(frame), {frame.width, frame.height}},
-                             pixels.view());
+                             pixels.span());
   return pixels;
 }
 
 Picture::Color colorAt(Pixels& pixels, int x, int y) {
-  const auto* pixel = pixels.view().at(x, y);
+  const auto* pixel = pixels.span().at(x, y);
   return {pixel[2], pixel[1], pixel[0]};
 }
 

@@ -1,4 +1,4 @@
-#include "host/surfaces/x11/X11Manager.hpp"
+#include "host/surfaces/x11/X11WindowManager.hpp"
 
 #include <algorithm>
 
@@ -11,8 +11,9 @@ constexpr auto kSupported = "_NET_SUPPORTED";
 
 }  // namespace
 
-/// A manager that was killed leaves its properties on the root window, but not the window that they name.
-void X11Manager::look() {
+/// A window manager that was killed leaves its properties on the root window, but the window that they name
+/// is gone.
+void X11WindowManager::query() {
   const auto named = connection_.values(connection_.root(), kCheck);
   const bool alive = !named.empty() && connection_.values(named[0], kCheck) == named;
   check_ = alive ? named[0] : XCB_NONE;
@@ -27,7 +28,7 @@ void X11Manager::look() {
                                    connection_.atom("_NET_WM_WINDOW_TYPE_DESKTOP")) != supported.end();
 }
 
-bool X11Manager::handle(const xcb_generic_event_t& event) {
+bool X11WindowManager::handle(const xcb_generic_event_t& event) {
   const auto kind = event.response_type & 0x7f;
   bool changed = false;
   if (kind == XCB_PROPERTY_NOTIFY) {
@@ -38,7 +39,7 @@ bool X11Manager::handle(const xcb_generic_event_t& event) {
     changed = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == check_;
   }
   if (changed) {
-    look();
+    query();
   }
   return changed;
 }
