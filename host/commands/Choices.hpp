@@ -13,8 +13,8 @@
 
 namespace nivlo {
 
-/// A word that an option takes, and the value it stands for. One array of these says what the option accepts,
-/// what its help lists, and how a value is written.
+/// A word that an option takes, and the value that it stands for. One array of these decides what the option
+/// accepts, what its help lists, and how a value is written.
 template <class Value>
 struct Choice {
   std::string_view word;
@@ -23,13 +23,13 @@ struct Choice {
 
 inline constexpr Choice<bool> kOnOff[] = {{"on", true}, {"off", false}};
 
-/// The word for a value, which must be one of the choices.
+/// Returns the word for a value, which must be one of the choices.
 template <class Value, std::size_t count>
 std::string wordFor(const Choice<Value> (&choices)[count], const Value& value) {
   return std::string(std::ranges::find(choices, value, &Choice<Value>::value)->word);
 }
 
-/// The words as the help lists them, for example "{on,off}".
+/// Returns the words as the help lists them, for example "{on,off}".
 template <class Value, std::size_t count>
 std::string wordsOf(const Choice<Value> (&choices)[count]) {
   std::string words;
@@ -40,9 +40,9 @@ std::string wordsOf(const Choice<Value> (&choices)[count]) {
   return words + "}";
 }
 
-/// Adds an option, or a positional argument, that takes one of the words and stores its value in `target`: a
-/// Value, whose present content is the default, or something that may also be empty. The choices and the
-/// target must outlive the app.
+/// Adds an option, or a positional argument, that takes one of the words and stores its value in `target`. If
+/// that is a Value, the help shows its present content as the default; it may also be a std::optional, which
+/// has none. The choices and the target must exist until parsing is over.
 template <class Value, std::size_t count, class Target>
 CLI::Option* addChoice(CLI::App& app, const std::string& name, const Choice<Value> (&choices)[count],
                        Target& target, const std::string& help) {

@@ -17,17 +17,17 @@ class Command {
   Command(const Command&) = delete;
   Command& operator=(const Command&) = delete;
 
-  /// Whether the command line that was parsed names this command.
+  /// Returns whether the command line, once parsed, names this command.
   bool chosen() const;
 
-  /// Does what the parsed command line asks for. Returns the program's exit status.
+  /// Carries the command out, once the command line has been parsed. Returns the program's exit status.
   virtual int run() const = 0;
 
  protected:
   /// Adds the command to the program's command line; `app` must outlive it.
   Command(CLI::App& app, const std::string& name, const std::string& description);
 
-  /// The command's own part of the command line, to which a derived class adds its options.
+  /// The command's part of the command line, to which a derived class adds its options.
   CLI::App& arguments() const { return *arguments_; }
 
  private:

@@ -25,8 +25,7 @@ constexpr int kUsageError = 2;
 
 constexpr auto kDescription =
     "Shows the live picture of a camera as the desktop background. Codes that the camera sees are offered to "
-    "be "
-    "opened or copied, and shaking the device switches cameras.";
+    "be opened or copied, and shaking the device switches cameras.";
 
 constexpr auto kFooter = R"(Examples:
   nivlo                                show the first preset

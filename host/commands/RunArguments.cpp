@@ -118,7 +118,7 @@ void RunArguments::addDrawing(CLI::App& app) {
          "--seconds", [this](double seconds) { options_.runFor = std::chrono::duration<double>(seconds); },
          "Exit after this time")
       ->type_name("SECONDS")
-      ->check(checkPositive);
+      ->check(checkSeconds);
 }
 
 RunOptions RunArguments::options() const {

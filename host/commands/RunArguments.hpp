@@ -14,8 +14,8 @@ class Option;
 
 namespace nivlo {
 
-/// Reads the options. It must outlive each app that it was added to, and every one of them sets the same
-/// options.
+/// Reads the options. Added to several apps, it reads whichever of them was given some. It must stay where it
+/// is until parsing is over, and the apps must outlive it.
 class RunArguments {
  public:
   RunArguments() = default;
@@ -25,10 +25,10 @@ class RunArguments {
   /// Adds all options.
   void addTo(CLI::App& app);
 
-  /// Adds those that make sense for a wallpaper that the desktop starts.
+  /// Adds those that suit a wallpaper that the desktop starts.
   void addLastingTo(CLI::App& app);
 
-  /// What the parsed command line asks for.
+  /// Returns what the command line asks for, once that has been parsed.
   RunOptions options() const;
 
  private:
@@ -42,8 +42,9 @@ class RunArguments {
   std::set<const CLI::Option*> changes_;  // those that a running Nivlo can take over
 };
 
-/// The options that addLastingTo() reads, as arguments that give the same result in any current directory.
-/// The preset always stands among them, the others only where they differ from the default.
+/// Writes the options that addLastingTo() reads as arguments, with absolute paths, as the desktop starts the
+/// program in a directory of its own choice. The preset is always among them, the others only if they differ
+/// from the default.
 std::vector<std::string> lastingArguments(const RunOptions& options);
 
 }  // namespace nivlo

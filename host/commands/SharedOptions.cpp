@@ -11,12 +11,15 @@ namespace nivlo {
 
 namespace {
 
+constexpr double kMostSeconds = 4'000'000;  // GLib's timers count milliseconds in 32 bits
+
+/// Returns 0 if the text is something other than one number of this type.
 template <class Number>
-bool isAboveZero(const std::string& text) {
+Number numberIn(const std::string& text) {
   Number number = 0;
   const auto* end = text.data() + text.size();
   const auto read = std::from_chars(text.data(), end, number);
-  return read.ec == std::errc() && read.ptr == end && number > 0;
+  return read.ec == std::errc() && read.ptr == end ? number : 0;
 }
 
 }  // namespace
@@ -51,11 +54,14 @@ CLI::Option* addMachine(CLI::App& app, std::string& machine) {
 }
 
 std::string checkCount(const std::string& text) {
-  return isAboveZero<int>(text) ? "" : fmt::format("'{}' is not a whole number from 1", text);
+  return numberIn<int>(text) > 0 ? "" : fmt::format("'{}' is not a whole number from 1", text);
 }
 
-std::string checkPositive(const std::string& text) {
-  return isAboveZero<double>(text) ? "" : fmt::format("'{}' is not a number above 0", text);
+std::string checkSeconds(const std::string& text) {
+  const auto seconds = numberIn<double>(text);
+  return seconds > 0 && seconds <= kMostSeconds
+             ? ""
+             : fmt::format("'{}' is not a number above 0 and up to {}", text, kMostSeconds);
 }
 
 }  // namespace nivlo

@@ -13,23 +13,23 @@ class Option;
 
 namespace nivlo {
 
-// Each adds its option, which stores what is given in the last argument; that must outlive the app.
+// Each adds its option. What is given goes to the last argument, which must exist until parsing is over.
 
 /// "--bundle DIRECTORY". A relative path counts from the current directory.
 CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle);
 
-/// "--source SIDE=SOURCE", as often as there are sides.
+/// "--source SIDE=SOURCE", once for each side of the device or for one of them.
 CLI::Option* addSources(CLI::App& app, CameraSources& sources);
 
 /// "--machine IDENTIFIER".
 CLI::Option* addMachine(CLI::App& app, std::string& machine);
 
-// Checks of an option's value. Each returns an error message, empty if the text will do.
+// Checks of an option's value. Each returns an error message, empty if the text is acceptable.
 
 /// Accepts whole numbers from 1.
 std::string checkCount(const std::string& text);
 
-/// Accepts numbers above 0, in seconds or any other unit.
-std::string checkPositive(const std::string& text);
+/// Accepts durations in seconds that a timer of the main loop can wait for: more than 0, less than 50 days.
+std::string checkSeconds(const std::string& text);
 
 }  // namespace nivlo

@@ -69,8 +69,7 @@ void ControlService::report(const std::string& cause) {
   if (!std::exchange(reported_, true)) {
     NSLog(
         "control: no session bus (%@). Until there is one, 'nivlo ctl' cannot reach this program, and a "
-        "second "
-        "start is not noticed",
+        "second start is not noticed",
         cause);
   }
 }

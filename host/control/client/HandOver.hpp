@@ -8,13 +8,13 @@
 
 namespace nivlo {
 
-/// An option of the command line, as the person wrote it.
+/// An option as the command line gave it.
 struct GivenOption {
   std::string name;  ///< "--seconds"
   std::string value;
 };
 
-/// Asks the Nivlo that is already running to make these changes, and tells the person what it did.
+/// Asks the Nivlo that is already running to make these changes, and tells the user about it.
 /// `startOnly` are options that a running program cannot take over; they are reported as ignored. Returns the
 /// exit status.
 int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOnly);

@@ -44,7 +44,7 @@ Json asJson(GVariant* value) {
                                                             : Json();
 }
 
-std::string whyNotAnimated(const Json& status) {
+std::string whyNotShown(const Json& status) {
   if (status.value("paused", false)) {
     return "paused; continue with 'nivlo ctl resume'";
   }
@@ -74,12 +74,15 @@ std::string statusAsJson(GVariant* status) {
 std::string statusInWords(GVariant* status) {
   const auto values = objectFrom(status);
   return fmt::format(
-      "preset     {} of {}\ncamera     {}\nscanning   {}\nwallpaper  {}\npictures   {}, {:.1f} ms behind the "
-      "camera "
-      "(95 % within {:.1f})\nprocess    {}",
+      "preset     {} of {}\n"
+      "camera     {}\n"
+      "scanning   {}\n"
+      "wallpaper  {}\n"
+      "pictures   {}, {:.1f} ms behind the camera (95 % within {:.1f})\n"
+      "process    {}",
       values.value("preset", 0), values.value("presets", 0), cameraInWords(values),
       values.value("scanning", false) ? "on" : "off",
-      values.value("animating", false) ? "shown" : whyNotAnimated(values), values.value("frames", 0),
+      values.value("animating", false) ? "shown" : whyNotShown(values), values.value("frames", 0),
       values.value("ageMedian", 0.0), values.value("age95", 0.0), values.value("process", 0));
 }
 

@@ -16,6 +16,7 @@ TEST(ProgramTest, WrongUsageIsExplainedAndEndsWithStatus2) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
       {{"--preset", "0"}, "'0' is not a whole number from 1"},
       {{"--seconds", "1s"}, "'1s' is not a number above 0"},
+      {{"--seconds", "inf"}, "up to 4000000"},
       {{"ctl", "scan", "yes"}, "'yes' is not one of {on,off}"},
       {{"--source", "back=camera"}, "pipewire:NODE"},
       {{"--source", "left=demo"}, "back=SOURCE or front=SOURCE"},
