@@ -10,30 +10,21 @@
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <libyuv/convert_from_argb.h>
 
+#include "linux/camera/ErrorMessage.hpp"
+#include "linux/handles/Owned.hpp"
+
 namespace nivlo {
 namespace {
 
 using namespace std::string_view_literals;
 
-// What the decoders and the pixel arithmetic behind them take without trouble; more is a mistake or an
-// attack.
-constexpr int maximumSide = 16384;
-constexpr long maximumPixels = 100'000'000;
+// The decoders and the arithmetic on pixels handle pictures up to these sizes without trouble. A larger one
+// is a mistake or an attack.
+constexpr int kLongestEdge = 16384;
+constexpr long kMostPixels = 100'000'000;
 
-struct Unref {
-  void operator()(void* object) const { g_object_unref(object); }
-};
-struct Free {
-  void operator()(void* memory) const { g_free(memory); }
-};
-using Pixbuf = std::unique_ptr<GdkPixbuf, Unref>;
-
-/// Takes over the message of a GError and frees it.
-std::string takeMessage(GError* error) {
-  std::string message = error ? error->message : "unknown error";
-  g_clear_error(&error);
-  return message;
-}
+using Pixbuf = Owned<GdkPixbuf, g_object_unref>;
+using Text = Owned<gchar, g_free>;
 
 std::string fileProblem(const std::filesystem::path& path) {
   std::error_code problem;
@@ -51,7 +42,7 @@ std::string fileProblem(const std::filesystem::path& path) {
     return "it is not a regular file; copy the picture into one";
   }
   if (!std::ifstream(path)) {
-    return "it may not be read; check its permissions";
+    return "reading it is not allowed; check its permissions";
   }
   if (std::filesystem::file_size(path, problem) == 0) {
     return "the file is empty; save or download it again";
@@ -64,11 +55,11 @@ struct Size {
   int height = 0;
 };
 
-/// What the head of a picture says; nothing when the file does not begin like a picture.
+/// The size that the beginning of a picture states; nothing when the file does not begin like a picture.
 std::optional<Size> readSize(const std::filesystem::path& path) {
   Size size;
   GdkPixbufFormat* format = gdk_pixbuf_get_file_info(path.c_str(), &size.width, &size.height);
-  const std::unique_ptr<gchar, Free> name(format ? gdk_pixbuf_format_get_name(format) : nullptr);
+  const Text name(format ? gdk_pixbuf_format_get_name(format) : nullptr);
   const bool isKnown = name && (name.get() == "png"sv || name.get() == "jpeg"sv || name.get() == "webp"sv);
   return isKnown ? std::optional(size) : std::nullopt;
 }
@@ -76,14 +67,15 @@ std::optional<Size> readSize(const std::filesystem::path& path) {
 std::string contentProblem(const std::filesystem::path& path) {
   const auto size = readSize(path);
   if (!size) {
-    return "it does not hold a PNG, JPEG or WebP picture, or breaks off at once; use a whole file of these "
-           "kinds";
+    return "it is not a PNG, JPEG or WebP picture, or ends before it says its size; use a complete file of "
+           "one of "
+           "these kinds";
   }
   const auto [width, height] = *size;
-  if (width > maximumSide || height > maximumSide || static_cast<long>(width) * height > maximumPixels) {
+  if (width > kLongestEdge || height > kLongestEdge || static_cast<long>(width) * height > kMostPixels) {
     return "it has " + std::to_string(width) + " x " + std::to_string(height) +
-           " pixels; scale it down to at most " + std::to_string(maximumSide) + " a side and " +
-           std::to_string(maximumPixels / 1'000'000) + " million in all";
+           " pixels; scale it down to at most " + std::to_string(kLongestEdge) + " along each edge and " +
+           std::to_string(kMostPixels / 1'000'000) + " million in all";
   }
   return {};
 }
@@ -115,7 +107,7 @@ bool endsBeforeStatedSize(std::string_view riff) {
   return riff.size() < headerSize + size;
 }
 
-/// The JPEG and WebP decoders paint what is missing in some colour and report success.
+/// The decoders of JPEG and WebP fill in what is missing and report success, so the files are checked here.
 bool isTruncated(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(file), {}};
@@ -171,14 +163,14 @@ ImageLoad loadImageFile(const std::filesystem::path& path) {
     return failure(takeMessage(error) + "; save or download it again");
   }
   if (isTruncated(path)) {
-    return failure("the file breaks off before its end; save or download it again");
+    return failure("the file is cut short; save or download it again");
   }
   picture.reset(gdk_pixbuf_apply_embedded_orientation(picture.get()));
   if (picture) {
     picture = onWhite(std::move(picture));
   }
   if (!picture) {
-    return failure("there is not enough memory for it; scale it down");
+    return failure("there is not enough memory for the picture; scale it down");
   }
   return {asFrame(std::move(picture)), {}};
 }
@@ -193,7 +185,7 @@ std::string writePNG(const std::filesystem::path& path, const std::uint8_t* bgrx
   }
   Pixbuf picture(gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height));
   if (!picture) {
-    return failure("there is not enough memory for the picture");
+    return failure("there is not enough memory for the picture; choose a smaller size");
   }
   libyuv::ARGBToRAW(bgrx, stride, gdk_pixbuf_get_pixels(picture.get()),
                     gdk_pixbuf_get_rowstride(picture.get()), width, height);
@@ -203,8 +195,8 @@ std::string writePNG(const std::filesystem::path& path, const std::uint8_t* bgrx
   if (!gdk_pixbuf_save_to_buffer(picture.get(), &data, &size, "png", &error, nullptr)) {
     return failure(takeMessage(error));
   }
-  const std::unique_ptr<gchar, Free> png(data);
-  // Writes beside the target and renames.
+  const Text png(data);
+  // Writes a new file beside the old one and renames it.
   if (!g_file_set_contents(path.c_str(), png.get(), static_cast<gssize>(size), &error)) {
     return failure(takeMessage(error));
   }

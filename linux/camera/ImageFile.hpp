@@ -1,4 +1,4 @@
-// Pictures in files: PNG, JPEG, WebP in, PNG out.
+// Picture files: reads PNG, JPEG and WebP, writes PNG.
 #pragma once
 
 #include <cstdint>
@@ -10,18 +10,19 @@
 namespace nivlo {
 
 struct ImageLoad {
-  VideoFramePtr frame;  ///< RGB or RGBx, upright, on white where the picture is transparent; null on failure
-  std::string error;    ///< for a person: the cause; empty on success
+  VideoFramePtr frame;  ///< RGB, upright, with white behind transparent parts; null on failure
+  std::string error;    ///< for people: file, cause and remedy; empty on success
 };
 
-/// Whether the file begins like a PNG, JPEG or WebP picture; it may still be broken further on.
+/// Whether the file begins like a PNG, JPEG or WebP picture. The rest of it may still be broken.
 bool isImageFile(const std::filesystem::path& path);
 
-/// Reads a picture, wholly: a truncated file is a failure. Callable from any thread.
+/// Reads a picture of at most 16384 pixels along each edge and 100 million in all. A truncated file is a
+/// failure, even where a decoder would show the part that is there. Callable from any thread.
 ImageLoad loadImageFile(const std::filesystem::path& path);
 
-/// Writes BGRx pixels as an opaque PNG; the file appears whole or not at all. Returns an error message, empty
-/// on success.
+/// Writes BGRx pixels, `stride` bytes from a row to the next, as an opaque PNG. The file is replaced as a
+/// whole, so nobody sees half of it. Returns an error message for people, empty on success.
 std::string writePNG(const std::filesystem::path& path, const std::uint8_t* bgrx, int width, int height,
                      int stride);
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/Foundation/NSThread.hpp"
+
 namespace nivlo {
 
 PacedStream::PacedStream(Clock::duration interval, FrameSource source, CameraFrameHandler onFrame)
@@ -11,6 +13,7 @@ PacedStream::PacedStream(Clock::duration interval, FrameSource source, CameraFra
       thread_([this](const std::stop_token& stop) { run(stop); }) {}
 
 void PacedStream::run(const std::stop_token& stop) {
+  NSThread::currentThread().setName("camera");
   auto due = Clock::now();
   while (!stop.stop_requested()) {
     if (auto frame = source_(due); frame && !stop.stop_requested()) {

@@ -1,4 +1,4 @@
-// A camera stream whose frames are made on demand, at a steady pace.
+// A camera stream whose frames are made at a steady pace.
 #pragma once
 
 #include <chrono>
@@ -12,10 +12,10 @@
 
 namespace nivlo {
 
-/// Asks `source` for a frame every `interval`, beginning at once, and hands it on, both on a thread of its
-/// own. The source is told the moment the frame stands for; when it answers null, that frame is left out.
-/// Frames that come late because the machine is busy are left out too, never caught up on. The destructor
-/// waits for at most one frame to be made and handled.
+/// Asks `source` for a frame every `interval`, starting at once, and hands the frame on, both on a thread of
+/// its own. The source gets the time that the frame stands for. No frame is delivered where it returns null.
+/// When the machine is too busy, the frames that are due in the meantime are skipped and not made up for. The
+/// destructor waits until the frame in the making, if any, has been handled.
 class PacedStream final : public CameraStream {
  public:
   using Clock = std::chrono::steady_clock;
@@ -31,7 +31,7 @@ class PacedStream final : public CameraStream {
   const CameraFrameHandler onFrame_;
   std::mutex mutex_;
   std::condition_variable_any wake_;
-  std::jthread thread_;  // last: it uses all of the above
+  std::jthread thread_;  // must be last, because the thread uses the other fields
 };
 
 }  // namespace nivlo

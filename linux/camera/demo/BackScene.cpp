@@ -9,33 +9,33 @@ namespace nivlo {
 namespace {
 
 using std::numbers::pi;
-constexpr int deskTop = 520;
+constexpr int kDeskTop = 520;
 
 struct Pane {
   double x, y, width, height;
 };
-constexpr std::array panes{Pane{70, 0, 366, 478}, Pane{457, 0, 366, 478}, Pane{844, 0, 366, 478}};
+constexpr std::array kPanes{Pane{70, 0, 366, 478}, Pane{457, 0, 366, 478}, Pane{844, 0, 366, 478}};
 
 struct Building {
   double x, top, width;
   int shade;
 };
-constexpr std::array buildings{
+constexpr std::array kBuildings{
     Building{70, 340, 74, 0},   Building{150, 300, 58, 1},  Building{214, 366, 90, 0},
     Building{310, 318, 52, 1},  Building{368, 354, 96, 0},  Building{470, 282, 50, 1},
     Building{526, 344, 84, 0},  Building{616, 372, 70, 1},  Building{694, 330, 60, 0},
     Building{762, 378, 110, 1}, Building{880, 352, 64, 0},  Building{950, 392, 90, 1},
     Building{1046, 310, 56, 0}, Building{1108, 348, 102, 1}};
-constexpr double cityBottom = 478;
-constexpr double windowStep = 15;
+constexpr double kCityBottom = 478;
+constexpr double kWindowStep = 15;
 
 void drawWallAndSky(cairo_t* cairo) {
-  setVerticalGradient(cairo, 0, deskTop, {{0, {0x221B38}}, {1, {0x3B2A45}}});
+  setVerticalGradient(cairo, 0, kDeskTop, {{0, {0x221B38}}, {1, {0x3B2A45}}});
   cairo_paint(cairo);
   setVerticalGradient(
-      cairo, 0, cityBottom,
+      cairo, 0, kCityBottom,
       {{0, {0x1B2456}}, {.38, {0x5A3C86}}, {.62, {0xC55C83}}, {.8, {0xFF9A6B}}, {1, {0xFFD08A}}});
-  fillRectangle(cairo, 60, 0, 1160, cityBottom);
+  fillRectangle(cairo, 60, 0, 1160, kCityBottom);
   for (unsigned i = 0; i < 60; ++i) {
     setPaint(cairo, {0xFFFFFF, 0.15 + 0.5 * scatter(i + 500)});
     fillEllipse(cairo, {70 + 1140 * scatter(i), 190 * scatter(i + 100) * scatter(i + 900)}, 1.1, 1.1);
@@ -46,23 +46,23 @@ void drawWallAndSky(cairo_t* cairo) {
 }
 
 void drawHills(cairo_t* cairo, double top, double swing, double phase, unsigned rgb) {
-  cairo_move_to(cairo, 60, cityBottom);
+  cairo_move_to(cairo, 60, kCityBottom);
   for (int x = 60; x <= 1220; x += 10) {
     cairo_line_to(cairo, x,
                   top - swing * std::sin(x / 130.0 + phase) - swing * 0.5 * std::sin(x / 57.0 + 2 * phase));
   }
-  cairo_line_to(cairo, 1220, cityBottom);
+  cairo_line_to(cairo, 1220, kCityBottom);
   setPaint(cairo, {rgb});
   cairo_fill(cairo);
 }
 
-/// Calls `visit(x, y, index)` for each lit window of the city.
+/// Calls `visit(x, y, index)` for each window of the city that is lit.
 template <typename Visitor>
 void forEachWindow(Visitor visit) {
   unsigned index = 0;
-  for (const auto& building : buildings) {
-    for (double y = building.top + 14; y < cityBottom - 10; y += windowStep + 3) {
-      for (double x = building.x + 9; x < building.x + building.width - 12; x += windowStep) {
+  for (const auto& building : kBuildings) {
+    for (double y = building.top + 14; y < kCityBottom - 10; y += kWindowStep + 3) {
+      for (double x = building.x + 9; x < building.x + building.width - 12; x += kWindowStep) {
         if (scatter(++index) < 0.42) {
           visit(x, y, index);
         }
@@ -74,11 +74,11 @@ void forEachWindow(Visitor visit) {
 void drawCity(cairo_t* cairo) {
   drawHills(cairo, 352, 16, 0.4, 0x9C4A7B);
   drawHills(cairo, 386, 12, 2.1, 0x6A3670);
-  for (const auto& building : buildings) {
+  for (const auto& building : kBuildings) {
     setVerticalGradient(
-        cairo, building.top, cityBottom,
+        cairo, building.top, kCityBottom,
         {{0, {building.shade ? 0x33234FU : 0x271C42U}}, {1, {building.shade ? 0x4A2C58U : 0x3A2450U}}});
-    fillRectangle(cairo, building.x, building.top, building.width, cityBottom - building.top);
+    fillRectangle(cairo, building.x, building.top, building.width, kCityBottom - building.top);
   }
   forEachWindow([&](double x, double y, unsigned index) {
     setPaint(cairo, {scatter(index + 31) < 0.7 ? 0xFFCF87U : 0xFFE9C4U, 0.75});
@@ -89,13 +89,13 @@ void drawCity(cairo_t* cairo) {
 void drawWindowFrame(cairo_t* cairo) {
   cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_EVEN_ODD);
   cairo_rectangle(cairo, 46, -20, 1188, 512);
-  for (const auto& pane : panes) {
+  for (const auto& pane : kPanes) {
     cairo_rectangle(cairo, pane.x, pane.y, pane.width, pane.height);
   }
   setVerticalGradient(cairo, 0, 500, {{0, {0x3D2A33}}, {1, {0x6B4636}}});
   cairo_fill(cairo);
   cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
-  for (const auto& pane : panes) {
+  for (const auto& pane : kPanes) {
     setPaint(cairo, {0xFFC890, 0.35});
     fillRectangle(cairo, pane.x, pane.height - 3, pane.width, 3);
     fillRectangle(cairo, pane.x + pane.width - 2, 0, 2, pane.height);
@@ -105,20 +105,20 @@ void drawWindowFrame(cairo_t* cairo) {
 }
 
 void drawDesk(cairo_t* cairo) {
-  setVerticalGradient(cairo, deskTop - 6, 720, {{0, {0xB9794B}}, {.06, {0xA2663F}}, {1, {0x55301F}}});
-  fillRectangle(cairo, 0, deskTop - 6, 1280, 206);
+  setVerticalGradient(cairo, kDeskTop - 6, 720, {{0, {0xB9794B}}, {.06, {0xA2663F}}, {1, {0x55301F}}});
+  fillRectangle(cairo, 0, kDeskTop - 6, 1280, 206);
   cairo_set_line_width(cairo, 1.5);
   for (int i = 0; i < 7; ++i) {
-    const double y = deskTop + 6 + i * i * 5.2;
+    const double y = kDeskTop + 6 + i * i * 5.2;
     setPaint(cairo, {0x2C160C, 0.22});
     cairo_move_to(cairo, 0, y);
     cairo_curve_to(cairo, 400, y + 6 * std::sin(i), 850, y - 7 * std::cos(i * 2), 1280, y + 3);
     cairo_stroke(cairo);
   }
   cairo_save(cairo);
-  cairo_rectangle(cairo, 0, deskTop - 6, 1280, 206);
+  cairo_rectangle(cairo, 0, kDeskTop - 6, 1280, 206);
   cairo_clip(cairo);
-  cairo_translate(cairo, 935, deskTop);
+  cairo_translate(cairo, 935, kDeskTop);
   cairo_scale(cairo, 1, 0.36);
   drawGlow(cairo, {0, 0}, 420, {0xFFC27A, 0.6});
   cairo_restore(cairo);
@@ -184,7 +184,7 @@ void drawMug(cairo_t* cairo) {
   fillRectangle(cairo, 992, 606, 98, 10);
 }
 
-/// Where the string of lights hangs.
+/// Where a bulb of the string of lights hangs at a moment.
 Point bulbAt(int index, double seconds) {
   const double x = 20 + index * 103.0;
   const double along = std::fmod(x, 430) / 430;
@@ -262,7 +262,7 @@ void drawAeroplane(cairo_t* cairo, double seconds) {
 }  // namespace
 
 BackScene::BackScene()
-    : room_(makeLayer(sceneWidth, sceneHeight)), bulbGlow_(makeLayer(64, 64)), cards_(drawCodeCards()) {
+    : room_(makeLayer(kSceneWidth, kSceneHeight)), bulbGlow_(makeLayer(64, 64)), cards_(drawCodeCards()) {
   const auto cairo = drawOn(room_);
   drawWallAndSky(cairo.get());
   drawCity(cairo.get());
@@ -281,7 +281,7 @@ BackScene::BackScene()
 
 void BackScene::drawSky(cairo_t* cairo, double seconds) const {
   cairo_save(cairo);
-  for (const auto& pane : panes) {
+  for (const auto& pane : kPanes) {
     cairo_rectangle(cairo, pane.x, pane.y, pane.width, pane.height);
   }
   cairo_clip(cairo);
@@ -297,17 +297,18 @@ void BackScene::drawSky(cairo_t* cairo, double seconds) const {
 
 void BackScene::drawCard(cairo_t* cairo, double seconds) const {
   constexpr double appears = 0.5, stays = 4, moves = 0.45;
-  const double local = std::fmod(seconds, cardPeriod) - appears;
+  const double local = std::fmod(seconds, kCardPeriod) - appears;
   if (local < 0 || local > stays) {
     return;
   }
-  const auto& card = cards_[static_cast<std::size_t>(seconds / cardPeriod) % cards_.size()];
+  const auto& card = cards_[static_cast<std::size_t>(seconds / kCardPeriod) % cards_.size()];
   const double shown = smoothStep(0, moves, local) * smoothStep(stays, stays - moves, local);
-  const double x = sceneWidth / 2.0 + 20 * std::sin(local * 1.15 - 1.6);
-  const double y = sceneHeight / 2.0 + 16 + 8 * std::sin(local * 1.9) + (1 - shown) * 620;
+  const double x = kSceneWidth / 2.0 + 20 * std::sin(local * 1.15 - 1.6);
+  const double y = kSceneHeight / 2.0 + 16 + 8 * std::sin(local * 1.9) + (1 - shown) * 620;
   cairo_save(cairo);
   cairo_translate(cairo, x, y);
-  // Nearer and further, not tilted: pixman scales several times faster than it rotates.
+  // The card moves nearer and further but is not tilted, because pixman scales several times faster than it
+  // rotates.
   const double size = 1 + 0.015 * std::sin(local * 1.4 + 0.6);
   cairo_scale(cairo, size, size);
   cairo_set_source_surface(cairo, card.picture.get(), -card.codeCenter.x, -card.codeCenter.y);

@@ -1,4 +1,4 @@
-// The back demo camera's picture: a desk by a window at evening.
+// The scene of the back demo camera: a desk by a window at evening.
 #pragma once
 
 #include <vector>
@@ -8,11 +8,11 @@
 
 namespace nivlo {
 
-/// Every `cardPeriod` the next of the cards with codes is held up for four seconds, the rest of the time
-/// there is none.
+/// In each period of `kCardPeriod` the next of the cards with codes is held up for four seconds. For the rest
+/// of the period no code is in view.
 class BackScene final : public DemoScene {
  public:
-  static constexpr double cardPeriod = 5;  ///< seconds
+  static constexpr double kCardPeriod = 5;  ///< seconds
 
   BackScene();
   void draw(cairo_t* cairo, double seconds) const override;

@@ -7,7 +7,7 @@
 namespace nivlo {
 namespace {
 
-using Pattern = std::unique_ptr<cairo_pattern_t, DestroyPattern>;
+using Pattern = Owned<cairo_pattern_t, cairo_pattern_destroy>;
 
 void addStops(cairo_pattern_t* pattern, const std::vector<Stop>& stops) {
   for (const auto& [offset, paint] : stops) {
@@ -94,7 +94,7 @@ Layer drawCloud(int width, Paint top, Paint bottom) {
   struct Puff {
     double x, y, radius;
   };
-  // In units of the cloud's width.
+  // As fractions of the cloud's width.
   constexpr Puff puffs[] = {
       {.16, .25, .09}, {.30, .19, .13}, {.48, .15, .15}, {.66, .20, .12}, {.82, .25, .09}};
   const int height = width * 36 / 100;

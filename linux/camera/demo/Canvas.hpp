@@ -1,33 +1,24 @@
-// Small helpers over cairo that the demo pictures share.
+// Helpers for drawing the demo scenes with cairo.
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include <cairo.h>
 
+#include "linux/handles/Owned.hpp"
+
 namespace nivlo {
 
-struct DestroySurface {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-struct DestroyContext {
-  void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-};
-struct DestroyPattern {
-  void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
-};
-
-/// A picture that is drawn once and painted often.
-using Layer = std::unique_ptr<cairo_surface_t, DestroySurface>;
-using Context = std::unique_ptr<cairo_t, DestroyContext>;
+/// An image that is drawn once and painted many times.
+using Layer = Owned<cairo_surface_t, cairo_surface_destroy>;
+using Context = Owned<cairo_t, cairo_destroy>;
 
 struct Point {
   double x = 0;
   double y = 0;
 };
 
-/// 0xRRGGBB with an opacity.
+/// A colour, 0xRRGGBB, with an opacity from 0 to 1.
 struct Paint {
   unsigned rgb = 0;
   double alpha = 1;
@@ -39,34 +30,38 @@ struct Stop {
   Paint paint;
 };
 
-/// A transparent layer, in pixels.
+/// A layer of this size in pixels, transparent all over.
 Layer makeLayer(int width, int height);
+
+/// A context that draws on the layer, which must outlive it.
 Context drawOn(const Layer& layer);
 
+/// These three choose what the fill functions below fill with.
 void setPaint(cairo_t* cairo, Paint paint);
 void setVerticalGradient(cairo_t* cairo, double top, double bottom, const std::vector<Stop>& stops);
 void setRadialGradient(cairo_t* cairo, Point center, double radius, const std::vector<Stop>& stops);
 
-/// These fill with the current source.
+/// These fill a shape. A polygon is closed from its last corner to its first.
 void fillRectangle(cairo_t* cairo, double x, double y, double width, double height);
 void fillRounded(cairo_t* cairo, double x, double y, double width, double height, double radius);
 void fillEllipse(cairo_t* cairo, Point center, double radiusX, double radiusY);
 void fillPolygon(cairo_t* cairo, const std::vector<Point>& corners);
 
-/// Light around a point, strongest in its middle.
+/// Paints light around a point, brightest in the middle and fading to nothing at `radius`.
 void drawGlow(cairo_t* cairo, Point center, double radius, Paint paint);
 
-/// Paints the layer with its top left corner at a point, moved to whole pixels so that it stays sharp and
-/// cheap.
+/// Paints the layer with its top left corner at a point, rounded to whole pixels: anything else would blur it
+/// and take longer.
 void paintLayer(cairo_t* cairo, const Layer& layer, Point topLeft, double alpha = 1);
 
-/// A cloud as wide as the layer that is returned.
+/// Draws a cloud into a new layer of this width in pixels, coloured from `top` to `bottom`.
 Layer drawCloud(int width, Paint top, Paint bottom);
 
-/// Runs from 0 to 1 as `value` runs from `from` to `to`, slow at both ends; flat outside.
+/// Rises from 0 to 1 while `value` goes from `from` to `to`, which may be the smaller one; gently at both
+/// ends, and constant outside.
 double smoothStep(double from, double to, double value);
 
-/// A number from 0 to 1 that depends on nothing but the index, and looks random.
+/// A number from 0 to 1 that looks random but is always the same for the same index.
 double scatter(unsigned index);
 
 }  // namespace nivlo

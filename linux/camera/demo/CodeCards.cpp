@@ -1,4 +1,4 @@
-#define ZX_USE_UTF8 1  // must come before any of ZXing's headers: codes are texts in UTF-8
+#define ZX_USE_UTF8 1  // must precede ZXing's headers; without it texts are not UTF-8
 
 #include "linux/camera/demo/CodeCards.hpp"
 
@@ -20,15 +20,15 @@ struct CardDesign {
   std::string text;
 };
 
-constexpr int shadow = 26;
-constexpr int header = 92;
-constexpr int margin = 22;
-constexpr int footer = 48;
-constexpr int narrowest = 440;
-constexpr int widestCode = 560;
-constexpr int barHeight = 210;
+constexpr int kShadow = 26;
+constexpr int kHeader = 92;
+constexpr int kMargin = 22;
+constexpr int kFooter = 48;
+constexpr int kNarrowest = 440;
+constexpr int kWidestCode = 560;
+constexpr int kBarHeight = 210;
 
-/// The optional check character of Code 39: the sum of the characters' values modulo 43.
+/// The optional check character of Code 39 (ISO/IEC 16388): the sum of the characters' values modulo 43.
 char checkCharacter(std::string_view text) {
   constexpr std::string_view alphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%";
   std::size_t sum = 0;
@@ -59,20 +59,20 @@ bool isLinear(ZXing::BarcodeFormat format) {
   return ZXing::BarcodeFormats(ZXing::BarcodeFormat::LinearCodes).testFlag(format);
 }
 
-/// The code in whole pixels a module, black on nothing.
+/// The code in black on a transparent layer, with a whole number of pixels to each module.
 Layer drawCode(const CardDesign& design) {
   const bool linear = isLinear(design.format);
   const auto bits = ZXing::MultiFormatWriter(design.format).setMargin(0).encode(design.text, 1, 1);
   const bool square = bits.width() == bits.height();
-  const int scale = std::clamp((square ? 300 : widestCode) / bits.width(), 1, 6 + 8 * square);
-  const int height = linear ? barHeight : bits.height() * scale;
+  const int scale = std::clamp((square ? 300 : kWidestCode) / bits.width(), 1, 6 + 8 * square);
+  const int height = linear ? kBarHeight : bits.height() * scale;
   auto layer = makeLayer(bits.width() * scale, height);
   const auto cairo = drawOn(layer);
   cairo_set_antialias(cairo.get(), CAIRO_ANTIALIAS_NONE);
   for (int y = 0; y < bits.height(); ++y) {
     for (int x = 0; x < bits.width(); ++x) {
       if (bits.get(x, y)) {
-        cairo_rectangle(cairo.get(), x * scale, y * scale, scale, linear ? barHeight : scale);
+        cairo_rectangle(cairo.get(), x * scale, y * scale, scale, linear ? kBarHeight : scale);
       }
     }
   }
@@ -99,38 +99,38 @@ void drawCentered(cairo_t* cairo, double center, double baseline, double size, c
 }
 
 void drawPaper(cairo_t* cairo, const CardDesign& design, int width, int height) {
-  for (int i = shadow; i > 0; i -= 2) {
+  for (int i = kShadow; i > 0; i -= 2) {
     setPaint(cairo, {0x0A0612, 0.022});
-    fillRounded(cairo, shadow - i + 4, shadow - i + 12, width + 2 * i - 8, height + 2 * i - 12, 20 + i);
+    fillRounded(cairo, kShadow - i + 4, kShadow - i + 12, width + 2 * i - 8, height + 2 * i - 12, 20 + i);
   }
   setPaint(cairo, {design.color});
-  fillRounded(cairo, shadow, shadow, width, height, 20);
+  fillRounded(cairo, kShadow, kShadow, width, height, 20);
   setPaint(cairo, {0xFDFCF8});
-  fillRectangle(cairo, shadow, shadow + header, width, height - header - 20);
-  fillRounded(cairo, shadow, shadow + height - 40, width, 40, 20);
+  fillRectangle(cairo, kShadow, kShadow + kHeader, width, height - kHeader - 20);
+  fillRounded(cairo, kShadow, kShadow + height - 40, width, 40, 20);
   setPaint(cairo, {0xFFFFFF, 0.16});
-  fillEllipse(cairo, {shadow + width - 58.0, shadow + header / 2.0}, 28, 28);
+  fillEllipse(cairo, {kShadow + width - 58.0, kShadow + kHeader / 2.0}, 28, 28);
   setPaint(cairo, {0xFFFFFF, 0.9});
-  fillEllipse(cairo, {shadow + width - 58.0, shadow + header / 2.0}, 11, 11);
+  fillEllipse(cairo, {kShadow + width - 58.0, kShadow + kHeader / 2.0}, 11, 11);
   setPaint(cairo, {0xFFFFFF});
-  drawText(cairo, {shadow + 28.0, shadow + 45.0}, "sans", CAIRO_FONT_WEIGHT_BOLD, 32, design.title);
+  drawText(cairo, {kShadow + 28.0, kShadow + 45.0}, "sans", CAIRO_FONT_WEIGHT_BOLD, 32, design.title);
   setPaint(cairo, {0xFFFFFF, 0.82});
-  drawText(cairo, {shadow + 28.0, shadow + 73.0}, "sans", CAIRO_FONT_WEIGHT_NORMAL, 19, design.subtitle);
+  drawText(cairo, {kShadow + 28.0, kShadow + 73.0}, "sans", CAIRO_FONT_WEIGHT_NORMAL, 19, design.subtitle);
 }
 
 CodeCard drawCard(const CardDesign& design) {
   const auto code = drawCode(design);
   const int codeWidth = cairo_image_surface_get_width(code.get());
   const int codeHeight = cairo_image_surface_get_height(code.get());
-  const int width = std::max(narrowest, codeWidth + 80);
-  const int height = header + margin + codeHeight + footer;
-  CodeCard card{makeLayer(width + 2 * shadow, height + 2 * shadow), {}};
+  const int width = std::max(kNarrowest, codeWidth + 80);
+  const int height = kHeader + kMargin + codeHeight + kFooter;
+  CodeCard card{makeLayer(width + 2 * kShadow, height + 2 * kShadow), {}};
   const auto cairo = drawOn(card.picture);
   drawPaper(cairo.get(), design, width, height);
-  const Point topLeft{shadow + (width - codeWidth) / 2.0, shadow + header + margin + 0.0};
+  const Point topLeft{kShadow + (width - codeWidth) / 2.0, kShadow + kHeader + kMargin + 0.0};
   paintLayer(cairo.get(), code, topLeft);
   setPaint(cairo.get(), {0x4A4F57});
-  drawCentered(cairo.get(), shadow + width / 2.0, shadow + height - 17, 20, design.text);
+  drawCentered(cairo.get(), kShadow + width / 2.0, kShadow + height - 17, 20, design.text);
   card.codeCenter = {topLeft.x + codeWidth / 2.0, topLeft.y + codeHeight / 2.0};
   return card;
 }

@@ -1,4 +1,4 @@
-// The cards with codes that the back demo camera sees.
+// The cards with codes that are held up to the back demo camera.
 #pragma once
 
 #include <vector>
@@ -8,11 +8,11 @@
 namespace nivlo {
 
 struct CodeCard {
-  Layer picture;     ///< the card with its shadow
-  Point codeCenter;  ///< the middle of the code, in pixels of the picture
+  Layer picture;     ///< the card and its shadow
+  Point codeCenter;  ///< the centre of the code, in pixels of the picture
 };
 
-/// One card for each of the ten kinds of code.
+/// Draws one card for each of the ten symbologies.
 std::vector<CodeCard> drawCodeCards();
 
 }  // namespace nivlo

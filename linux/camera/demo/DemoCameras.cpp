@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -17,12 +18,11 @@ namespace {
 
 using Clock = PacedStream::Clock;
 
-constexpr std::chrono::milliseconds interval{50};
-constexpr int stride = sceneWidth * 4;
-constexpr std::size_t kFrameBytes = static_cast<std::size_t>(stride) * sceneHeight;
+constexpr std::chrono::milliseconds kInterval{50};
+constexpr int kStride = kSceneWidth * 4;
+constexpr std::size_t kFrameBytes = static_cast<std::size_t>(kStride) * kSceneHeight;
 
-/// One of the cameras. Its scene is made by the first frame, off the main thread: that takes longer than a
-/// frame may.
+/// One of the two cameras. Its scene takes too long to make on the main thread, so the first frame makes it.
 class DemoCamera {
  public:
   DemoCamera(CameraInfo info, std::function<std::unique_ptr<DemoScene>()> makeScene)
@@ -36,9 +36,9 @@ class DemoCamera {
     draw(pixels.get(), std::chrono::duration<double>(now - begin_).count());
     auto frame = std::make_shared<VideoFrame>();
     frame->format = PixelFormat::BGRx;
-    frame->width = sceneWidth;
-    frame->height = sceneHeight;
-    frame->planes[0] = {pixels.get(), stride};
+    frame->width = kSceneWidth;
+    frame->height = kSceneHeight;
+    frame->planes[0] = {pixels.get(), kStride};
     frame->captureTime = now;
     frame->storage = std::move(pixels);
     return frame;
@@ -47,7 +47,7 @@ class DemoCamera {
  private:
   void draw(std::uint8_t* pixels, double seconds) const {
     const Layer surface(
-        cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_RGB24, sceneWidth, sceneHeight, stride));
+        cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_RGB24, kSceneWidth, kSceneHeight, kStride));
     scene_->draw(drawOn(surface).get(), seconds);
     cairo_surface_finish(surface.get());
   }
@@ -70,7 +70,7 @@ class DemoCameras final : public CameraDriver {
         continue;
       }
       return std::make_unique<PacedStream>(
-          interval, [camera](Clock::time_point now) { return camera->frameAt(now); }, std::move(onFrame));
+          kInterval, [camera](Clock::time_point now) { return camera->frameAt(now); }, std::move(onFrame));
     }
     return nullptr;
   }
@@ -78,7 +78,7 @@ class DemoCameras final : public CameraDriver {
  private:
   using Position = AVCaptureDevicePosition;
 
-  // Shared with the streams, which may outlive the driver.
+  // Shared with their streams, which may outlive the driver.
   const std::shared_ptr<DemoCamera> back_ =
       std::make_shared<DemoCamera>(CameraInfo{"demo:back", "Demo camera, back", Position::Back},
                                    [] { return std::make_unique<BackScene>(); });

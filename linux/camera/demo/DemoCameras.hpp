@@ -1,4 +1,4 @@
-// Two cameras that need no hardware.
+// The driver of the demo cameras, which need no hardware.
 #pragma once
 
 #include <memory>
@@ -7,9 +7,9 @@
 
 namespace nivlo {
 
-/// A driver with "demo:back", an evening at a desk where one code after the other is held up, and
-/// "demo:front", a face on a bright day. Both deliver 1280x720 BGRx at 20 frames a second, drawn as they are
-/// needed.
+/// Offers two cameras: "demo:back" shows a desk at evening where one code after another is held up, and
+/// "demo:front" a face on a bright day. Both deliver 1280x720 BGRx at 20 frames a second. Nothing is drawn
+/// while they are closed.
 std::unique_ptr<CameraDriver> makeDemoCameras();
 
 }  // namespace nivlo

@@ -1,20 +1,20 @@
-// What a demo camera looks at.
+// What a demo camera sees.
 #pragma once
 
 #include <cairo.h>
 
 namespace nivlo {
 
-inline constexpr int sceneWidth = 1280;  ///< pixels
-inline constexpr int sceneHeight = 720;  ///< pixels
+inline constexpr int kSceneWidth = 1280;  ///< pixels
+inline constexpr int kSceneHeight = 720;  ///< pixels
 
 class DemoScene {
  public:
   virtual ~DemoScene() = default;
 
-  /// Covers the whole picture, `sceneWidth` by `sceneHeight`, with the scene as it is at a time from 0 on.
-  /// The same time always gives the same picture. Callable from any thread, several at once on different
-  /// surfaces.
+  /// Draws the scene as it is at a time, in seconds from 0 on, over the whole picture. The same time always
+  /// gives the same picture. Callable from any thread, and from several at once as long as each has its own
+  /// surface.
   virtual void draw(cairo_t* cairo, double seconds) const = 0;
 };
 

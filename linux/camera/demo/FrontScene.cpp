@@ -8,15 +8,15 @@ namespace nivlo {
 namespace {
 
 using std::numbers::pi;
-constexpr unsigned skin = 0xF2BE98;
-constexpr unsigned skinShade = 0xDE9C78;
-constexpr unsigned hairColor = 0x4B2B2A;
-constexpr double shore = 470;
-// Layers of the head are drawn around the chin, about which it also moves.
-constexpr Point headPivot{210, 380};
+constexpr unsigned kSkin = 0xF2BE98;
+constexpr unsigned kSkinShade = 0xDE9C78;
+constexpr unsigned kHairColor = 0x4B2B2A;
+constexpr double kShore = 470;
+// The chin, in the layers of the head. The head is placed and moved by it.
+constexpr Point kHeadPivot{210, 380};
 
 void drawSky(cairo_t* cairo) {
-  setVerticalGradient(cairo, 0, shore, {{0, {0x4FB7EC}}, {.6, {0xA9E1F7}}, {1, {0xF4FBEF}}});
+  setVerticalGradient(cairo, 0, kShore, {{0, {0x4FB7EC}}, {.6, {0xA9E1F7}}, {1, {0xF4FBEF}}});
   cairo_paint(cairo);
   drawGlow(cairo, {1070, 110}, 260, {0xFFF6C8, 0.95});
   setPaint(cairo, {0xFFF9DC});
@@ -25,13 +25,13 @@ void drawSky(cairo_t* cairo) {
 
 void drawMountain(cairo_t* cairo, Point peak, double halfWidth, unsigned rgb, unsigned shade) {
   setPaint(cairo, {rgb});
-  fillPolygon(cairo, {{peak.x - halfWidth, shore}, peak, {peak.x + halfWidth, shore}});
+  fillPolygon(cairo, {{peak.x - halfWidth, kShore}, peak, {peak.x + halfWidth, kShore}});
   setPaint(cairo, {shade});
   fillPolygon(
       cairo,
-      {peak, {peak.x + halfWidth, shore}, {peak.x + halfWidth * .18, shore}, {peak.x - 14, peak.y + 120}});
+      {peak, {peak.x + halfWidth, kShore}, {peak.x + halfWidth * .18, kShore}, {peak.x - 14, peak.y + 120}});
   setPaint(cairo, {0xFFFFFF, 0.92});
-  const double slope = halfWidth / (shore - peak.y);
+  const double slope = halfWidth / (kShore - peak.y);
   fillPolygon(cairo, {peak,
                       {peak.x + 66 * slope, peak.y + 66},
                       {peak.x + 26 * slope, peak.y + 50},
@@ -41,12 +41,12 @@ void drawMountain(cairo_t* cairo, Point peak, double halfWidth, unsigned rgb, un
 }
 
 void drawMeadow(cairo_t* cairo, double top, double swing, double phase, unsigned light, unsigned dark) {
-  cairo_move_to(cairo, 0, sceneHeight);
-  for (int x = 0; x <= sceneWidth; x += 20) {
+  cairo_move_to(cairo, 0, kSceneHeight);
+  for (int x = 0; x <= kSceneWidth; x += 20) {
     cairo_line_to(cairo, x, top + swing * std::sin(x / 260.0 + phase));
   }
-  cairo_line_to(cairo, sceneWidth, sceneHeight);
-  setVerticalGradient(cairo, top - swing, sceneHeight, {{0, {light}}, {1, {dark}}});
+  cairo_line_to(cairo, kSceneWidth, kSceneHeight);
+  setVerticalGradient(cairo, top - swing, kSceneHeight, {{0, {light}}, {1, {dark}}});
   cairo_fill(cairo);
 }
 
@@ -66,8 +66,8 @@ void drawLandscape(cairo_t* cairo) {
   drawMountain(cairo, {250, 170}, 330, 0x6FA8B8, 0x5A90A6);
   drawMountain(cairo, {980, 205}, 340, 0x7FB4BE, 0x659DAF);
   drawMountain(cairo, {560, 240}, 280, 0x8DC0C6, 0x74A9B6);
-  setVerticalGradient(cairo, shore - 40, 600, {{0, {0x9FDDE6}}, {.4, {0x4FB3CF}}, {1, {0x2E8FB8}}});
-  fillRectangle(cairo, 0, shore - 34, sceneWidth, 200);
+  setVerticalGradient(cairo, kShore - 40, 600, {{0, {0x9FDDE6}}, {.4, {0x4FB3CF}}, {1, {0x2E8FB8}}});
+  fillRectangle(cairo, 0, kShore - 34, kSceneWidth, 200);
   drawMeadow(cairo, 560, 26, 0.6, 0x9BD36A, 0x4E9A48);
   for (unsigned i = 0; i < 9; ++i) {
     const double x = i < 5 ? 30 + 74.0 * i : 960 + 78.0 * (i - 5);
@@ -106,7 +106,7 @@ Layer drawBalloon(unsigned rgb, unsigned stripe) {
 }
 
 void drawBody(cairo_t* cairo) {
-  setPaint(cairo, {skinShade});
+  setPaint(cairo, {kSkinShade});
   fillRounded(cairo, 250, 0, 100, 150, 30);
   cairo_move_to(cairo, 0, 320);
   cairo_curve_to(cairo, 10, 150, 90, 96, 240, 70);
@@ -126,17 +126,17 @@ void drawBody(cairo_t* cairo) {
 }
 
 void drawBackHair(cairo_t* cairo) {
-  setPaint(cairo, {hairColor});
+  setPaint(cairo, {kHairColor});
   fillEllipse(cairo, {210, 62}, 58, 54);
   fillEllipse(cairo, {210, 214}, 146, 152);
   fillRounded(cairo, 66, 214, 288, 176, 80);
 }
 
 void drawHead(cairo_t* cairo) {
-  setPaint(cairo, {skinShade});
+  setPaint(cairo, {kSkinShade});
   fillEllipse(cairo, {91, 244}, 22, 30);
   fillEllipse(cairo, {329, 244}, 22, 30);
-  setVerticalGradient(cairo, 90, 380, {{0, {0xF8CBA6}}, {1, {skin}}});
+  setVerticalGradient(cairo, 90, 380, {{0, {0xF8CBA6}}, {1, {kSkin}}});
   cairo_move_to(cairo, 92, 210);
   cairo_curve_to(cairo, 92, 60, 328, 60, 328, 210);
   cairo_curve_to(cairo, 328, 320, 274, 378, 210, 378);
@@ -145,7 +145,7 @@ void drawHead(cairo_t* cairo) {
   setPaint(cairo, {0xF2836B, 0.35});
   fillEllipse(cairo, {134, 286}, 28, 18);
   fillEllipse(cairo, {286, 286}, 28, 18);
-  setPaint(cairo, {hairColor});
+  setPaint(cairo, {kHairColor});
   cairo_move_to(cairo, 82, 236);
   cairo_curve_to(cairo, 70, 26, 350, 26, 338, 236);
   cairo_curve_to(cairo, 326, 186, 300, 146, 262, 122);
@@ -154,13 +154,13 @@ void drawHead(cairo_t* cairo) {
   cairo_fill(cairo);
   cairo_set_line_width(cairo, 5);
   cairo_set_line_cap(cairo, CAIRO_LINE_CAP_ROUND);
-  setPaint(cairo, {skinShade});
+  setPaint(cairo, {kSkinShade});
   cairo_move_to(cairo, 208, 252);
   cairo_curve_to(cairo, 198, 282, 204, 288, 220, 286);
   cairo_stroke(cairo);
 }
 
-/// 0 while the eyes are open, 1 while they are shut.
+/// How far the eyes are shut, from 0 to 1.
 double blinkAt(double seconds) {
   const double local = std::fmod(seconds, 3.7) - 2.2;
   return smoothStep(0, 0.09, local) * smoothStep(0.24, 0.13, local);
@@ -194,11 +194,11 @@ void drawExpression(cairo_t* cairo, double seconds) {
   const double joy = smoothStep(-0.3, 0.8, std::sin(seconds * 2 * pi / 9 - 1.0));
   cairo_set_line_width(cairo, 9);
   cairo_set_line_cap(cairo, CAIRO_LINE_CAP_ROUND);
-  setPaint(cairo, {hairColor});
-  for (const double side : {-1.0, 1.0}) {
-    cairo_move_to(cairo, 210 + side * 78, 188 - 5 * joy);
-    cairo_curve_to(cairo, 210 + side * 64, 177 - 8 * joy, 210 + side * 44, 177 - 8 * joy, 210 + side * 32,
-                   186 - 5 * joy);
+  setPaint(cairo, {kHairColor});
+  for (const double mirror : {-1.0, 1.0}) {
+    cairo_move_to(cairo, 210 + mirror * 78, 188 - 5 * joy);
+    cairo_curve_to(cairo, 210 + mirror * 64, 177 - 8 * joy, 210 + mirror * 44, 177 - 8 * joy,
+                   210 + mirror * 32, 186 - 5 * joy);
     cairo_stroke(cairo);
   }
   const double width = 42 + 10 * joy;
@@ -214,7 +214,7 @@ void drawExpression(cairo_t* cairo, double seconds) {
   cairo_stroke(cairo);
 }
 
-/// A hand at the end of a sleeve, around the wrist.
+/// Draws a hand at the end of a sleeve, with the wrist at the origin.
 void drawHand(cairo_t* cairo) {
   cairo_set_line_cap(cairo, CAIRO_LINE_CAP_ROUND);
   setPaint(cairo, {0xE2553F});
@@ -222,7 +222,7 @@ void drawHand(cairo_t* cairo) {
   cairo_move_to(cairo, 40, 240);
   cairo_line_to(cairo, 4, 44);
   cairo_stroke(cairo);
-  setPaint(cairo, {skin});
+  setPaint(cairo, {kSkin});
   cairo_set_line_width(cairo, 23);
   constexpr Point tips[] = {{-40, -104}, {-14, -122}, {14, -118}, {38, -98}, {66, -46}};
   for (const auto& tip : tips) {
@@ -249,10 +249,10 @@ void drawBird(cairo_t* cairo, Point at, double flap) {
   cairo_stroke(cairo);
 }
 
-/// On the open water between the trees.
+/// Draws them on the open water between the trees.
 void drawRipples(cairo_t* cairo, double seconds) {
   cairo_save(cairo);
-  cairo_rectangle(cairo, 385, shore - 30, 505, 90);
+  cairo_rectangle(cairo, 385, kShore - 30, 505, 90);
   cairo_clip(cairo);
   for (unsigned i = 0; i < 26; ++i) {
     const double x = std::fmod(1400 * scatter(i + 50) + seconds * (6 + 8 * scatter(i)), 1400) - 60;
@@ -266,7 +266,7 @@ void drawRipples(cairo_t* cairo, double seconds) {
 }  // namespace
 
 FrontScene::FrontScene()
-    : landscape_(makeLayer(sceneWidth, sceneHeight)),
+    : landscape_(makeLayer(kSceneWidth, kSceneHeight)),
       body_(makeLayer(600, 320)),
       hair_(makeLayer(420, 400)),
       head_(makeLayer(420, 400)) {
@@ -301,7 +301,7 @@ void FrontScene::drawAir(cairo_t* cairo, double seconds) const {
 void FrontScene::drawPerson(cairo_t* cairo, double seconds) const {
   const double breath = 3 * std::sin(seconds * 1.6);
   const Point chin{640 + 9 * std::sin(seconds * 0.8), 470 + breath + 4 * std::sin(seconds * 1.1)};
-  const Point headCorner{std::round(chin.x - headPivot.x), std::round(chin.y - headPivot.y)};
+  const Point headCorner{std::round(chin.x - kHeadPivot.x), std::round(chin.y - kHeadPivot.y)};
   paintLayer(cairo, hair_, headCorner);
   paintLayer(cairo, body_, {340, 440 + breath});
   paintLayer(cairo, head_, headCorner);

@@ -1,4 +1,4 @@
-// The front demo camera's picture: somebody by a lake on a bright day.
+// The scene of the front demo camera: somebody by a lake on a bright day.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace nivlo {
 
-/// Somebody looks into the camera, blinks and waves now and then; there are no codes.
+/// Somebody looks into the camera, blinks, and waves now and then. There are no codes.
 class FrontScene final : public DemoScene {
  public:
   FrontScene();

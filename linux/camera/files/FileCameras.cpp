@@ -12,7 +12,7 @@
 namespace nivlo {
 namespace {
 
-constexpr std::chrono::milliseconds pictureInterval{100};
+constexpr std::chrono::milliseconds kPictureInterval{100};
 
 std::unique_ptr<CameraStream> openPicture(const VideoFramePtr& picture, CameraFrameHandler onFrame) {
   const auto frameAt = [picture](PacedStream::Clock::time_point now) {
@@ -20,12 +20,12 @@ std::unique_ptr<CameraStream> openPicture(const VideoFramePtr& picture, CameraFr
     frame->captureTime = now;
     return frame;
   };
-  return std::make_unique<PacedStream>(pictureInterval, frameAt, std::move(onFrame));
+  return std::make_unique<PacedStream>(kPictureInterval, frameAt, std::move(onFrame));
 }
 
 class FileCamera final : public CameraDriver {
  public:
-  /// `picture` is null for a film.
+  /// A null `picture` means that the file is a film.
   FileCamera(std::filesystem::path path, AVCaptureDevicePosition position, VideoFramePtr picture)
       : path_(std::move(path)),
         info_{"file:" + path_.string(), path_.filename().string(), position},

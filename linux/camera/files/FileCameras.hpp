@@ -1,4 +1,4 @@
-// A picture or a film in a file that stands in for a camera.
+// A camera driver that plays a picture or a film from a file.
 #pragma once
 
 #include <filesystem>
@@ -9,11 +9,11 @@
 
 namespace nivlo {
 
-/// A driver with one camera, called "file:" and the path. A picture (see loadImageFile) is read now and
-/// delivered ten times a second, scaled down where it is larger than cameras are; a film is played in a loop,
-/// at its own pace, without its sound. A film that cannot be played on is reported once and tried again and
-/// again, with growing pauses. Null when the file is neither, and `error`, if given, then says why and what
-/// to do. Takes up to a few seconds for a film.
+/// Makes a driver with one camera, whose unique ID is "file:" and the path. A picture (see loadImageFile) is
+/// read now and delivered ten times a second, at most as large as a 4K camera's. A film is played in a loop
+/// at its own pace, without sound; when it cannot be played any further, that is logged once and it is tried
+/// again after growing delays. Null when the file is neither; `error`, unless null, then says why and what to
+/// do. Takes a few seconds at most.
 std::unique_ptr<CameraDriver> makeFileCamera(const std::filesystem::path& path,
                                              AVCaptureDevicePosition position, std::string* error);
 

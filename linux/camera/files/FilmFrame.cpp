@@ -1,16 +1,19 @@
 #include "linux/camera/files/FilmFrame.hpp"
 
+#include <chrono>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include <gst/video/video.h>
 
+#include "linux/handles/Owned.hpp"
+
 namespace nivlo {
 namespace {
 
-/// Holds the sample's buffer but not the sample: an appsink uses its sample object again and wants to be its
-/// only owner.
+/// Keeps the sample's buffer but not the sample, because an appsink can reuse its sample object only while it
+/// is the only owner.
 struct MappedPicture {
   explicit MappedPicture(GstSample* sample) {
     GstVideoInfo info;
@@ -32,7 +35,7 @@ struct MappedPicture {
 };
 
 ColorMatrix matrixOf(const GstVideoColorimetry& colorimetry) {
-  // BT.2020 has no matrix of its own here; BT.709 is the nearer one.
+  // ColorMatrix does not have BT.2020; BT.709 comes closest.
   const bool isWide = colorimetry.matrix == GST_VIDEO_COLOR_MATRIX_BT2020;
   return isWide || colorimetry.matrix == GST_VIDEO_COLOR_MATRIX_BT709 ? ColorMatrix::BT709
                                                                       : ColorMatrix::BT601;
@@ -43,9 +46,9 @@ int rotationFromTagList(const GstTagList* tags) {
   if (!gst_tag_list_get_string(tags, GST_TAG_IMAGE_ORIENTATION, &text)) {
     return 0;
   }
-  const std::unique_ptr<gchar, decltype(&g_free)> owner(text, g_free);
+  const Owned<gchar, g_free> owner(text);
   const std::string_view orientation(text);
-  // The tag counts clockwise.
+  // The tag names the clockwise turn that makes the picture upright; ours is counter-clockwise.
   if (orientation.ends_with("rotate-90")) {
     return 270;
   }
@@ -89,15 +92,17 @@ VideoFramePtr frameFromSample(GstSample* sample, int rotation) {
 
 int rotationFromTags(GstPad* pad) {
   int rotation = 0;
-  for (guint i = 0; GstEvent* event = gst_pad_get_sticky_event(pad, GST_EVENT_TAG, i); ++i) {
+  for (guint i = 0;; ++i) {
+    const Owned<GstEvent, gst_event_unref> event(gst_pad_get_sticky_event(pad, GST_EVENT_TAG, i));
+    if (!event) {
+      return rotation;
+    }
     GstTagList* tags = nullptr;
-    gst_event_parse_tag(event, &tags);
+    gst_event_parse_tag(event.get(), &tags);
     if (const int found = rotationFromTagList(tags)) {
       rotation = found;
     }
-    gst_event_unref(event);
   }
-  return rotation;
 }
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// Frames that GStreamer decoded.
+// Frames from what GStreamer decoded.
 #pragma once
 
 #include <gst/gst.h>
@@ -7,12 +7,12 @@
 
 namespace nivlo {
 
-/// The picture in a sample of format I420 or NV12, without a copy: the frame holds the sample's buffer. Null
-/// when the sample holds no such picture.
+/// Makes a frame of a sample in the format I420 or NV12 without copying: the frame keeps the sample's buffer,
+/// but not the sample. Null when the sample holds no such picture.
 VideoFramePtr frameFromSample(GstSample* sample, int rotation);
 
-/// The turn (see VideoFrame::rotation) that the tags which have passed the pad ask for, 0 without any.
-/// Mirroring is ignored.
+/// The rotation (see VideoFrame::rotation) that the film's tags ask for, as far as they have passed this pad;
+/// 0 without such a tag. Mirroring is ignored.
 int rotationFromTags(GstPad* pad);
 
 }  // namespace nivlo

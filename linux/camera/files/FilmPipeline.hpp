@@ -1,46 +1,45 @@
 // One attempt at playing a film with GStreamer.
 #pragma once
 
-#include <chrono>
 #include <filesystem>
-#include <memory>
 #include <stop_token>
 #include <string>
 
 #include <gst/gst.h>
 
+#include "linux/handles/Owned.hpp"
 #include "platform/drivers/CameraDriver.hpp"
 
 namespace nivlo {
 
-/// Used on one thread. Once the destructor has returned no frame arrives any more.
+/// Used on one thread. No frame arrives once the destructor has returned.
 class FilmPipeline {
  public:
-  /// `onFrame` may be empty; otherwise it is called on a thread of GStreamer's.
+  /// `onFrame` is called on a thread of GStreamer's. It may be empty when only prepare() is of interest.
   FilmPipeline(const std::filesystem::path& path, CameraFrameHandler onFrame);
   ~FilmPipeline();
   FilmPipeline(const FilmPipeline&) = delete;
   FilmPipeline& operator=(const FilmPipeline&) = delete;
 
-  /// Decodes the first picture, within a few seconds. Returns the cause when there is none, else nothing.
+  /// Decodes up to the first picture and waits at most five seconds for it. Returns why there is none, empty
+  /// on success.
   std::string prepare();
 
-  /// Plays the film again and again, until it fails or `stop` is requested. Returns the cause of the failure.
+  /// Plays the film in a loop until it fails or `stop` is requested. Returns the cause of the failure, empty
+  /// when it was stopped.
   std::string play(const std::stop_token& stop);
 
  private:
-  struct Unref {
-    void operator()(void* object) const { gst_object_unref(object); }
-  };
+  using Element = Owned<GstElement, gst_object_unref>;
 
   std::string awaitFirstPicture();
   std::string playRounds(const std::stop_token& stop);
   bool rewind(GstSeekFlags flags);
 
-  std::unique_ptr<GstElement, Unref> pipeline_;
-  std::unique_ptr<GstBus, Unref> bus_;
+  Element pipeline_;
+  Owned<GstBus, gst_object_unref> bus_;
   CameraFrameHandler onFrame_;
-  std::string problem_;
+  std::string problem_;  ///< why there is no pipeline; empty when there is one
 };
 
 }  // namespace nivlo

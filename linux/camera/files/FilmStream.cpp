@@ -1,19 +1,20 @@
 #include "linux/camera/files/FilmStream.hpp"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
 #include "linux/camera/files/FilmPipeline.hpp"
+#include "linux/timing/Backoff.hpp"
 #include "platform/Foundation/NSLog.hpp"
+#include "platform/Foundation/NSThread.hpp"
 
 namespace nivlo {
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::chrono::seconds shortestPause = 1s;
-constexpr std::chrono::seconds longestPause = 30s;
+constexpr std::chrono::seconds kFirstDelay = 1s;
+constexpr std::chrono::seconds kLongestDelay = 30s;
 
 }  // namespace
 
@@ -24,7 +25,7 @@ std::string findFilmProblem(const std::filesystem::path& path) {
     return {};
   }
   return "cannot play " + path.string() + ": " + problem +
-         "; give a PNG, JPEG or WebP picture, or a film whose GStreamer plugins are installed";
+         "; use a PNG, JPEG or WebP picture, or a film whose GStreamer plugins are installed";
 }
 
 FilmStream::FilmStream(std::filesystem::path path, CameraFrameHandler onFrame)
@@ -33,7 +34,8 @@ FilmStream::FilmStream(std::filesystem::path path, CameraFrameHandler onFrame)
       thread_([this](const std::stop_token& stop) { run(stop); }) {}
 
 void FilmStream::run(const std::stop_token& stop) {
-  auto pause = shortestPause;
+  NSThread::currentThread().setName("camera");
+  Backoff delay(kFirstDelay, kLongestDelay);
   while (!stop.stop_requested()) {
     const auto begin = std::chrono::steady_clock::now();
     FilmPipeline pipeline(path_, onFrame_);
@@ -42,13 +44,11 @@ void FilmStream::run(const std::stop_token& stop) {
       return;
     }
     report(problem);
-    const bool playedWell = std::chrono::steady_clock::now() - begin > longestPause;
-    if (playedWell) {
-      pause = shortestPause;
+    if (std::chrono::steady_clock::now() - begin > kLongestDelay) {
+      delay.reset();
     }
     std::unique_lock lock(mutex_);
-    wake_.wait_for(lock, stop, pause, [] { return false; });
-    pause = std::min(pause * 2, longestPause);
+    wake_.wait_for(lock, stop, delay.next(), [] { return false; });
   }
 }
 
@@ -57,8 +57,11 @@ void FilmStream::report(const std::string& problem) {
     return;
   }
   reported_ = problem;
-  NSLog("film camera: %@ stopped: %@; it is tried again by itself, make sure the file is whole and readable",
-        path_.string(), problem);
+  NSLog(
+      "film camera: cannot go on with %@: %@; check that the file is complete and readable. It is opened "
+      "again "
+      "until it plays",
+      path_.string(), problem);
 }
 
 }  // namespace nivlo

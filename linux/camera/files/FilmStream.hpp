@@ -1,4 +1,4 @@
-// A film that plays for ever.
+// A camera stream that plays a film in a loop.
 #pragma once
 
 #include <condition_variable>
@@ -12,11 +12,12 @@
 
 namespace nivlo {
 
-/// Why the file cannot be played as a film, with what to do about it; empty when it can. Opens the film up to
-/// its first picture and waits at most a few seconds for it.
+/// Why the file cannot be played as a film and what to do about it, for people; empty when it can. Decodes up
+/// to the first picture, which takes a few seconds at most.
 std::string findFilmProblem(const std::filesystem::path& path);
 
-/// Plays a film in a loop. Frames come on GStreamer's thread.
+/// Frames arrive on a thread of GStreamer's. When the film cannot be played any further, the cause is logged
+/// once and the film is opened again after growing delays.
 class FilmStream final : public CameraStream {
  public:
   FilmStream(std::filesystem::path path, CameraFrameHandler onFrame);
@@ -27,10 +28,10 @@ class FilmStream final : public CameraStream {
 
   const std::filesystem::path path_;
   const CameraFrameHandler onFrame_;
-  std::string reported_;
+  std::string reported_;  ///< the problem that was logged last
   std::mutex mutex_;
   std::condition_variable_any wake_;
-  std::jthread thread_;  // last: it uses all of the above
+  std::jthread thread_;  // must be last, because the thread uses the other fields
 };
 
 }  // namespace nivlo

@@ -10,7 +10,7 @@
 namespace nivlo {
 namespace {
 
-constexpr int longestSide = 3840;
+constexpr int kLongestCameraEdge = 3840;  // of a 4K camera's picture
 
 struct I420Picture {
   I420Picture(int w, int h) : width(w), height(h), bytes(lumaSize() + 2 * chromaSize()) {}
@@ -29,7 +29,7 @@ struct I420Picture {
 
 I420Picture convert(const VideoFrame& rgb) {
   I420Picture picture(rgb.width, rgb.height);
-  // libyuv's RAW has the bytes in the order R, G, B; J420 is I420 in full range.
+  // In libyuv's words, RAW has its bytes in the order R, G, B, and J420 is I420 in full range.
   libyuv::RAWToJ420(rgb.planes[0].data, rgb.planes[0].stride, picture.y(), picture.width, picture.u(),
                     picture.chromaStride(), picture.v(), picture.chromaStride(), picture.width,
                     picture.height);
@@ -37,7 +37,7 @@ I420Picture convert(const VideoFrame& rgb) {
 }
 
 I420Picture shrink(I420Picture large) {
-  const double factor = static_cast<double>(longestSide) / std::max(large.width, large.height);
+  const double factor = static_cast<double>(kLongestCameraEdge) / std::max(large.width, large.height);
   if (factor >= 1) {
     return large;
   }

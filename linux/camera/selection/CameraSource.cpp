@@ -48,9 +48,8 @@ std::string applyCameraSource(std::string_view text, CameraSources* sources) {
       equals == std::string_view::npos ? std::nullopt : parseCameraSource(text.substr(equals + 1));
   if (!source || (side != "back" && side != "front")) {
     return fmt::format(
-        "'{}' is no camera source: write back=SOURCE or front=SOURCE, where SOURCE is auto, demo, "
-        "pipewire:NODE, "
-        "file:PATH or none",
+        "'{}' is not a camera source; write back=SOURCE or front=SOURCE, where SOURCE is auto, demo, "
+        "pipewire:NODE, file:PATH or none",
         text);
   }
   (side == "back" ? sources->back : sources->front) = *source;

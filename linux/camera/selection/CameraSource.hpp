@@ -1,4 +1,4 @@
-// Which camera stands at one side of the device, as the user chooses it.
+// What the user chose as the device's back or front camera.
 #pragma once
 
 #include <optional>
@@ -11,17 +11,17 @@ namespace nivlo {
 
 struct CameraSource {
   enum class Kind {
-    Auto,      ///< a PipeWire camera, or the demo camera where there is none at all
+    Auto,      ///< whatever PipeWire cameras face that side, or the demo camera when PipeWire has none at all
     Demo,      ///< the drawn scene of that side
-    PipeWire,  ///< the PipeWire node named by `value`
-    File,      ///< the picture or film at the path `value`
+    PipeWire,  ///< the PipeWire node whose name is `value`
+    File,      ///< the picture or film whose path is `value`
     None,      ///< no camera on that side
   };
   Kind kind = Kind::Auto;
-  std::string value;
+  std::string value;  ///< empty but for PipeWire and File
 };
 
-/// Reads "auto", "demo", "pipewire:NODE", "file:PATH" or "none"; nothing for any other text.
+/// Parses "auto", "demo", "pipewire:NODE", "file:PATH" or "none". Nothing for any other text.
 std::optional<CameraSource> parseCameraSource(std::string_view text);
 
 /// The text that parseCameraSource() reads as this source.
@@ -32,7 +32,8 @@ struct CameraSources {
   CameraSource front;
 };
 
-/// Reads "back=SOURCE" or "front=SOURCE" into the side it names. Returns an error message, empty on success.
+/// Parses "back=SOURCE" or "front=SOURCE" and stores the source for that side. Returns an error message for
+/// people, empty on success.
 std::string applyCameraSource(std::string_view text, CameraSources* sources);
 
 }  // namespace nivlo

@@ -16,7 +16,7 @@ namespace {
 using Position = AVCaptureDevicePosition;
 using Kind = CameraSource::Kind;
 
-/// One side of the device: the driver that serves it and, where one camera was chosen, which.
+/// One side of the device. `driver` and `uniqueID` are set where a particular camera was chosen for it.
 struct Side {
   Position position = Position::Unspecified;
   Kind kind = Kind::Auto;
@@ -26,7 +26,7 @@ struct Side {
 
 class SelectedCameras : public CameraDriver {
  public:
-  /// Returns an error message, empty on success.
+  /// Returns an error message for people, empty on success.
   std::string select(const CameraSources& sources) {
     const auto error = selectSide(Position::Back, sources.back);
     return error.empty() ? selectSide(Position::Front, sources.front) : error;
@@ -118,9 +118,9 @@ class SelectedCameras : public CameraDriver {
     if (found.empty() && !pipeWireHadCameras_) {
       demoStandsIn_ = true;
       NSLog(
-          "cameras: PipeWire has no camera, so the demo scenes stand in; plug one in and start again, or "
-          "choose with "
-          "--source");
+          "cameras: PipeWire has no camera, so the demo scenes stand in; plug in a camera and start Nivlo "
+          "again, "
+          "or choose one with --source");
       return demo().cameras();
     }
     pipeWireHadCameras_ = true;

@@ -1,4 +1,4 @@
-// The cameras that the user chose, as one set.
+// One camera driver for all the cameras that the user chose.
 #pragma once
 
 #include <memory>
@@ -9,11 +9,11 @@
 
 namespace nivlo {
 
-/// A camera that was chosen for a side looks that way, whatever it says itself, and is listed even while it
-/// is unplugged. On an automatic side stand the PipeWire cameras that look that way; those that do not say
-/// which way they look are listed last. Where there is no PipeWire camera when first asked, the demo cameras
-/// stand in for good, and one line in the log says so. Null, with the cause in `*error`, when a file cannot
-/// be used.
+/// A camera that was chosen for a side counts as facing that side, whatever it says itself, and is listed
+/// even while it is unplugged. A side that is left to itself (CameraSource::Kind::Auto) has the PipeWire
+/// cameras that face it; PipeWire cameras that do not say which side they face are listed last. When PipeWire
+/// has no camera the first time it is asked, the demo cameras take its place for good, and the log says so
+/// once. Null when a file cannot be used; `*error` then says why and what to do.
 std::unique_ptr<CameraDriver> makeSelectedCameras(const CameraSources& sources, std::string* error);
 
 }  // namespace nivlo

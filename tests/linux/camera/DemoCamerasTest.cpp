@@ -1,5 +1,5 @@
 // What the demo cameras show.
-#define ZX_USE_UTF8 1  // must come before any of ZXing's headers: texts come as UTF-8
+#define ZX_USE_UTF8 1  // must precede ZXing's headers; without it texts are not UTF-8
 
 #include <set>
 #include <string>
@@ -18,34 +18,34 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// "format text" of each code that is shown; formats in the order in which ZXing names them.
+/// The format and the text of each code in the scene, as in "QRCode https://example.org".
 std::vector<std::string> codesIn(const DemoScene& scene, double seconds) {
-  const Layer surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, sceneWidth, sceneHeight));
+  const Layer surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kSceneWidth, kSceneHeight));
   scene.draw(drawOn(surface).get(), seconds);
   cairo_surface_flush(surface.get());
-  const ZXing::ImageView view(cairo_image_surface_get_data(surface.get()), sceneWidth, sceneHeight,
-                              ZXing::ImageFormat::BGRX, cairo_image_surface_get_stride(surface.get()));
+  const ZXing::ImageView image(cairo_image_surface_get_data(surface.get()), kSceneWidth, kSceneHeight,
+                               ZXing::ImageFormat::BGRX, cairo_image_surface_get_stride(surface.get()));
   std::vector<std::string> found;
   const auto read = [&](ZXing::BarcodeFormats formats, int most) {
     ZXing::DecodeHints hints;
     hints.setFormats(formats).setTryDownscale(false).setMaxNumberOfSymbols(most);
-    for (const auto& result : ZXing::ReadBarcodes(view, hints)) {
+    for (const auto& result : ZXing::ReadBarcodes(image, hints)) {
       found.push_back(ZXing::ToString(result.format()));
       found.back().append(" ").append(result.text());
     }
   };
   using enum ZXing::BarcodeFormat;
   read(QRCode | Aztec | PDF417, 8);
-  // With more than one, two equal codes abort the library.
+  // The library aborts when it may find more than one linear code and sees two equal ones.
   read(EAN8 | EAN13 | UPCE | Code39 | Code93 | Code128, 1);
   return found;
 }
 
-TEST(DemoCameras, EachKindOfCodeIsHeldUpLegiblyAndNoneInBetween) {
+TEST(DemoCameras, EverySymbologyIsHeldUpReadablyAndNoCodeIsLeftInBetween) {
   const BackScene scene;
   std::vector<std::string> seen;
   for (int card = 0; card < 10; ++card) {
-    const double begin = card * BackScene::cardPeriod;
+    const double begin = card * BackScene::kCardPeriod;
     EXPECT_THAT(codesIn(scene, begin + 0.1), IsEmpty()) << begin;
     std::set<std::string> codes;
     for (const double moment : {1.2, 2.5, 3.8}) {
@@ -56,7 +56,7 @@ TEST(DemoCameras, EachKindOfCodeIsHeldUpLegiblyAndNoneInBetween) {
     EXPECT_THAT(codes, SizeIs(1)) << begin;
     seen.insert(seen.end(), codes.begin(), codes.end());
   }
-  // The last characters of EAN, UPC and the second Code 39 are check characters.
+  // EAN, UPC and the second Code 39 end in a check character.
   EXPECT_THAT(seen, ElementsAre("QRCode https://example.org/garden", "EAN-13 2001234567893",
                                 "PDF417 DOE/JANE GATE 12 SEAT 4A", "EAN-8 20123451",
                                 "Aztec HARBOUR LINE 2 ADULTS 4711", "UPC-E 01234565", "Code128 PARCEL-2041",

@@ -1,4 +1,4 @@
-// Pictures and films that stand in for cameras.
+// Pictures and films in place of cameras.
 #include <fstream>
 #include <iterator>
 #include <mutex>
@@ -23,7 +23,7 @@ using testing::HasSubstr;
 using testing::Le;
 using testing::SizeIs;
 
-/// Keeps every frame, and so the memory of each.
+/// Keeps every frame, so that no two of them can share memory.
 class Recorder {
  public:
   CameraFrameHandler handler() {
@@ -60,7 +60,7 @@ class FileCamera : public testing::Test {
     return file("picture.png");
   }
 
-  /// Runs a GStreamer pipeline that ends in the file, to its end.
+  /// Writes what the GStreamer pipeline produces to a file.
   std::filesystem::path writeFilm(const std::string& name, const std::string& pipelineDescription) const {
     gst_init(nullptr, nullptr);
     const std::string whole = pipelineDescription + " ! filesink location=" + file(name).string();
@@ -79,7 +79,7 @@ class FileCamera : public testing::Test {
   test::TemporaryDirectory directory_;
 };
 
-TEST_F(FileCamera, APictureComesAgainAndAgainInItsColoursAndNoLargerThanACameras) {
+TEST_F(FileCamera, APictureIsRepeatedInItsColoursAndScaledDownToACamerasSize) {
   const auto driver = makeFileCamera(writePicture(33, 17), back, nullptr);
   ASSERT_NE(driver, nullptr);
   const auto info = driver->cameras().at(0);
@@ -106,7 +106,7 @@ TEST_F(FileCamera, APictureComesAgainAndAgainInItsColoursAndNoLargerThanACameras
   EXPECT_THAT(scaled.frames()[0]->height, AllOf(testing::Ge(4), Le(5)));
 }
 
-TEST_F(FileCamera, AFilmGoesOnPastItsEndAtItsOwnPace) {
+TEST_F(FileCamera, AFilmStartsOverAtItsEndAndKeepsItsPace) {
   constexpr std::size_t length = 10;
   const std::string source =
       "videotestsrc num-buffers=10 pattern=ball ! video/x-raw,width=64,height=48,framerate=20/1 ! ";
@@ -132,7 +132,7 @@ TEST_F(FileCamera, AFilmGoesOnPastItsEndAtItsOwnPace) {
   }
 }
 
-/// Has the film's track turned by 90 degrees clockwise, as a telephone held upright writes it.
+/// Marks the film's track as to be turned by 90 degrees clockwise, as a phone that is held upright does.
 void turnTrack(const std::filesystem::path& mp4) {
   std::fstream file(mp4, std::ios::in | std::ios::out | std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(file), {}};
@@ -143,7 +143,7 @@ void turnTrack(const std::filesystem::path& mp4) {
   file << matrix;
 }
 
-TEST_F(FileCamera, AFilmTellsItsColoursAndHowItIsHeld) {
+TEST_F(FileCamera, TheColorimetryAndRotationOfAFilmReachItsFrames) {
   const auto film = writeFilm("held.mp4",
                               "videotestsrc num-buffers=4 ! "
                               "video/x-raw,width=64,height=48,framerate=20/1 ! jpegenc ! qtmux");
@@ -160,7 +160,7 @@ TEST_F(FileCamera, AFilmTellsItsColoursAndHowItIsHeld) {
   EXPECT_EQ(frame->range, ColorRange::Full);
 }
 
-TEST_F(FileCamera, WhatIsNeitherPictureNorFilmIsRefusedWithItsCause) {
+TEST_F(FileCamera, AFileThatIsNeitherPictureNorFilmIsRefusedWithTheCause) {
   const auto refusal = [](const std::filesystem::path& path) {
     std::string error;
     EXPECT_EQ(makeFileCamera(path, back, &error), nullptr) << path;

@@ -1,4 +1,4 @@
-// Pictures from files: what is refused, and that what is read looks right.
+// Which picture files are refused, and whether the others look right.
 #include <array>
 #include <cstdint>
 #include <string>
@@ -35,8 +35,7 @@ class ImageFile : public testing::Test {
 };
 
 std::array<int, 3> rgbAt(const VideoFrame& frame, int x, int y) {
-  const int bytes = frame.format == PixelFormat::RGB ? 3 : 4;
-  const auto* pixel = frame.planes[0].data + y * frame.planes[0].stride + x * bytes;
+  const auto* pixel = frame.planes[0].data + y * frame.planes[0].stride + x * 3;
   return {pixel[0], pixel[1], pixel[2]};
 }
 
@@ -45,7 +44,7 @@ std::string jpegOf(int width, int height) {
   return {jpeg.begin(), jpeg.end()};
 }
 
-/// The picture with an Exif segment that says it is to be turned by 90 degrees.
+/// Adds an Exif segment that asks for the picture to be turned by 90 degrees clockwise.
 std::string turned(std::string jpeg) {
   using namespace std::string_literals;
   constexpr int kBehindStartOfImage = 2;
@@ -54,7 +53,7 @@ std::string turned(std::string jpeg) {
                      "Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x06\0\0\0\0\0\0\0"s);
 }
 
-TEST_F(ImageFile, WhatIsNoWholePictureIsRefusedWithItsCause) {
+TEST_F(ImageFile, AnythingButACompletePictureIsRefusedWithTheCause) {
   const auto png = directory.read(writeSplitPNG("whole.png", 64, 64));
   const auto refusal = [](const std::filesystem::path& path) {
     const auto load = loadImageFile(path);
@@ -64,14 +63,14 @@ TEST_F(ImageFile, WhatIsNoWholePictureIsRefusedWithItsCause) {
   };
   EXPECT_THAT(refusal(file("missing.png")), HasSubstr("no such file"));
   EXPECT_THAT(refusal(directory.write("empty.png", "")), HasSubstr("empty"));
-  EXPECT_THAT(refusal(directory.write("text.png", "Dear diary,\n")), HasSubstr("does not hold"));
+  EXPECT_THAT(refusal(directory.write("text.png", "Dear diary,\n")), HasSubstr("is not a PNG"));
   EXPECT_THAT(refusal(file("")), HasSubstr("directory"));
   EXPECT_THAT(refusal("/dev/zero"), HasSubstr("not a regular file"));
   refusal(directory.write("header.png", png.substr(0, 30)));
   refusal(directory.write("most.png", png.substr(0, png.size() - 20)));
   const auto jpeg = jpegOf(200, 200);
   EXPECT_NE(loadImageFile(directory.write("whole.jpg", jpeg)).frame, nullptr);
-  EXPECT_THAT(refusal(directory.write("half.jpg", jpeg.substr(0, jpeg.size() / 2))), HasSubstr("breaks off"));
+  EXPECT_THAT(refusal(directory.write("half.jpg", jpeg.substr(0, jpeg.size() / 2))), HasSubstr("cut short"));
   refusal(directory.write("most.jpg", jpeg.substr(0, jpeg.size() - 2)));
   auto giant = jpegOf(64, 64);
   constexpr int startOfFrameToHeight = 5;

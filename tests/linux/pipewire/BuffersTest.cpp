@@ -1,4 +1,4 @@
-// How a camera's buffers become frames, and what is not believed of them.
+// Whether buffers become frames, and what buffers must not be trusted with.
 #include <limits>
 
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@
 namespace nivlo {
 namespace {
 
-TEST(FrameLayout, NoClaimOfASenderReachesBeyondItsMemory) {
+TEST(FrameLayout, ASenderCannotMakeAPlaneReachBeyondItsMemory) {
   const std::vector<std::uint8_t> memory(640 * 480 * 3 / 2);
   const auto fits = [&](PixelFormat format, int width, int height, std::size_t bytes, int stride) {
     const DataBlock block{std::span(memory).first(bytes), stride};
@@ -30,7 +30,7 @@ TEST(FrameLayout, NoClaimOfASenderReachesBeyondItsMemory) {
   EXPECT_FALSE(fits(PixelFormat::I420, 640, 480, memory.size(), std::numeric_limits<int>::max()));
   EXPECT_FALSE(fits(PixelFormat::I420, 8192, 8192, memory.size(), 8192));
   EXPECT_FALSE(fits(PixelFormat::I420, 639, 480, memory.size(), 639))
-      << "half of it is too short for the chroma";
+      << "half of this stride is too short for a chroma row";
   EXPECT_FALSE(fits(PixelFormat::YUY2, 3, 1, 7, 0));
   EXPECT_TRUE(fits(PixelFormat::RGB, 3, 2, 12 + 9, 0)) << "the last row needs no padding";
   EXPECT_FALSE(fits(PixelFormat::RGB, 3, 2, 12 + 8, 0));
@@ -59,7 +59,7 @@ struct SentBuffer {
   pw_buffer buffer{.buffer = &content};
 };
 
-TEST(BufferReader, LeavesOutPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) {
+TEST(BufferReader, SkipsPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) {
   SentBuffer sent(64);
   BufferLoans loans;
   ASSERT_TRUE(loans.add(&sent.buffer));
@@ -112,7 +112,7 @@ TEST(BufferLoans, ALoanOutlivesItsBufferAndItsStreamAndOnlyBuffersThatAreStillTh
   EXPECT_EQ(last[0], 0);
 }
 
-TEST(JpegDecoder, ReadsWhatCamerasSendAndDropsWhatIsDamaged) {
+TEST(JpegDecoder, DecodesWhatCamerasSendAndRejectsWhatIsDamaged) {
   JpegDecoder decoder;
   const test::Picture picture = test::quadrantPicture(322, 242);
   std::shared_ptr<VideoFrame> first;
@@ -120,7 +120,7 @@ TEST(JpegDecoder, ReadsWhatCamerasSendAndDropsWhatIsDamaged) {
     const std::vector<std::uint8_t> jpeg = test::encodeJpeg(picture, chroma);
     const auto frame = decoder.decode(jpeg, 322, 242);
     ASSERT_TRUE(frame);
-    EXPECT_TRUE(test::showsQuarters(*frame));
+    EXPECT_TRUE(test::showsQuadrants(*frame));
     if (!first) {
       first = frame;
     }
@@ -137,10 +137,10 @@ TEST(JpegDecoder, ReadsWhatCamerasSendAndDropsWhatIsDamaged) {
     EXPECT_TRUE(decoder.decode(untidy, 322, 242)) << "stray bytes between segments";
   }
   EXPECT_FALSE(decoder.decode({}, 322, 242));
-  EXPECT_TRUE(test::showsQuarters(*first)) << "a frame was overwritten by a later one";
+  EXPECT_TRUE(test::showsQuadrants(*first)) << "a frame was overwritten by a later one";
 }
 
-TEST(CameraNode, TakesTheSideFromWholeWordsOnlyWhereNothingBetterIsKnown) {
+TEST(CameraNode, GuessesTheSideFromWholeWordsWhereLibcameraDoesNotStateIt) {
   const auto sideOf = [](const std::string& name, const std::string& description, const char* location) {
     return describeCamera(1,
                           [&](const std::string& key) -> const char* {

@@ -7,10 +7,10 @@
 namespace nivlo::test {
 namespace {
 
-/// What subsampling and compression do to a colour.
+/// How far subsampling and compression may change a colour, of 255.
 constexpr int kTolerance = 12;
 
-/// The frame as a viewer would see it, but neither turned nor mirrored.
+/// The frame as it would be shown, but neither rotated nor mirrored.
 Pixels shown(const VideoFrame& frame) {
   Pixels pixels;
   pixels.resize(frame.width, frame.height);
@@ -26,7 +26,7 @@ Picture::Color colorAt(Pixels& pixels, int x, int y) {
 
 }  // namespace
 
-bool showsQuarters(const VideoFrame& frame) {
+bool showsQuadrants(const VideoFrame& frame) {
   Pixels pixels = shown(frame);
   const Picture expected = quadrantPicture(frame.width, frame.height);
   for (const int x : {1, frame.width / 4, frame.width * 3 / 4, frame.width - 2}) {
@@ -39,7 +39,7 @@ bool showsQuarters(const VideoFrame& frame) {
   return true;
 }
 
-CameraFrameHandler FrameTaker::handler() {
+CameraFrameHandler FrameWatcher::handler() {
   return [this](VideoFramePtr frame) {
     const std::lock_guard lock(mutex_);
     Pixels pixels = shown(*frame);
@@ -50,14 +50,14 @@ CameraFrameHandler FrameTaker::handler() {
   };
 }
 
-VideoFramePtr FrameTaker::next(std::chrono::milliseconds timeout) {
+VideoFramePtr FrameWatcher::next(std::chrono::milliseconds timeout) {
   std::unique_lock lock(mutex_);
   const std::size_t seen = count_;
   const bool came = arrived_.wait_for(lock, timeout, [&] { return count_ > seen; });
   return came ? newest_ : nullptr;
 }
 
-int FrameTaker::countOtherThan(const Picture::Color& color) const {
+int FrameWatcher::countOtherThan(const Picture::Color& color) const {
   const std::lock_guard lock(mutex_);
   return static_cast<int>(std::count_if(
       colors_.begin(), colors_.end(), [&](const auto& other) { return !isNear(color, other, kTolerance); }));

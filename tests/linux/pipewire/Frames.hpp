@@ -1,4 +1,4 @@
-// Looking at what a camera delivers.
+// Checks of the frames that a camera delivers.
 #pragma once
 
 #include <condition_variable>
@@ -11,18 +11,18 @@
 
 namespace nivlo::test {
 
-/// Whether the frame shows the four coloured quarters.
-bool showsQuarters(const VideoFrame& frame);
+/// Whether the frame shows quadrantPicture().
+bool showsQuadrants(const VideoFrame& frame);
 
-/// Takes a camera's frames.
-class FrameTaker {
+/// Receives a camera's frames.
+class FrameWatcher {
  public:
   CameraFrameHandler handler();
 
-  /// The first frame that arrives from now on; null when none does in time.
+  /// Waits for the next frame to arrive; null when none does in time.
   VideoFramePtr next(std::chrono::milliseconds timeout = kPatience);
 
-  /// How many did not show this colour, of all so far.
+  /// How many of the frames so far do not have this colour in their centre.
   int countOtherThan(const Picture::Color& color) const;
 
  private:

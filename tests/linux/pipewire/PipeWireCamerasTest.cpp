@@ -1,3 +1,4 @@
+// Cameras that come, go, stall and return, on a real PipeWire daemon.
 #include <atomic>
 #include <thread>
 
@@ -15,13 +16,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A driver, and an open stream of a camera.
-struct View {
+/// A driver and the open stream of one camera.
+struct OpenCamera {
   std::unique_ptr<CameraDriver> cameras = makePipeWireCameras();
-  FrameTaker taker;
+  FrameWatcher frames;
   std::unique_ptr<CameraStream> stream;
 
-  explicit View(const std::string& id = "pipewire:cam") : stream(cameras->open(id, taker.handler())) {}
+  explicit OpenCamera(const std::string& id = "pipewire:cam") : stream(cameras->open(id, frames.handler())) {}
   bool offers(const std::string& id) const {
     return std::ranges::any_of(cameras->cameras(), [&](const auto& camera) { return camera.uniqueID == id; });
   }
@@ -37,7 +38,7 @@ class PipeWireCamerasTest : public testing::Test {
   }
   Camera plugInRed() { return plugIn("cam", {"--color", "ff0000"}); }
   Camera plugInAnother() { return plugIn("other", {"--color", "0000ff"}); }
-  bool comesToLog(const std::string& line, int times = 1) {
+  bool isLogged(const std::string& line, int times = 1) {
     return waitFor([&] { return log.count("camera cam: " + line) == times; });
   }
 
@@ -47,12 +48,12 @@ class PipeWireCamerasTest : public testing::Test {
   RecordingLog& log = machine.log;
 };
 
-class WithADaemon : public PipeWireCamerasTest {
+class PipeWireCamerasWithDaemonTest : public PipeWireCamerasTest {
  protected:
   PrivatePipeWire pipewire{bus};
 };
 
-TEST_F(WithADaemon, EveryModeKeepsPlacesColoursAndTheTurnAndTheBestOfTwoIsTaken) {
+TEST_F(PipeWireCamerasWithDaemonTest, EveryModeKeepsGeometryColoursAndRotationAndTheBetterOfTwoIsChosen) {
   using enum PixelFormat;
   using enum ColorMatrix;
   using enum ColorRange;
@@ -88,8 +89,8 @@ TEST_F(WithADaemon, EveryModeKeepsPlacesColoursAndTheTurnAndTheBestOfTwoIsTaken)
   for (const auto& tried : cases) {
     SCOPED_TRACE(testing::PrintToString(tried.arguments));
     const Camera camera = plugIn("cam", tried.arguments);
-    View view;
-    const VideoFramePtr frame = view.taker.next();
+    OpenCamera opened;
+    const VideoFramePtr frame = opened.frames.next();
     ASSERT_TRUE(frame);
     EXPECT_EQ(frame->format, tried.format);
     EXPECT_EQ(frame->height, tried.height);
@@ -98,66 +99,66 @@ TEST_F(WithADaemon, EveryModeKeepsPlacesColoursAndTheTurnAndTheBestOfTwoIsTaken)
       EXPECT_EQ(frame->matrix, tried.matrix);
       EXPECT_EQ(frame->range, tried.range);
     }
-    EXPECT_TRUE(showsQuarters(*frame));
+    EXPECT_TRUE(showsQuadrants(*frame));
   }
   EXPECT_EQ(log.count(), 0);
 }
 
-TEST_F(WithADaemon, AnUnpluggedCameraComesBackAndNoOtherTakesItsPlace) {
+TEST_F(PipeWireCamerasWithDaemonTest, AnUnpluggedCameraComesBackAndNoOtherTakesItsPlace) {
   const Camera other = plugInAnother();
   Camera camera = plugInRed();
-  View view;
+  OpenCamera opened;
   for (int round = 1; round <= 3; ++round) {
-    ASSERT_TRUE(view.taker.next());
+    ASSERT_TRUE(opened.frames.next());
     camera.reset();
-    EXPECT_TRUE(comesToLog("it is gone", round));
-    EXPECT_TRUE(waitFor([&] { return !view.offers("pipewire:cam"); }));
-    EXPECT_FALSE(view.taker.next(300ms));
+    EXPECT_TRUE(isLogged("it is gone", round));
+    EXPECT_TRUE(waitFor([&] { return !opened.offers("pipewire:cam"); }));
+    EXPECT_FALSE(opened.frames.next(300ms));
     camera = plugInRed();
-    ASSERT_TRUE(view.taker.next());
+    ASSERT_TRUE(opened.frames.next());
     EXPECT_EQ(log.count("camera cam: its picture is back"), round);
   }
   outputOf({"pw-link", "other:out_0", "nivlo:in_0"}, bus.environment());
-  EXPECT_TRUE(comesToLog("its picture is back", 4));
-  EXPECT_EQ(view.taker.countOtherThan(kRed), 0) << "neither alone nor when somebody links it to the stream";
+  EXPECT_TRUE(isLogged("its picture is back", 4));
+  EXPECT_EQ(opened.frames.countOtherThan(kRed), 0) << "the other camera was shown";
 }
 
-TEST_F(WithADaemon, ACameraThatFallsSilentIsOpenedAgain) {
+TEST_F(PipeWireCamerasWithDaemonTest, ACameraThatGoesSilentIsOpenedAgain) {
   const Camera camera = plugInRed();
-  View view;
-  ASSERT_TRUE(view.taker.next());
+  OpenCamera opened;
+  ASSERT_TRUE(opened.frames.next());
   camera->freeze();
-  EXPECT_TRUE(comesToLog("it delivers no pictures"));
+  EXPECT_TRUE(isLogged("it delivers no pictures"));
   camera->thaw();
-  EXPECT_TRUE(view.taker.next());
-  EXPECT_TRUE(comesToLog("its picture is back"));
+  EXPECT_TRUE(opened.frames.next());
+  EXPECT_TRUE(isLogged("its picture is back"));
 }
 
-TEST_F(WithADaemon, FramesThatAreHeldNeitherStopTheCameraNorChangeNorDieWithIt) {
+TEST_F(PipeWireCamerasWithDaemonTest, HeldFramesDoNotStopTheCameraAndOutliveItUnchanged) {
   int gone = 0;
   for (const char* buffers : {"1", "2", "8"}) {
     SCOPED_TRACE(buffers);
     Camera camera = plugIn("cam", {"--buffers", buffers});
-    View view;
+    OpenCamera opened;
     std::vector<VideoFramePtr> held;
     for (int i = 0; i < 12; ++i) {
-      held.push_back(view.taker.next());
+      held.push_back(opened.frames.next());
     }
     ASSERT_THAT(held, testing::Each(testing::NotNull()));
     camera.reset();
-    EXPECT_TRUE(comesToLog("it is gone", ++gone));
-    EXPECT_TRUE(showsQuarters(*held.front()));
-    view.stream.reset();
-    view.cameras.reset();
+    EXPECT_TRUE(isLogged("it is gone", ++gone));
+    EXPECT_TRUE(showsQuadrants(*held.front()));
+    opened.stream.reset();
+    opened.cameras.reset();
     for (std::size_t i = 1; i < held.size(); ++i) {
       EXPECT_NE(held[i]->planes[0].data, held[i - 1]->planes[0].data);
-      EXPECT_TRUE(showsQuarters(*held[i]));
+      EXPECT_TRUE(showsQuadrants(*held[i]));
     }
     std::thread([&] { held.clear(); }).join();
   }
 }
 
-TEST_F(WithADaemon, ClosingWaitsForTheLastFrameAndNoneFollows) {
+TEST_F(PipeWireCamerasWithDaemonTest, ClosingWaitsForTheFrameUnderWayAndNoFrameFollows) {
   const Camera camera = plugIn("cam", {"--fps", "120"});
   const auto cameras = makePipeWireCameras();
   for (int round = 0; round < 15; ++round) {
@@ -177,13 +178,13 @@ TEST_F(WithADaemon, ClosingWaitsForTheLastFrameAndNoneFollows) {
   }
 }
 
-TEST_F(PipeWireCamerasTest, ACameraThatIsNotThereYetIsShownWhenItComesWithItsDaemon) {
-  View view;
-  EXPECT_TRUE(view.cameras->cameras().empty());
-  EXPECT_TRUE(comesToLog("there is no such camera; plug it in"));
+TEST_F(PipeWireCamerasTest, ACameraOpenedBeforeItsDaemonRunsIsShownOnceBothAreThere) {
+  OpenCamera opened;
+  EXPECT_TRUE(opened.cameras->cameras().empty());
+  EXPECT_TRUE(isLogged("there is no such camera; plug it in"));
   const PrivatePipeWire pipewire(bus);
   const Camera camera = plugInRed();
-  EXPECT_TRUE(view.taker.next());
+  EXPECT_TRUE(opened.frames.next());
 }
 
 }  // namespace

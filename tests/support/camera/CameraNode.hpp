@@ -1,4 +1,4 @@
-// A camera as PipeWire sees it.
+// A virtual camera in PipeWire's graph.
 #pragma once
 
 #include <vector>
@@ -11,13 +11,13 @@
 
 namespace nivlo::test {
 
-/// Publishes a camera on the loop it is given, and quits that loop when PipeWire goes away. `pictures` holds
-/// one encoded picture for each of the modes.
+/// Publishes a camera and serves its readers on the given loop, which it quits when PipeWire goes away.
+/// `pictures` holds one encoded picture for each mode of `options`, which must outlive this object.
 class CameraNode {
  public:
   CameraNode(pw_main_loop* loop, const CameraOptions& options, std::vector<EncodedPicture> pictures);
 
-  /// Whether PipeWire has been reached.
+  /// Whether the constructor reached PipeWire.
   bool isConnected() const { return connected_; }
 
  private:

@@ -1,19 +1,21 @@
+// nivlo-test-camera: a PipeWire camera for tests.
 #include <cstdio>
 #include <exception>
-#include <memory>
 
 #include <pipewire/pipewire.h>
 #include <signal.h>
 
+#include "linux/handles/Owned.hpp"
 #include "tests/support/camera/CameraNode.hpp"
 #include "tests/support/camera/Options.hpp"
 #include "tests/support/pictures/PictureFile.hpp"
 
 namespace {
 
+using namespace nivlo;
 using namespace nivlo::test;
 
-/// The picture, scaled to the mode's size.
+/// Scales the picture to the mode's size by taking the nearest pixel.
 Picture scaled(const Picture& whole, const Mode& mode) {
   Picture picture = solidPicture({}, mode.width, mode.height);
   for (int i = 0; i < mode.width * mode.height; ++i) {
@@ -33,15 +35,14 @@ Picture pictureFor(const CameraOptions& options, const Mode& mode) {
 
 int run(const CameraOptions& options, std::vector<EncodedPicture> pictures) {
   pw_init(nullptr, nullptr);
-  const std::unique_ptr<pw_main_loop, decltype(&pw_main_loop_destroy)> loop(pw_main_loop_new(nullptr),
-                                                                            pw_main_loop_destroy);
+  const Owned<pw_main_loop, pw_main_loop_destroy> loop(pw_main_loop_new(nullptr));
   const auto quit = [](void* mainLoop, int) { pw_main_loop_quit(static_cast<pw_main_loop*>(mainLoop)); };
   for (const int number : {SIGTERM, SIGINT}) {
     pw_loop_add_signal(pw_main_loop_get_loop(loop.get()), number, quit, loop.get());
   }
   const CameraNode camera(loop.get(), options, std::move(pictures));
   if (!camera.isConnected()) {
-    std::fputs("PipeWire cannot be reached\n", stderr);
+    std::fputs("nivlo-test-camera: cannot reach PipeWire; check that its daemon runs\n", stderr);
     return 1;
   }
   pw_main_loop_run(loop.get());

@@ -4,10 +4,11 @@
 #include <cmath>
 #include <cstdio>
 #include <map>
-#include <memory>
 #include <stdexcept>
 
 #include <turbojpeg.h>
+
+#include "linux/handles/Owned.hpp"
 
 namespace nivlo::test {
 namespace {
@@ -52,7 +53,7 @@ EncodedPicture emptyPicture(int stride, int rows) {
   return {std::vector<std::uint8_t>(static_cast<std::size_t>(stride) * rows), stride};
 }
 
-// The mean of the two or four pixels that share one chroma sample.
+// The mean chroma of the pixels that share one sample: two in one row, or four in two rows.
 Yuv chromaAt(const Picture& picture, const Converter& convert, int x, int y, int rows) {
   Yuv sum{};
   for (int j = 0; j < rows; ++j) {
@@ -125,7 +126,7 @@ Mode parseMode(const std::string& text) {
   const std::size_t colon = text.find(':');
   Mode mode{kFormats.at(text.substr(0, colon))};
   if (std::sscanf(text.c_str() + colon, ":%dx%d@%d", &mode.width, &mode.height, &mode.framesPerSecond) != 3) {
-    throw std::invalid_argument(text + ": no mode");
+    throw std::invalid_argument("'" + text + "' is not a mode; write FORMAT:WIDTHxHEIGHT@FPS");
   }
   return mode;
 }
@@ -149,13 +150,13 @@ EncodedPicture encode(const Picture& picture, const Mode& mode, const Colorimetr
 
 std::vector<std::uint8_t> encodeJpeg(const Picture& picture, JpegChroma chroma) {
   static constexpr std::array<int, 3> kSubsampling{TJSAMP_444, TJSAMP_422, TJSAMP_420};
-  const std::unique_ptr<void, decltype(&tjDestroy)> compressor(tjInitCompress(), tjDestroy);
+  const Owned<void, tjDestroy> compressor(tjInitCompress());
   unsigned char* bytes = nullptr;
   unsigned long size = 0;
   const int failed =
       tjCompress2(compressor.get(), picture.pixels.data()->data(), picture.width, 0, picture.height, TJPF_RGB,
                   &bytes, &size, kSubsampling.at(static_cast<std::size_t>(chroma)), 90, 0);
-  const std::unique_ptr<unsigned char, decltype(&tjFree)> owner(bytes, tjFree);
+  const Owned<unsigned char, tjFree> owner(bytes);
   if (failed != 0) {
     throw std::runtime_error(tjGetErrorStr2(compressor.get()));
   }

@@ -1,4 +1,4 @@
-// How a virtual camera writes its picture into a buffer.
+// The formats in which a virtual camera writes its picture into a buffer.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace nivlo::test {
 
-/// One way in which a camera can be read.
+/// A format, size and rate that a camera offers.
 struct Mode {
   enum class Format { YUY2, NV12, I420, BGRx, RGB, MJPEG };
   Format format = Format::YUY2;
@@ -20,7 +20,7 @@ struct Mode {
   int framesPerSecond = 30;
 };
 
-/// What a camera says about its colours, or does not say.
+/// What a camera says about its colours; empty where it does not tell.
 struct Colorimetry {
   std::optional<ColorMatrix> matrix;
   std::optional<ColorRange> range;
@@ -28,21 +28,21 @@ struct Colorimetry {
 
 struct EncodedPicture {
   std::vector<std::uint8_t> bytes;
-  int stride = 0;  ///< bytes a row of the first plane
+  int stride = 0;  ///< bytes from a row of the first plane to the next; 0 for JPEG
 
   std::uint8_t* row(int y) { return bytes.data() + static_cast<std::ptrdiff_t>(y) * stride; }
 };
 
-/// "FORMAT:WIDTHxHEIGHT@FPS". Throws std::invalid_argument or std::out_of_range where it is none.
+/// Parses "FORMAT:WIDTHxHEIGHT@FPS". Throws std::invalid_argument or std::out_of_range for any other text.
 Mode parseMode(const std::string& text);
 
-/// The picture, of the mode's size, in the mode's format. Rows are `padding` bytes longer than they must be,
-/// except in a JPEG. Unsaid colorimetry is what a receiver takes for granted: BT.709 from 720 rows up, else
-/// BT.601, limited range.
+/// Encodes the picture, which has the mode's size, in the mode's format. Rows end in `padding` unused bytes
+/// (luma rows of NV12 and I420 in twice as many); a JPEG has no padding. Colorimetry that is not told is
+/// what receivers assume: limited range, and BT.709 from 720 rows up or BT.601 below.
 EncodedPicture encode(const Picture& picture, const Mode& mode, const Colorimetry& colorimetry, int padding);
 
-/// A JPEG with the chroma of every pixel (4:4:4), half of it in each row (4:2:2), or a quarter in all
-/// (4:2:0).
+/// How many chroma samples a JPEG keeps: one for each pixel (4:4:4), for two pixels of a row (4:2:2) or for
+/// four pixels in a square (4:2:0).
 enum class JpegChroma { C444, C422, C420 };
 std::vector<std::uint8_t> encodeJpeg(const Picture& picture, JpegChroma chroma);
 

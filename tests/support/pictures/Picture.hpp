@@ -1,4 +1,4 @@
-// What a virtual camera looks at.
+// Pictures that tests make and compare.
 #pragma once
 
 #include <array>
@@ -26,13 +26,13 @@ inline constexpr Picture::Color kBlack{0, 0, 0};
 
 Picture solidPicture(Picture::Color color, int width, int height);
 
-/// Red, green, blue and white: top left, top right, bottom left, bottom right.
+/// Red, green, blue and white quadrants: top left, top right, bottom left, bottom right.
 Picture quadrantPicture(int width, int height);
 
-/// Whether each of the parts differs by the tolerance, of 255, at most.
+/// Whether red, green and blue each differ by at most the tolerance, of 255.
 bool isNear(const Picture::Color& color, const Picture::Color& expected, int tolerance = 3);
 
-/// "RRGGBB" in hexadecimal digits. Throws std::invalid_argument where it begins with none.
+/// Parses "RRGGBB" in hexadecimal digits. Throws std::invalid_argument when the text begins with none.
 Picture::Color parseColor(const std::string& text);
 
 }  // namespace nivlo::test

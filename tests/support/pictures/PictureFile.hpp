@@ -1,4 +1,4 @@
-// A picture from a file.
+// Reads pictures from files.
 #pragma once
 
 #include <filesystem>
@@ -9,7 +9,7 @@
 
 namespace nivlo::test {
 
-/// Throws std::runtime_error, with the cause, when it cannot be read.
+/// Throws std::runtime_error with the cause when the file cannot be read.
 inline Picture readPicture(const std::filesystem::path& path) {
   const auto [frame, error] = loadImageFile(path);
   if (!frame) {
@@ -19,7 +19,7 @@ inline Picture readPicture(const std::filesystem::path& path) {
   for (int y = 0; y < frame->height; ++y) {
     const std::uint8_t* pixel =
         frame->planes[0].data + static_cast<std::ptrdiff_t>(y) * frame->planes[0].stride;
-    for (int x = 0; x < frame->width; ++x, pixel += frame->format == PixelFormat::RGB ? 3 : 4) {
+    for (int x = 0; x < frame->width; ++x, pixel += 3) {
       picture.pixels.push_back({pixel[0], pixel[1], pixel[2]});
     }
   }
