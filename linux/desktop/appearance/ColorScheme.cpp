@@ -12,7 +12,7 @@ namespace nivlo {
 
 namespace {
 
-constexpr auto kService = "org.freedesktop.portal.Desktop";
+constexpr auto kPortal = "org.freedesktop.portal.Desktop";
 constexpr auto kPath = "/org/freedesktop/portal/desktop";
 constexpr auto kSettings = "org.freedesktop.portal.Settings";
 constexpr auto kNamespace = "org.freedesktop.appearance";
@@ -39,10 +39,10 @@ class PortalSetting {
 
   PortalSetting(GDBusConnection* connection, Handler told)
       : told_(std::move(told)),
-        calls_(connection, kService),
-        settingChanged_(connection, {kService, kPath, kSettings, "SettingChanged"},
+        calls_(connection, kPortal),
+        settingChanged_(connection, {kPortal, kPath, kSettings, "SettingChanged"},
                         [this](GVariant* values) { takeChange(values); }),
-        watch_(connection, kService, [this](bool there) {
+        watch_(connection, kPortal, [this](bool there) {
           calls_.dropAnswers();
           if (there) {
             ask();
