@@ -18,21 +18,21 @@ constexpr std::size_t kMaxRegions = 3;
 constexpr int kMaxLength = 960;
 constexpr int kBlocksAcross = 64;
 constexpr int kMinBlockSize = 4;
-// Mean squared difference between neighbours two pixels apart; blocks with less hold blank paper or noise.
+// Mean squared difference between pixels two apart. A block with less holds blank paper or noise.
 constexpr float kMinEnergy = 100;
 // Coherence is 1 if all edges of a block are parallel and 0 if they run in all directions alike.
 constexpr float kMinCoherence = 0.6F;
 constexpr double kMaxTurn = 15 * std::numbers::pi / 180;
-// Edge strength of a block that joins a cluster, relative to the cluster's mean: the print beside a code has
-// fewer edges than its bars.
+// Edge strength that a block needs to join a cluster, relative to the cluster's mean. The print beside a code
+// has fewer edges than its bars.
 constexpr double kMinRelativeWeight = 0.6;
-// Blocks to each side among which a cluster grows. A wide white bar seen from close leaves blocks without an
-// edge, which must not divide the cluster.
+// Blocks, each way, over which a cluster grows from one block to the next. A wide white bar seen from close
+// leaves blocks without an edge, which must not divide the cluster.
 constexpr int kReach = 2;
 constexpr double kMinBlocksAcross = 5;
 // Part of its rectangle that a cluster must fill.
 constexpr double kMinFilled = 0.25;
-// Blocks of the same cluster that a dense block has within reach, itself included.
+// Blocks of its own cluster that a block needs within reach, itself included, to be dense.
 constexpr int kMinNeighbours = 12;
 constexpr std::size_t kMaxJoined = 4;
 // Wide or blurred bars can divide a code into parts. The gap between parts is relative to the length of the

@@ -9,7 +9,7 @@ namespace nivlo {
 namespace {
 
 constexpr int kSamples = 256;
-// Correlation with the known scan line from which on a line shows the same bars.
+// A line that correlates with the known scan line at least this much shows the same bars.
 constexpr double kMinCorrelation = 0.6;
 // Noise may spoil single lines of a code.
 constexpr int kMaxMisses = 3;

@@ -7,7 +7,7 @@
 namespace nivlo {
 
 /// Returns the region turned about its centre by up to 7 degrees, so that its bars run as straight down it as
-/// they can. The direction that findBars reports is some degrees off where a region holds more than bars, as
+/// possible. The direction that findBars reports is some degrees off where a region holds more than bars, as
 /// PDF417 does.
 Quad deskewed(const LumaPicture& picture, const Quad& region);
 

@@ -16,15 +16,14 @@ namespace {
 // Pixels per module of the straightened picture, and modules around the square that it shows too.
 constexpr int kModule = 6;
 constexpr int kBorder = 2;
-// Pixels to each side between which brightness is compared for the edge strength.
+// Edge strength compares pixels this far to the left and right, and this far above and below.
 constexpr int kNear = 1;
-// Modules between nodes, and modules to each side of a node whose edge strength tells where the node belongs.
+// Modules between nodes, and modules around a node, each way, whose edge strength tells where it belongs.
 constexpr int kNodeStep = 3;
 constexpr int kAround = 3;
-// Modules to each side whose mean brightness tells dark from light.
+// Modules around a module, each way, whose mean brightness tells dark from light.
 constexpr int kSurroundings = 4;
-// Modules by which a node may be off its expected place, in the first round and later ones, and close to an
-// anchor.
+// Modules by which a node may be off its expected place: at first, and later on or close to an anchor.
 constexpr double kFirstRadius = 0.7;
 constexpr double kLaterRadius = 0.35;
 constexpr int kLaterRounds = 1;
@@ -32,7 +31,7 @@ constexpr int kLaterRounds = 1;
 constexpr int kSteps = 3;
 // Penalty per squared pixel of displacement from the expected place, in units of edge strength.
 constexpr double kStiffness = 1.2;
-// Nodes to each side that a node's expected place is extrapolated from.
+// Nodes around a node, each way, from which its expected place is extrapolated.
 constexpr int kNodesConsidered = 3;
 // Regularises that extrapolation: the larger, the more a slope is drawn towards zero.
 constexpr double kFlatness = 0.1;

@@ -16,7 +16,8 @@ namespace nivlo {
 /// left. Used by one thread at a time.
 class ModuleGrid {
  public:
-  /// Lays a flat grid of `modules` by `modules`, at least 4, over the quad that `outline` is in the picture.
+  /// Lays a flat grid of `modules` by `modules`, at least 4, over `outline`, which is in pixels of the
+  /// picture.
   ModuleGrid(const LumaPicture& picture, const Quad& outline, int modules);
 
   /// A place of the square of which it is known where the picture shows it.
@@ -53,7 +54,7 @@ class ModuleGrid {
     CGPoint perColumn;  ///< change for each module to the right
     CGPoint perRow;     ///< change for each module down
   };
-  /// A node in the order in which they are followed.
+  /// A node in the order in which `follow` visits them.
   struct Step {
     int column = 0;
     int row = 0;

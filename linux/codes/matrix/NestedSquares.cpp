@@ -89,7 +89,8 @@ double deviation(const std::vector<CGPoint>& points, const Line& line) {
   return std::sqrt(squares / static_cast<double>(points.size()));
 }
 
-/// Fits a line to the points between two corners. Leaves out those close to the corners, which are rounded.
+/// Fits a line to the points between two corners. Leaves out those close to the corners, about an eighth at
+/// either end.
 std::optional<Line> edgeBetween(const std::vector<CGPoint>& points, int from, int to, double maxDeviation) {
   const int count = static_cast<int>(points.size());
   const int length = (to - from + count) % count;

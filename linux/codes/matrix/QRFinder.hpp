@@ -15,7 +15,7 @@ inline constexpr int kMinQRModules = 21;
 /// Where a QR code seems to be.
 struct QRPlace {
   std::array<Quad, 3> finders;  ///< at the top left, top right and bottom left
-  Quad outline;  ///< of the whole code; the fourth corner is where the edges of two finders meet if extended
+  Quad outline;  ///< of the whole code; the fourth corner is where the edges of two finders lead
   /// Width in modules, estimated from the size of the finders: 21 to 177 in steps of 4 (ISO/IEC 18004). It
   /// may be one step off.
   int modules = 0;

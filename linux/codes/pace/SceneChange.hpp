@@ -16,8 +16,8 @@ namespace nivlo {
 class SceneChange {
  public:
   /// Returns whether any cell of the frame is brighter or darker than in the remembered frame, by more than
-  /// noise. Also returns true while no frame is remembered, and for a frame that holds no picture or fewer
-  /// pixels than there are cells.
+  /// noise. Also returns true while no frame is remembered, and for a frame that holds no picture or one
+  /// too small for the cells.
   bool differs(const VideoFrame& frame);
 
   /// Remembers the frame that was last given to differs.

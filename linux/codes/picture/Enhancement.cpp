@@ -14,7 +14,7 @@ namespace {
 constexpr int kPart = 24;
 // Mean deviation from a part's mean that EvenContrast aims at.
 constexpr int kContrast = 50;
-// Mean deviation that noise reaches too; less is not amplified any further.
+// Mean deviation that noise alone can reach. Parts with less are amplified no further.
 constexpr int kNoise = 6;
 
 /// Replaces each pixel by the mean of about a part's area around it. `parts` is scratch memory.

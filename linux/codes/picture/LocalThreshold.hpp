@@ -19,8 +19,8 @@ class LocalThreshold {
     return means_.picture().row(std::min(y / tileSize_, rows_ - 1))[std::min(x / tileSize_, columns_ - 1)];
   }
 
-  /// Stores the positions in row `y` at which dark turns light or light dark, between those of the picture's
-  /// left and right edges.
+  /// Stores the positions in row `y` at which dark turns light or light turns dark, after 0 and before the
+  /// picture's width.
   void findEdges(int y, std::vector<int>& edges) const;
 
   /// Stores the `count` positions nearest to a place in its column, half above and half below it, at which

@@ -11,7 +11,7 @@ namespace nivlo {
 /// Corners clockwise (y grows downwards), starting at the code's own top left.
 using Quad = std::array<CGPoint, 4>;
 
-/// In pixels.
+/// Returns the distance in pixels.
 double distanceBetween(CGPoint first, CGPoint second);
 
 /// Returns the mean of the corners.

@@ -13,8 +13,8 @@ namespace nivlo {
 
 /// How a region of bars is rendered before it is decoded.
 struct BarsRendering {
-  double scale =
-      1;  ///< size across the bars, relative to the picture; lowered if that would become too large
+  /// Size across the bars, relative to the picture; lowered if the rendition would become too large.
+  double scale = 1;
   /// Maximum number of rows along the bars, each the mean of several. More rows cost more, fewer have less
   /// noise. There are never more than the region has in the picture.
   int maxRows = 32;
