@@ -14,7 +14,7 @@ namespace {
 constexpr int kColumns = 256;
 constexpr int kRows = 32;
 // Columns between the slants that are tried first. Bars are about as wide, so no maximum is missed.
-constexpr int kFirstStep = 3;
+constexpr int kCoarseStep = 3;
 // Tangent of 7 degrees.
 constexpr double kMaxSlant = 0.12;
 
@@ -52,8 +52,8 @@ int slantOf(const LumaPicture& drawing, int maxSlant) {
       }
     }
   };
-  tryBetween(-maxSlant, maxSlant, kFirstStep);
-  tryBetween(best - kFirstStep + 1, best + kFirstStep - 1, 1);
+  tryBetween(-maxSlant, maxSlant, kCoarseStep);
+  tryBetween(best - kCoarseStep + 1, best + kCoarseStep - 1, 1);
   return best;
 }
 

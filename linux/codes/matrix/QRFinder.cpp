@@ -19,7 +19,6 @@ constexpr std::size_t kMaxFinders = 9;
 constexpr int kMaxCandidates = 24;
 // Modules of the alternately dark and light runs across the middle of a finder pattern.
 constexpr std::array<int, 5> kRuns{1, 1, 3, 1, 1};
-constexpr int kFinderModules = 7;
 constexpr double kMinModule = 1.5;
 constexpr int kMaxQRModules = 177;
 constexpr int kModulesStep = 4;

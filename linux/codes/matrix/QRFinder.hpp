@@ -12,6 +12,9 @@ namespace nivlo {
 /// Width of the smallest QR code, in modules (ISO/IEC 18004).
 inline constexpr int kMinQRModules = 21;
 
+/// Width of a finder pattern, in modules (ISO/IEC 18004).
+inline constexpr int kFinderModules = 7;
+
 /// Where a QR code seems to be.
 struct QRPlace {
   std::array<Quad, 3> finders;  ///< at the top left, top right and bottom left

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "linux/codes/matrix/ModuleGrid.hpp"
+#include "linux/codes/matrix/QRFinder.hpp"
 #include "linux/codes/picture/Quad.hpp"
 #include "linux/codes/strategies/GridReading.hpp"
 
@@ -16,7 +17,6 @@ namespace {
 constexpr std::array<int, 3> kCorrections{0, 4, -4};
 // Larger codes show too small in a camera's picture, and take too long.
 constexpr int kMaxModulesFollowed = 73;
-constexpr double kFinderModules = 7;
 
 bool isFollowed(int modules) { return modules >= kMinQRModules && modules <= kMaxModulesFollowed; }
 
