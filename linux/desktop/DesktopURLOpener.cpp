@@ -17,15 +17,18 @@ namespace {
 constexpr std::array<std::string_view, 13> kNeverOpened{
     "about",   "admin",  "blob",     "computer", "data",     "file",       "javascript",
     "network", "recent", "resource", "trash",    "vbscript", "view-source"};
-// A handler is given the link as a program argument, which the kernel limits to 128 KiB (MAX_ARG_STRLEN) with
-// its end.
+// Bytes. The application gets the link as an argument, which the kernel limits to 128 KiB including the NUL
+// at its end (MAX_ARG_STRLEN).
 constexpr std::size_t kLongestURL = 131071;
 
 void reportLaunch(GObject*, GAsyncResult* result, gpointer) {
   GError* raw = nullptr;
   if (!g_app_info_launch_default_for_uri_finish(result, &raw)) {
     const Owned<GError, g_error_free> error(raw);
-    NSLog("links: the registered program could not be started: %@", error->message);
+    NSLog(
+        "links: cannot start the program for a link: %@; choose another default application in the "
+        "desktop's settings",
+        error->message);
   }
 }
 

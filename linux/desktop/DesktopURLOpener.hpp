@@ -1,4 +1,4 @@
-// Opens links with the programs that the desktop has registered for them.
+// Opens links with the default applications of the desktop.
 #pragma once
 
 #include <memory>
@@ -7,9 +7,11 @@
 
 namespace nivlo {
 
-/// A code in the street must not run scripts or reach into the machine, so links that name files, scripts or
-/// in-page data are never opened, whoever is registered for them: about, admin, blob, data, file, javascript,
-/// vbscript, view-source and the desktop's own computer, network, recent, resource and trash.
+/// Makes an opener that starts the default application for a link's scheme. A code that somebody stuck on a
+/// wall must not run scripts or reach into the machine, so these schemes are never opened, whichever program
+/// claims them: about, admin, blob, data, file, javascript, vbscript, view-source, and the desktop's own
+/// computer, network, recent, resource and trash. Nor are links that are too long to be a program's argument.
+/// Never null.
 std::unique_ptr<URLOpener> makeDesktopURLOpener();
 
 }  // namespace nivlo

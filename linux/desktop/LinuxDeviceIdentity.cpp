@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The file's first line without white space at its ends; the device tree ends its texts with a zero byte.
+/// The first line of a file, trimmed. Texts in the device tree end in a NUL byte, which is cut off too.
 std::string firstLine(const fs::path& file) {
   std::ifstream stream(file);
   std::string line;
@@ -29,7 +29,7 @@ std::string firstLine(const fs::path& file) {
   return line;
 }
 
-/// Whether the firmware's text is what makers of main boards leave there when nobody fills it in.
+/// Whether the text is one that board makers leave in the firmware when nobody fills it in.
 bool isPlaceholder(std::string_view text) {
   constexpr std::string_view placeholders[] = {"",
                                                "Default string",
@@ -63,7 +63,7 @@ std::string readModel(const fs::path& root) {
   return model.empty() ? "Linux" : model;
 }
 
-/// The value of KEY=VALUE in a file whose values are quoted as a shell's are; empty where there is none.
+/// The value of the first line KEY=VALUE in a file with shell quoting; empty when there is none.
 std::string assignedValue(const fs::path& file, const std::string& key) {
   std::ifstream stream(file);
   for (std::string line; std::getline(stream, line);) {

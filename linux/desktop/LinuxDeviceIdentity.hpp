@@ -1,4 +1,4 @@
-// What Linux says about the machine.
+// What Linux knows about the machine.
 #pragma once
 
 #include <filesystem>
@@ -9,10 +9,10 @@
 
 namespace nivlo {
 
-/// Looks once, when it is made. The machine identifier is the kernel's, unless `machineOverride` holds
-/// another. The model comes from the device tree or else the firmware, "Linux" where neither names one; the
-/// system version from os-release, or else the kernel's. `root` is the directory whose proc, sys, etc and usr
-/// are read. Never null.
+/// Makes an identity that is read once, here. The machine identifier is `machineOverride` or, when that is
+/// empty, the kernel's, for example "x86_64". The model is taken from the device tree or else from the
+/// firmware, and is "Linux" when neither names one. The system version is taken from os-release or else is
+/// the kernel's. `root` is the directory whose proc, sys, etc and usr are read. Never null.
 std::unique_ptr<DeviceIdentity> makeLinuxDeviceIdentity(std::string machineOverride,
                                                         const std::filesystem::path& root = "/");
 

@@ -79,7 +79,7 @@ std::unique_ptr<AccelerometerDriver> makeScriptedAccelerometer(const std::filesy
                                                                std::string* error) {
   std::ifstream file(path);
   if (!file) {
-    *error = path.string() + ": the script cannot be read; check the name and the permissions";
+    *error = path.string() + ": cannot read the script; check its name and its permissions";
     return nullptr;
   }
   Script script;
@@ -92,7 +92,7 @@ std::unique_ptr<AccelerometerDriver> makeScriptedAccelerometer(const std::filesy
     const double earliest = script.empty() ? 0 : script.back().seconds;
     if (!parseReading(line, &reading) || !(reading.seconds >= earliest)) {
       *error = path.string() + ":" + std::to_string(number) +
-               ": a line is \"SECONDS, X, Y, Z\", the seconds not below those of the line before";
+               ": expected \"SECONDS, X, Y, Z\", with seconds that are not less than on the line before";
       return nullptr;
     }
     script.push_back(reading);

@@ -1,4 +1,4 @@
-// An accelerometer that plays readings from a file, for trying out what a shake does.
+// An accelerometer that plays back a script, for trying out what a shake does.
 #pragma once
 
 #include <filesystem>
@@ -9,9 +9,10 @@
 
 namespace nivlo {
 
-/// Each line "SECONDS, X, Y, Z" is one reading in g, delivered once, so many seconds after the start. Seconds
-/// must not decrease; empty lines and lines that begin with "#" are passed over. Null, with the cause in
-/// `*error`, where the file cannot be read or a line makes no sense.
+/// Makes an accelerometer from a script. Each of its lines "SECONDS, X, Y, Z" is one reading in g, which is
+/// delivered once, that many seconds after a stream is started, whatever the stream's interval. The seconds
+/// must not decrease from line to line. Empty lines and lines that begin with "#" are ignored. When the file
+/// cannot be read or a line is not valid, returns null and writes the cause to `*error`.
 std::unique_ptr<AccelerometerDriver> makeScriptedAccelerometer(const std::filesystem::path& script,
                                                                std::string* error);
 

@@ -9,9 +9,9 @@ namespace nivlo {
 
 namespace {
 
-// What a system sound may last; for a file that does not say how long it is.
+// The length of a sound whose file does not tell it.
 constexpr std::chrono::seconds kLongestSound{30};
-constexpr auto kStalled = "it has not ended in time; see whether the sound server answers";
+constexpr auto kStalled = "it did not end in time; does the sound server respond?";
 
 using Error = Owned<GError, g_error_free>;
 using ErrorParser = void (*)(GstMessage*, GError**, gchar**);
@@ -32,11 +32,11 @@ bool isMissingDecoder(const Error& error) {
 std::string causeWithRemedy(const Error& error) {
   return textOf(error) + (isMissingDecoder(error)
                               ? "; install gstreamer1.0-plugins-good and gstreamer1.0-libav"
-                              : "; see whether the file is there and whole, and the sound "
-                                "server runs");
+                              : "; is the file intact, and is a sound server running?");
 }
 
-/// The desktop's own sink where there is one; it finds a sound server or card, or plays to nobody, in time.
+/// The sink that finds a sound server or a sound card by itself, and plays silently in real time when there
+/// is none. When GStreamer lacks it, a sink that is always silent; null when it lacks that too.
 GstElement* makeSink() {
   if (auto* sink = gst_element_factory_make("autoaudiosink", nullptr)) {
     return sink;
@@ -78,7 +78,7 @@ GStreamerPlayback::~GStreamerPlayback() { stop(); }
 std::string GStreamerPlayback::buildPipeline() {
   GError* error = nullptr;
   if (!gst_init_check(nullptr, nullptr, &error)) {
-    return "GStreamer does not start: " + textOf(Error(error));
+    return "GStreamer cannot be initialised: " + textOf(Error(error));
   }
   const Owned<gchar, g_free> uri(gst_filename_to_uri(file_.c_str(), &error));
   if (!uri) {
@@ -86,7 +86,7 @@ std::string GStreamerPlayback::buildPipeline() {
   }
   auto* playbin = gst_element_factory_make("playbin", nullptr);
   if (!playbin) {
-    return "GStreamer has no playbin; install gstreamer1.0-plugins-base";
+    return "GStreamer's playbin is missing; install gstreamer1.0-plugins-base";
   }
   pipeline_ = owned(playbin);
   gst_util_set_object_arg(G_OBJECT(playbin), "flags", "audio+soft-volume");
@@ -111,9 +111,8 @@ void GStreamerPlayback::handle(GstMessage* message) {
       expectEndInTime();
       break;
     case GST_MESSAGE_WARNING:
-      reportOnce("silence", "sounds are not heard as they should be: " +
-                                textOf(errorIn(message, gst_message_parse_warning)) +
-                                "; see whether the sound server runs");
+      reportOnce("silence", "sounds may stay silent: " + textOf(errorIn(message, gst_message_parse_warning)) +
+                                "; is a sound server running?");
       break;
     case GST_MESSAGE_ERROR:
       fail(causeWithRemedy(errorIn(message, gst_message_parse_error)));
@@ -161,8 +160,8 @@ void GStreamerPlayback::complete() {
 }
 
 void GStreamerPlayback::fail(const std::string& cause) {
-  // By the file alone: which of several causes comes first is a matter of chance.
-  reportOnce(file_.native(), file_.native() + " cannot be played: " + cause);
+  // Once for each file, whatever the cause: which of several causes comes first is a matter of chance.
+  reportOnce(file_.native(), "cannot play " + file_.native() + ": " + cause);
   complete();
 }
 

@@ -1,4 +1,4 @@
-// One sound that plays.
+// A sound that GStreamer plays.
 #pragma once
 
 #include <chrono>
@@ -16,17 +16,18 @@
 
 namespace nivlo {
 
-/// What all playbacks of a driver have in common.
+/// What the playbacks of a driver share.
 struct PlaybacksInCommon {
-  std::set<std::string> reported;  ///< what trouble was reported about; main thread only
-  /// A sound server that does not answer holds up a pipeline's changes of state for half a minute: they are
-  /// made here.
+  std::set<std::string> reported;  ///< the subjects that trouble was logged about; main thread only
+  /// Changes the states of pipelines. With a sound server that does not respond, that takes half a minute.
   SerialWorker stateChanges{"sound"};
 };
 
-/// For the main thread only, whose GLib default context tells it how the sound fares.
+/// Plays a file once, from the construction on. GLib's default context brings the news about it. Main thread
+/// only.
 class GStreamerPlayback : public SoundPlayback {
  public:
+  /// `grace` is how much longer than its length the sound may take.
   GStreamerPlayback(const std::filesystem::path& file, std::function<void()> completed,
                     std::chrono::milliseconds grace, std::shared_ptr<PlaybacksInCommon> common);
   ~GStreamerPlayback() override;
@@ -34,15 +35,15 @@ class GStreamerPlayback : public SoundPlayback {
   GStreamerPlayback& operator=(const GStreamerPlayback&) = delete;
 
  private:
-  /// Returns the cause where it cannot be built.
+  /// Returns the cause when that fails, else an empty text.
   std::string buildPipeline();
   void watchBus();
   void handle(GstMessage* message);
-  /// Replaces the earlier deadline.
+  /// Has the sound given up after the delay, for this cause. Replaces the earlier deadline.
   void giveUpAfter(std::chrono::milliseconds delay, std::string cause);
   void expectEndInTime();
   void stop();
-  /// This may be gone when it returns.
+  /// Stops the sound and reports its end. The object may be destroyed when these two return.
   void complete();
   void fail(const std::string& cause);
   void reportOnce(const std::string& subject, const std::string& trouble);

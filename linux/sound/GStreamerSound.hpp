@@ -1,4 +1,4 @@
-// Sounds played with GStreamer.
+// Plays sounds with GStreamer.
 #pragma once
 
 #include <chrono>
@@ -8,13 +8,15 @@
 
 namespace nivlo {
 
-/// How much longer than its length a sound may take to start and to end.
+/// How much longer than its own length a sound may take, until it is given up.
 inline constexpr std::chrono::seconds kSoundGrace{5};
 
-/// Uses the GLib default context's loop, which must run on the calling thread. Without a sound card and a
-/// sound server, sounds play silently, in their own time. A sound that takes `grace` longer than it can,
-/// because a sound server has stopped answering, say, is given up. Each trouble is reported once in the
-/// driver's life. GStreamer is started with the first sound.
+/// Makes a driver that plays any format that GStreamer decodes. GStreamer is initialised by the first sound.
+///
+/// Without a sound card and a sound server, a sound is silent but takes its time. A sound that takes longer
+/// than its length and `grace`, for example because the sound server does not respond, is given up. Each kind
+/// of trouble is logged once in the driver's life. The main thread must run the loop of GLib's default
+/// context. Never null.
 std::unique_ptr<SoundDriver> makeGStreamerSound(std::chrono::milliseconds grace = kSoundGrace);
 
 }  // namespace nivlo

@@ -21,7 +21,7 @@ constexpr guint32 kPrefersDark = 1;
 
 using Value = Owned<GVariant, g_variant_unref>;
 
-/// The number in a variant, however often it is wrapped: Read wraps its reply once more than the signal does.
+/// The number in a variant. Read wraps its reply in one variant more than the signal does.
 std::optional<guint32> numberIn(Value value) {
   while (g_variant_is_of_type(value.get(), G_VARIANT_TYPE_VARIANT)) {
     value.reset(g_variant_get_variant(value.get()));

@@ -1,4 +1,4 @@
-// What a program wants of a message bus, in handles that end it when they go.
+// Calls, signals and services on a message bus. What a handle began ends with the handle.
 #pragma once
 
 #include <functional>
@@ -9,22 +9,25 @@
 
 #include "linux/handles/Owned.hpp"
 
-// Main thread only. Everything is asynchronous, and nothing is called within a constructor or after a
-// destructor.
+// Main thread only. Everything here is asynchronous. No handler is called from a constructor, or after the
+// handle's destructor.
 namespace nivlo {
 
-/// Calls methods of one service. Never starts the service. The answers to come are dropped with the object.
+/// Calls the methods of a service, which is never started for it. Replies that have not come when the object
+/// is destroyed are dropped.
 class MethodCalls {
  public:
+  /// What is called.
   struct Target {
     const char* path;
     const char* interface;
     const char* method;
   };
+  /// What a call returned.
   struct Reply {
-    GVariant* values = nullptr;          ///< a tuple; null where the call failed
-    GUnixFDList* descriptors = nullptr;  ///< null where there are none
-    std::string error;                   ///< why it failed
+    GVariant* values = nullptr;          ///< a tuple; null when the call failed
+    GUnixFDList* descriptors = nullptr;  ///< null when the reply has none
+    std::string error;                   ///< the cause when the call failed
   };
 
   MethodCalls(GDBusConnection* connection, std::string service);
@@ -32,10 +35,11 @@ class MethodCalls {
   MethodCalls(const MethodCalls&) = delete;
   MethodCalls& operator=(const MethodCalls&) = delete;
 
-  /// Takes the arguments, a floating tuple or null. `answered` is called once, unless the answer is dropped.
+  /// Sends a call. Takes ownership of the arguments, a floating tuple, or null for none. `answered` is called
+  /// once, unless the reply is dropped.
   void call(const Target& target, GVariant* arguments, std::function<void(const Reply&)> answered);
 
-  /// Drops the answers to come; what was sent is done all the same.
+  /// Drops the replies that have not come yet. The service carries out the calls all the same.
   void dropAnswers();
 
  private:
@@ -44,12 +48,13 @@ class MethodCalls {
   Owned<GCancellable, g_object_unref> cancellable_;
 };
 
-/// Listens to a signal of a service.
+/// Calls a handler with the arguments of each signal of one kind that a service sends.
 class SignalSubscription {
  public:
+  /// Where the signal comes from.
   struct Source {
     const char* service;
-    const char* path;  ///< null for any
+    const char* path;  ///< null for any object
     const char* interface;
     const char* signal;
   };
@@ -66,7 +71,8 @@ class SignalSubscription {
   guint id_;
 };
 
-/// Says whether a service is there: once soon after the construction, and after each change.
+/// Tells whether a service is running: once soon after the construction, and then at each change. A service
+/// that is replaced by another process is reported as gone and running again.
 class ServiceWatch {
  public:
   ServiceWatch(GDBusConnection* connection, const std::string& service, std::function<void(bool)> changed);

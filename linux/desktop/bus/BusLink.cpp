@@ -19,7 +19,7 @@ BusLink::~BusLink() {
 }
 
 void BusLink::connect() {
-  // A connection of its own: the one that the process shares would end the process with the bus.
+  // A private connection: the one that the process shares would end the process when the bus goes away.
   g_dbus_connection_new_for_address(
       address_.c_str(),
       static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
@@ -74,7 +74,7 @@ std::string systemBusAddress() {
 }
 
 std::string sessionBusAddress() {
-  // Not from GLib: it would start a bus where there is none, and wait for it.
+  // GLib's own look-up would start a bus when there is none, and wait for it.
   if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address && *address) {
     return address;
   }

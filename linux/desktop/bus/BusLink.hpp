@@ -1,4 +1,4 @@
-// A connection to a message bus that outlives the bus.
+// A connection to a message bus that is made again when the bus comes back.
 #pragma once
 
 #include <chrono>
@@ -13,18 +13,21 @@
 
 namespace nivlo {
 
-/// Connects, and connects again after the bus has gone, at first soon and then ever more seldom. Main
-/// thread only; nothing is waited for.
+/// Keeps a connection to a message bus. When the bus cannot be reached or goes away, it tries again, at first
+/// soon and then less and less often. Main thread only. Nothing here waits.
 class BusLink {
  public:
+  /// What the link calls, never from its constructor.
   struct Events {
+    /// The bus was reached. The connection is valid until `lost` is called or the link is destroyed.
     std::function<void(GDBusConnection*)> connected;
-    std::function<void()> lost;  ///< only after `connected`
-    /// Each time that the bus cannot be reached, or is lost.
+    /// The connection is about to be released, because the bus went away.
+    std::function<void()> lost;
+    /// An attempt to reach the bus has failed, or the bus went away.
     std::function<void(const std::string& cause)> failed;
   };
 
-  /// An empty address is that of no bus, which fails once and is not looked for.
+  /// Begins to connect. With an empty address it fails once and does not try again.
   BusLink(const std::string& address, Events events);
   ~BusLink();
   BusLink(const BusLink&) = delete;
@@ -44,8 +47,10 @@ class BusLink {
   OwnedSource retry_;
 };
 
-/// Where the environment says the bus is; empty when it does not.
+/// The address of the system bus: what the environment says, or else the standard one.
 std::string systemBusAddress();
+/// The address of the user's session bus, from the environment or in the user's runtime directory. Empty when
+/// there is no session bus.
 std::string sessionBusAddress();
 
 }  // namespace nivlo

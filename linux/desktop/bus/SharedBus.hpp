@@ -1,4 +1,4 @@
-// The connection to a message bus that all libraries of the process share.
+// Survives the loss of a message bus that libraries of this process use.
 #pragma once
 
 #include <gio/gio.h>
@@ -7,8 +7,9 @@
 
 namespace nivlo {
 
-/// By default a bus that goes away ends every process that shares a connection to it: not while this lives.
-/// Main thread only; connects without waiting.
+/// Keeps the process alive when a message bus goes away. GLib gives all libraries of a process, the toolkit
+/// among them, one connection to the bus, and by default ends the process when that connection is lost. As
+/// long as this object exists, it does not. Main thread only. Connects without waiting.
 class SharedBus {
  public:
   explicit SharedBus(GBusType bus);

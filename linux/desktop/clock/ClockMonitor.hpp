@@ -1,4 +1,4 @@
-// Days that begin, clocks that are set, and time zones that change.
+// Tells the frameworks when a day begins, the clock is set or the time zone changes.
 #pragma once
 
 #include <filesystem>
@@ -7,16 +7,17 @@
 namespace nivlo {
 
 /// Posts UIApplicationSignificantTimeChangeNotification, for as long as it exists, when a day begins in local
-/// time, when the clock is set (waking from sleep counts as that, as the clock has jumped for this program),
-/// and when the time zone changes. The process's local time follows the zone by then.
+/// time, when the clock is set, and when the time zone changes; the process's local time follows the new zone
+/// already. Waking from sleep counts as setting the clock, because to the kernel's timers the clock has
+/// jumped.
 class ClockMonitor {
  public:
   virtual ~ClockMonitor() = default;
 };
 
-/// `zoneFile` is what the system's time zone is read from. Main thread only, as is the destruction, which
-/// must not happen within the notification. Posts from the main thread's GLib loop; between changes nothing
-/// wakes up.
+/// `zoneFile` is the file, or the link to it, that defines the system's time zone. Notifications are posted
+/// from the main thread's GLib loop; nothing wakes up between them. Make and destroy the monitor on the main
+/// thread, and do not destroy it within a notification. Never null.
 std::unique_ptr<ClockMonitor> makeClockMonitor(const std::filesystem::path& zoneFile = "/etc/localtime");
 
 }  // namespace nivlo

@@ -17,7 +17,7 @@ namespace nivlo {
 
 namespace {
 
-/// time() would do with the tick's clock, which is still in the day before when the timer rings.
+/// Not time(), which reads a coarser clock that may still show the previous day when the timer expires.
 std::time_t now() {
   timespec time{};
   clock_gettime(CLOCK_REALTIME, &time);
@@ -29,7 +29,10 @@ std::time_t now() {
 DayTimer::DayTimer(std::function<void()> changed)
     : changed_(std::move(changed)), descriptor_(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)) {
   if (descriptor_.get() < 0) {
-    NSLog("clock: a new day goes unnoticed: %@; see the limits on open files", std::strerror(errno));
+    NSLog(
+        "clock: cannot notice the beginning of a day: %@; raise the limit on open files and start "
+        "Nivlo again",
+        std::strerror(errno));
     return;
   }
   const auto ready = [](gint, GIOCondition, gpointer data) -> gboolean {
@@ -49,7 +52,7 @@ void DayTimer::arm() {
     const itimerspec midnight{{}, {nextLocalMidnight(now()), 0}};
     result =
         timerfd_settime(descriptor_.get(), TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &midnight, nullptr);
-  } while (result < 0 && errno == ECANCELED);  // the clock was set meanwhile
+  } while (result < 0 && errno == ECANCELED);  // The clock was set at this very moment.
 }
 
 void DayTimer::expired() {

@@ -1,4 +1,4 @@
-// A timer on the clock on the wall.
+// A timer for midnight.
 #pragma once
 
 #include <functional>
@@ -8,15 +8,15 @@
 
 namespace nivlo {
 
-/// Calls `changed` from the main thread's GLib loop when a day begins in local time and when the clock is
-/// set. Main thread only; not to be destroyed within the call.
+/// Calls `changed`, from the main thread's GLib loop, when a day begins in local time and when the clock is
+/// set. Main thread only. It must not be destroyed within the call.
 class DayTimer {
  public:
   explicit DayTimer(std::function<void()> changed);
   DayTimer(const DayTimer&) = delete;
   DayTimer& operator=(const DayTimer&) = delete;
 
-  /// Reads the time zone and sets the timer to the next midnight there.
+  /// Reads the time zone again and sets the timer for the next midnight.
   void arm();
 
  private:

@@ -1,12 +1,12 @@
-// When the next day begins.
+// The time at which the next day begins.
 #pragma once
 
 #include <ctime>
 
 namespace nivlo {
 
-/// The first second after `now` whose local date is another one. That is midnight, except where the clock
-/// goes forward over it. In the time zone that tzset() has read last.
+/// Returns the first second after `now` with another local date, in the time zone that tzset() read last.
+/// That is midnight, except where daylight saving time skips midnight.
 std::time_t nextLocalMidnight(std::time_t now);
 
 }  // namespace nivlo

@@ -16,7 +16,10 @@ ZoneWatch::ZoneWatch(std::filesystem::path file, std::function<void()> changed)
   monitor_.reset(g_file_monitor_file(watched.get(), G_FILE_MONITOR_WATCH_MOVES, nullptr, &raw));
   const Owned<GError, g_error_free> error(raw);
   if (!monitor_) {
-    NSLog("clock: another time zone goes unnoticed: %@; see fs.inotify in sysctl", error->message);
+    NSLog(
+        "clock: cannot notice a change of the time zone: %@; raise fs.inotify.max_user_instances with "
+        "sysctl and start Nivlo again",
+        error->message);
     return;
   }
   g_signal_connect(monitor_.get(), "changed", G_CALLBACK(onEvent), this);
@@ -30,13 +33,13 @@ ZoneWatch::~ZoneWatch() {
 }
 
 void ZoneWatch::onEvent(GFileMonitor*, GFile*, GFile*, GFileMonitorEvent event, gpointer data) {
-  // A file that is being written is not read; the end of the writing is an event of its own.
+  // While the file is being written it may be incomplete; the end of writing is another event.
   if (event != G_FILE_MONITOR_EVENT_CHANGED) {
-    static_cast<ZoneWatch*>(data)->look();
+    static_cast<ZoneWatch*>(data)->check();
   }
 }
 
-/// Where the link points, and what is there: either may change without the other.
+/// The link's target and the file's content, because either may change without the other.
 std::string ZoneWatch::zone() const {
   std::ifstream file(file_, std::ios::binary);
   const std::string rules{std::istreambuf_iterator<char>(file), {}};
@@ -44,7 +47,7 @@ std::string ZoneWatch::zone() const {
   return rules.empty() ? rules : std::filesystem::read_symlink(file_, noLink).string() + '\n' + rules;
 }
 
-void ZoneWatch::look() {
+void ZoneWatch::check() {
   auto found = zone();
   if (!found.empty() && found != zone_) {
     zone_ = std::move(found);

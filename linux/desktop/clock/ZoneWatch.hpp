@@ -1,4 +1,4 @@
-// Notices another time zone.
+// Notices when the time zone changes.
 #pragma once
 
 #include <filesystem>
@@ -11,9 +11,9 @@
 
 namespace nivlo {
 
-/// Calls `changed` from the main thread's GLib loop when the file, or the link in its place, names another
-/// zone. A file that is missing for the moment, as while it is replaced, is no change. Main thread only; not
-/// to be destroyed within the call.
+/// Calls `changed`, from the main thread's GLib loop, when the file defines another zone, or is a link to
+/// another one. A file that is missing, as it is for a moment while it is being replaced, does not count as a
+/// change. Main thread only. It must not be destroyed within the call.
 class ZoneWatch {
  public:
   ZoneWatch(std::filesystem::path file, std::function<void()> changed);
@@ -25,7 +25,7 @@ class ZoneWatch {
   static void onEvent(GFileMonitor* monitor, GFile* file, GFile* other, GFileMonitorEvent event,
                       gpointer data);
   std::string zone() const;
-  void look();
+  void check();
 
   std::filesystem::path file_;
   std::function<void()> changed_;

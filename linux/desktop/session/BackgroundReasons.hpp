@@ -1,4 +1,4 @@
-// Why the wallpaper is in the background.
+// The reasons for the wallpaper to be in the background.
 #pragma once
 
 #include <functional>
@@ -9,15 +9,17 @@
 
 namespace nivlo {
 
-/// A set of reasons; any one of them is enough. Main thread only.
+/// Keeps the reasons that hold now. While there is at least one, the wallpaper is in the background. Main
+/// thread only.
 class BackgroundReasons {
  public:
   enum class Place { Foreground, Background };
 
-  /// `moved` is called when the first reason comes and when the last one goes, and never within itself.
+  /// `moved` is called when the first reason comes and when the last one goes. Reasons that change during
+  /// such a call lead to another call after it.
   explicit BackgroundReasons(std::function<void(Place)> moved) : moved_(std::move(moved)) {}
 
-  /// When this returns, `moved` has been called for the change, if there was one.
+  /// Says whether a reason holds. If that moves the wallpaper, `moved` has been called when this returns.
   void set(std::string_view reason, bool holds);
 
  private:
@@ -25,7 +27,7 @@ class BackgroundReasons {
 
   std::function<void(Place)> moved_;
   std::set<std::string, std::less<>> reasons_;
-  Place place_ = Place::Foreground;  // as told last
+  Place place_ = Place::Foreground;  ///< what `moved` was last told
   bool moving_ = false;
 };
 

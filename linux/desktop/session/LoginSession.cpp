@@ -12,7 +12,7 @@ constexpr auto kManagerPath = "/org/freedesktop/login1";
 constexpr auto kManager = "org.freedesktop.login1.Manager";
 constexpr auto kSession = "org.freedesktop.login1.Session";
 constexpr auto kProperties = "org.freedesktop.DBus.Properties";
-// The session of the caller, or, for a service of the user, the one on the user's screen.
+// The caller's session or, when the caller is a user service, the session on the user's screen.
 constexpr auto kOwnSession = "auto";
 
 constexpr auto kLocked = "locked";
@@ -40,7 +40,7 @@ LoginSession::LoginSession(GDBusConnection* connection, BackgroundReasons& reaso
         if (there) {
           follow();
         } else {
-          failed_("the login manager (logind or elogind) is not there");
+          failed_("logind (or elogind) is not running");
         }
       }) {}
 
@@ -60,7 +60,7 @@ void LoginSession::findSession(const std::string& id) {
                 } else if (id != kOwnSession) {
                   findSession(kOwnSession);
                 } else {
-                  failed_("the login manager knows no session of this user: " + reply.error);
+                  failed_("logind does not know the session: " + reply.error);
                 }
               });
 }
@@ -83,7 +83,7 @@ void LoginSession::followSession(const std::string& path) {
                 if (has(reply.values, "(a{sv})")) {
                   takeStates(child(reply.values, 0).get());
                 } else {
-                  failed_("the login manager says nothing about the session: " + reply.error);
+                  failed_("logind does not describe the session: " + reply.error);
                 }
               });
 }
@@ -131,7 +131,7 @@ void LoginSession::setSleeping(bool sleeping) {
 
 void LoginSession::takeInhibitor() {
   inhibitor_.take([this](const std::string& cause) {
-    failed_("the login manager does not let the camera be turned off before the machine sleeps: " + cause);
+    failed_("logind does not let Nivlo turn the camera off before the machine sleeps: " + cause);
   });
 }
 

@@ -1,4 +1,4 @@
-// The user's session, as the login manager sees it.
+// What the login manager says about the user's session.
 #pragma once
 
 #include <functional>
@@ -11,11 +11,13 @@
 
 namespace nivlo {
 
-/// Follows logind on one connection. Whatever it last said stays true while it is away, and is asked anew
-/// when it is back: a locked screen does not open because a daemon died. Main thread only.
+/// Follows logind, or elogind, on one connection to the system bus. While the login manager is gone, what it
+/// said last stays in force, and when it is back it is asked again: a locked screen is not unlocked by a
+/// daemon's death. Main thread only.
 class LoginSession {
  public:
-  /// `failed` is called whenever something that the monitoring needs is not there.
+  /// `failed` is called with the cause whenever something is missing without which a lock or a sleep may go
+  /// unnoticed.
   LoginSession(GDBusConnection* connection, BackgroundReasons& reasons,
                std::function<void(const std::string& cause)> failed);
 

@@ -7,7 +7,7 @@ namespace nivlo {
 
 namespace {
 
-/// "org.example.ScreenSaver" is at "/org/example/ScreenSaver".
+/// The path of a service's object: "/org/example/ScreenSaver" for "org.example.ScreenSaver".
 std::string pathOf(const std::string& name) {
   auto path = "/" + name;
   std::replace(path.begin(), path.end(), '.', '/');
@@ -22,7 +22,7 @@ ScreenSavers::ScreenSavers(GDBusConnection* connection, BackgroundReasons& reaso
   }
 }
 
-// Some desktops send their signal from a second path too, so the path does not matter.
+// Accepts the signal from any path, because some desktops send it from a second one.
 ScreenSavers::Saver::Saver(GDBusConnection* connection, BackgroundReasons& reasons, std::string name)
     : reasons_(reasons),
       name_(std::move(name)),

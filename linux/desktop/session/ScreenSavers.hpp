@@ -1,4 +1,4 @@
-// The desktop's screen lock, where the login manager does not tell.
+// The desktops' screen savers, for desktops that do not tell the login manager about their lock.
 #pragma once
 
 #include <list>
@@ -9,8 +9,8 @@
 
 namespace nivlo {
 
-/// Follows, on one connection, the screen savers that desktops offer under their several names. One that goes
-/// away covers nothing any more. Main thread only.
+/// Follows, on one connection to the session bus, the screen savers of several desktops, which have a name
+/// each. A screen saver whose process ends covers the screen no more. Main thread only.
 class ScreenSavers {
  public:
   ScreenSavers(GDBusConnection* connection, BackgroundReasons& reasons);

@@ -22,12 +22,12 @@ class BusSessionMonitor : public SessionMonitor {
         }) {}
 
  private:
-  /// One thing missing brings others with it, and the person can do the same about all of them.
+  /// Logs the first cause only: one missing service brings other failures with it, all with the same remedy.
   void report(const std::string& cause) {
     if (!std::exchange(reported_, true)) {
       NSLog(
-          "session: a locked screen or a sleeping machine may go unnoticed, and the camera stays on then: "
-          "%@. Nivlo goes on looking for D-Bus and logind",
+          "session: the camera may stay on while the screen is locked or the machine sleeps: %@; "
+          "trying again when D-Bus and logind are back",
           cause);
     }
   }
@@ -36,16 +36,18 @@ class BusSessionMonitor : public SessionMonitor {
   BackgroundReasons reasons_;
   std::optional<LoginSession> login_;
   std::optional<ScreenSavers> savers_;
-  BusLink systemBus_{
-      systemBusAddress(),
-      {[this](GDBusConnection* connection) {
-         login_.emplace(connection, reasons_, [this](const std::string& cause) { report(cause); });
-       },
-       [this] { login_.reset(); }, [this](const std::string& cause) { report("system bus: " + cause); }}};
+  BusLink systemBus_{systemBusAddress(),
+                     {[this](GDBusConnection* connection) {
+                        login_.emplace(connection, reasons_,
+                                       [this](const std::string& cause) { report(cause); });
+                      },
+                      [this] { login_.reset(); },
+                      [this](const std::string& cause) { report("cannot reach the system bus: " + cause); }}};
   BusLink sessionBus_{
       sessionBusAddress(),
       {[this](GDBusConnection* connection) { savers_.emplace(connection, reasons_); },
-       [this] { savers_.reset(); }, [this](const std::string& cause) { report("session bus: " + cause); }}};
+       [this] { savers_.reset(); },
+       [this](const std::string& cause) { report("cannot reach the session bus: " + cause); }}};
 };
 
 }  // namespace

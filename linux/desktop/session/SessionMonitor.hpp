@@ -1,4 +1,4 @@
-// When the person looks at the desktop, and when not.
+// Whether the user can see the desktop.
 #pragma once
 
 #include <functional>
@@ -6,20 +6,20 @@
 
 namespace nivlo {
 
-/// Tells, for as long as it exists, when the session goes to the background: while it is locked, another
-/// user's session is on the screen, or the machine sleeps. It is told when the first of these begins and when
-/// none holds any more. The machine waits with going to sleep until the handler has returned.
+/// Follows, for as long as it exists, whether the user's session is in the background: while it is locked,
+/// while another user's session is on the screen, and while the machine sleeps. The machine does not go to
+/// sleep before the handler has returned.
 ///
-/// The desktop is taken to be in the foreground until the login manager or a screen saver says otherwise;
-/// where there is neither, it stays there, and one line in the log says so. A message bus that goes away is
-/// looked for again.
+/// The session counts as being in the foreground until the login manager or a screen saver says otherwise.
+/// When these cannot be reached, one line in the log says so, and they are looked for again.
 class SessionMonitor {
  public:
   virtual ~SessionMonitor() = default;
 };
 
-/// Main thread only, as is the destruction, which must not happen within the handler. Returns at once;
-/// everything else happens in the main thread's GLib loop.
+/// `moved` is called when the session goes to the background and when it is in the foreground again, from the
+/// main thread's GLib loop. Returns at once. Make and destroy the monitor on the main thread, and do not
+/// destroy it within the handler. Never null.
 std::unique_ptr<SessionMonitor> makeSessionMonitor(std::function<void(bool inForeground)> moved);
 
 }  // namespace nivlo

@@ -1,4 +1,4 @@
-// Keeps the machine awake until the wallpaper is ready to sleep.
+// Delays sleep until the camera is off.
 #pragma once
 
 #include <functional>
@@ -11,16 +11,17 @@
 
 namespace nivlo {
 
-/// The login manager's delay lock: while it is held, a sleep that has been announced waits, for some seconds
-/// at most. Main thread only.
+/// A delay lock of the login manager: while it is held, the machine waits with a sleep that it has announced,
+/// for a few seconds at most. The lock is given back with the object. Main thread only.
 class SleepInhibitor {
  public:
   explicit SleepInhibitor(GDBusConnection* connection);
 
-  /// Asks for the lock anew; it is held soon after, unless it is refused.
+  /// Gives back the lock, if it is held, and asks for a new one. Returns at once; `refused` is called if the
+  /// login manager refuses.
   void take(std::function<void(const std::string& cause)> refused);
 
-  /// Gives it back; one that is still to come is given back when it comes.
+  /// Gives the lock back, also one that was asked for and has not been granted yet.
   void release();
 
  private:

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::duration<double> kShortestInterval = 1ms;
 constexpr std::chrono::duration<double> kLongestInterval = 1h;
-constexpr auto kPatienceAtTheEnd = 100ms;
+constexpr auto kLongestWaitAtExit = 100ms;
 
 class IIOStream : public AccelerometerStream {
  public:
@@ -39,8 +39,9 @@ class IIOStream : public AccelerometerStream {
 
 class IIOAccelerometer : public AccelerometerDriver {
  public:
-  /// An orderly end leaves no thread behind that runs into the end of the program, unless it hangs.
-  ~IIOAccelerometer() override { reader_->awaitIdle(kPatienceAtTheEnd); }
+  /// Waits a moment for the reader's thread, which would otherwise still run while the program exits. A
+  /// thread that hangs in the hardware is left behind.
+  ~IIOAccelerometer() override { reader_->awaitIdle(kLongestWaitAtExit); }
 
   std::unique_ptr<AccelerometerStream> start(
       std::chrono::duration<double> interval,

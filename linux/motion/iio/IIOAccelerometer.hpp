@@ -1,4 +1,4 @@
-// The accelerometer of the machine, as the Industrial I/O subsystem shows it.
+// The machine's accelerometer, through the kernel's Industrial I/O subsystem.
 #pragma once
 
 #include <memory>
@@ -7,12 +7,14 @@
 
 namespace nivlo {
 
-/// Finds the sensor by udev and turns its values into the device's axes by its mount matrix; the sensor under
-/// a convertible's keyboard is passed over. While no stream exists nothing is watched or read, and while
-/// there is no sensor nothing wakes up. A sensor that does not answer, for example because another program
-/// has it, gives readings without an acceleration; none gives an error, since any may come back. Neither
-/// starting nor ending a stream waits for the hardware. start() is callable from any thread, intervals below
-/// a millisecond count as one.
+/// Makes a driver that finds the sensor with udev and converts its values to the device's axes with its mount
+/// matrix. A sensor under a convertible's keyboard is ignored, as it does not turn with the screen.
+///
+/// The sensor is looked for and read only while a stream exists, and nothing wakes up while there is no
+/// sensor. While a sensor does not answer, for example because another program uses it, readings come without
+/// an acceleration. Readings never carry an error, because any sensor may come back. Neither starting nor
+/// ending a stream waits for the hardware. start() may be called from any thread; an interval below a
+/// millisecond counts as a millisecond. Never null.
 std::unique_ptr<AccelerometerDriver> makeIIOAccelerometer();
 
 }  // namespace nivlo

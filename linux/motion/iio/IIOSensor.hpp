@@ -1,4 +1,4 @@
-// One accelerometer of the Industrial I/O subsystem.
+// An accelerometer of the Industrial I/O subsystem.
 #pragma once
 
 #include <array>
@@ -10,32 +10,34 @@
 
 namespace nivlo {
 
-/// All operations read from sysfs, so each may block as long as the hardware does.
+/// Reads one accelerometer. Its operations read from sysfs, so each may block for as long as the hardware
+/// takes.
 class IIOSensor {
  public:
+  /// A reading, or the reason why there is none.
   struct Sample {
-    CMAcceleration acceleration;  ///< along the device's axes; meaningless on failure
-    int error = 0;                ///< errno; EPROTO when the sensor said something that is no number
+    CMAcceleration acceleration;  ///< along the device's axes; meaningless after an error
+    int error = 0;  ///< an errno value, EPROTO for a reading that is not a number; 0 for success
   };
 
-  /// Reads what stays the same: scale, offset and, unless udev's `mountMatrix` is a valid one, the mount
-  /// matrix.
+  /// Opens the accelerometer in this directory of sysfs, by reading its scales and offsets. `mountMatrix` is
+  /// the one that udev has for it; when that is not a valid matrix, the kernel's is read too.
   IIOSensor(std::string directory, std::string_view mountMatrix);
 
-  /// Whether the device in this directory is an accelerometer. Asks no hardware.
+  /// Whether the device in this directory is an accelerometer. Does not touch the hardware.
   static bool isAt(const std::string& directory);
 
-  /// Asks the sensor.
+  /// Reads the sensor.
   Sample sample() const;
 
-  /// Its directory in sysfs.
+  /// The directory in sysfs.
   const std::string& directory() const { return directory_; }
 
  private:
   struct Axis {
     std::string rawPath;
     double offset = 0;
-    double scale = 1;  // to m/s²
+    double scale = 1;  ///< raw values to m/s²
   };
 
   Axis readAxis(char name) const;

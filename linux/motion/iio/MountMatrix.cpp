@@ -8,7 +8,8 @@ namespace nivlo {
 
 namespace {
 
-/// Takes the part before the next separator off `text`; all of it when there is none.
+/// Removes the part before the first separator, and the separator, from `*text` and returns the part. Without
+/// a separator that is the whole text.
 std::string_view takePart(std::string_view* text, char separator) {
   const auto length = std::min(text->find(separator), text->size());
   const auto part = text->substr(0, length);
@@ -27,8 +28,8 @@ std::optional<MountMatrix::Row> MountMatrix::parseRow(std::string_view text) {
     }
     cell = *number;
   }
-  const bool lost = std::all_of(row.begin(), row.end(), [](double cell) { return cell == 0; });
-  return lost || !text.empty() ? std::nullopt : std::make_optional(row);
+  const bool losesAxis = std::all_of(row.begin(), row.end(), [](double cell) { return cell == 0; });
+  return losesAxis || !text.empty() ? std::nullopt : std::make_optional(row);
 }
 
 std::optional<MountMatrix> MountMatrix::parse(std::string_view text) {

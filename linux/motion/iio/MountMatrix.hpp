@@ -1,4 +1,4 @@
-// How a sensor is mounted in its device.
+// How a sensor is mounted in the device.
 #pragma once
 
 #include <array>
@@ -9,16 +9,18 @@
 
 namespace nivlo {
 
-/// Turns what the sensor's own axes measure into the device's axes.
+/// Converts accelerations along a sensor's own axes to accelerations along the device's axes, as the kernel
+/// defines them (see CMAcceleration).
 class MountMatrix {
  public:
-  /// The sensor's axes are the device's.
+  /// The matrix of a sensor whose axes are the device's.
   MountMatrix() = default;
 
-  /// Reads "a, b, c; d, e, f; g, h, i". None for anything else, and for a matrix with a row of zeros, which
-  /// would lose an axis.
+  /// Parses "a, b, c; d, e, f; g, h, i", of which "a, b, c" gives the device's x. Absent for any other text,
+  /// and for a matrix with a row of zeros, which would lose an axis.
   static std::optional<MountMatrix> parse(std::string_view text);
 
+  /// The same acceleration along the device's axes.
   CMAcceleration apply(const CMAcceleration& measured) const;
 
  private:

@@ -17,7 +17,7 @@ namespace {
 
 using Clock = ReadingSubscription::Clock;
 
-/// Wakes a GLib context at a time that is set anew after each wake-up.
+/// Wakes a GLib context once, at the time that was set last.
 class Alarm {
  public:
   explicit Alarm(GMainContext* context) : source_(g_source_new(&kFunctions, sizeof(GSource))) {
@@ -40,7 +40,8 @@ class Alarm {
   OwnedSource source_;
 };
 
-/// Another process may have the sensor's buffer on for a while, or the sensor may be waking up.
+/// Whether the error will pass: another process may be using the sensor's buffer, or the sensor may be waking
+/// up.
 bool isTransient(int error) { return error == EBUSY || error == EAGAIN; }
 
 using Listeners = std::vector<std::shared_ptr<ReadingSubscription>>;
@@ -50,11 +51,13 @@ Clock::time_point earliest(const Listeners& listeners) {
   return (*std::min_element(listeners.begin(), listeners.end(), isEarlier))->due();
 }
 
+/// Reads the sensor that is there now.
 class Sampler {
  public:
   bool hasSensor() const { return watch_.sensor() != nullptr; }
 
-  /// Asks the sensor, and passes on that it has nothing to say when it does not answer.
+  /// Reads the sensor for the listeners whose reading is due. They get a reading without an acceleration when
+  /// the sensor does not answer.
   void sampleFor(const Listeners& listeners) {
     const auto sample = watch_.sensor()->sample();
     if (sample.error == ENOENT || sample.error == ENODEV) {
@@ -78,8 +81,10 @@ class Sampler {
  private:
   void report(int error) {
     if (!isTransient(error) && !std::exchange(reported_, true)) {
-      NSLog("motion: %@ cannot be read: %@; shaking does nothing until it can. See its permissions and dmesg",
-            watch_.sensor()->directory(), std::strerror(error));
+      NSLog(
+          "motion: cannot read the accelerometer %@: %@; shaking has no effect until it can be read. "
+          "Check its permissions and the kernel's log (dmesg)",
+          watch_.sensor()->directory(), std::strerror(error));
     }
   }
 
@@ -93,7 +98,7 @@ ReadingSubscription::ReadingSubscription(Clock::duration interval, Handler handl
     : interval_(interval), handler_(std::move(handler)) {}
 
 void ReadingSubscription::end() {
-  Handler ended;  // goes outside the lock: it may hold the last reference to anything
+  Handler ended;  // Destroyed outside the lock, because it may hold the last reference to anything.
   const std::lock_guard lock(mutex_);
   ended.swap(handler_);
 }
@@ -123,9 +128,9 @@ void SensorReader::remove(const std::shared_ptr<ReadingSubscription>& subscripti
   g_main_context_wakeup(context_.get());
 }
 
-void SensorReader::awaitIdle(Clock::duration patience) {
+void SensorReader::awaitIdle(Clock::duration longest) {
   std::unique_lock lock(mutex_);
-  idle_.wait_for(lock, patience, [this] { return !running_; });
+  idle_.wait_for(lock, longest, [this] { return !running_; });
 }
 
 void SensorReader::run() {

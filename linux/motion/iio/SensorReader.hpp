@@ -1,4 +1,4 @@
-// The thread that asks the accelerometer.
+// The thread that reads the accelerometer.
 #pragma once
 
 #include <chrono>
@@ -15,7 +15,7 @@
 
 namespace nivlo {
 
-/// One listener to the readings.
+/// A handler that gets readings at an interval of its own.
 class ReadingSubscription {
  public:
   using Handler = std::function<void(const AccelerometerReading&)>;
@@ -23,11 +23,13 @@ class ReadingSubscription {
 
   ReadingSubscription(Clock::duration interval, Handler handler);
 
-  /// No handler runs once this has returned, and the handler is gone.
+  /// Ends the readings and destroys the handler. When this returns, the handler is not running and will not
+  /// be called again.
   void end();
 
-  /// When the next reading is due. The reader's thread only, like deliver().
+  /// When the next reading is due. For the reader's thread only.
   Clock::time_point due() const { return due_; }
+  /// Calls the handler, unless the subscription has ended. For the reader's thread only.
   void deliver(const AccelerometerReading& reading);
 
  private:
@@ -37,17 +39,17 @@ class ReadingSubscription {
   Handler handler_;
 };
 
-/// Watches and reads the sensor on a thread that exists while there are subscriptions. As a read can hang as
-/// long as the hardware does, nobody waits for that thread: it keeps its reader alive and ends by itself. A
-/// subscription made meanwhile is served by the same thread, so there is never more than one. Callable from
-/// any thread.
+/// Looks for the sensor and reads it, on a thread that exists while there are subscriptions. Reading can hang
+/// for as long as the hardware does, so nobody waits for that thread: it keeps this object alive and ends by
+/// itself. If a subscription is added before it has ended, it goes on, so there is never more than one
+/// thread. Callable from any thread.
 class SensorReader : public std::enable_shared_from_this<SensorReader> {
  public:
   void add(std::shared_ptr<ReadingSubscription> subscription);
   void remove(const std::shared_ptr<ReadingSubscription>& subscription);
 
-  /// Waits until the thread has ended, if it ends in time.
-  void awaitIdle(std::chrono::steady_clock::duration patience);
+  /// Waits until the thread has ended, or this much time has passed.
+  void awaitIdle(std::chrono::steady_clock::duration longest);
 
  private:
   using Subscriptions = std::vector<std::shared_ptr<ReadingSubscription>>;

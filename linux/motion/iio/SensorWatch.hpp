@@ -1,4 +1,4 @@
-// Finds the machine's accelerometer, and finds it again.
+// Finds the machine's accelerometer, and finds it again when it was gone.
 #pragma once
 
 #include <optional>
@@ -11,8 +11,9 @@
 
 namespace nivlo {
 
-/// Holds the accelerometer that turns with the screen, while there is one. Sensors come and go while the GLib
-/// context that was the thread's default at the construction runs. To be used on that thread only.
+/// Holds the accelerometer that turns with the screen, while there is one. It follows sensors that come and
+/// go as the GLib context runs that was the thread's default one at the construction. To be used on that
+/// thread only.
 class SensorWatch {
  public:
   SensorWatch();
@@ -20,10 +21,11 @@ class SensorWatch {
   SensorWatch(const SensorWatch&) = delete;
   SensorWatch& operator=(const SensorWatch&) = delete;
 
-  /// Null while there is none. Valid until the context runs again or the sensor is given up.
+  /// The sensor; null while there is none. Valid until the context runs again or giveUpSensor() is called.
   const IIOSensor* sensor() const { return sensor_ ? &*sensor_ : nullptr; }
 
-  /// The sensor does not exist any more, whatever udev says so far: takes another, if there is one.
+  /// Drops a sensor that has turned out to be gone, even if udev has not said so yet, and takes another one
+  /// if there is any.
   void giveUpSensor();
 
  private:

@@ -15,7 +15,7 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::size_t kLongestAttribute = 256;  // a mount matrix; everything else is a number
+constexpr std::size_t kLongestAttribute = 256;  // Bytes; enough for a mount matrix. All others are numbers.
 
 }  // namespace
 

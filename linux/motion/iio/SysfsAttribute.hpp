@@ -1,4 +1,4 @@
-// Attributes of devices in sysfs.
+// Reading the attributes of devices in sysfs.
 #pragma once
 
 #include <optional>
@@ -7,17 +7,18 @@
 
 namespace nivlo {
 
+/// What an attribute holds.
 struct AttributeText {
-  std::string text;
-  int error = 0;  ///< errno of what failed; 0 when `text` is valid
+  std::string text;  ///< usually ends in a line end; empty after an error
+  int error = 0;     ///< an errno value; 0 for success
 };
 
-/// Reads an attribute, which may take seconds: the kernel asks the hardware. The file is opened for each
-/// read, because only a new file handle tells of a device that is gone and another in its place.
+/// Reads an attribute, of which the kernel may ask the hardware, so this may take seconds. Opens the file
+/// each time, because an open file would not notice that its device was replaced by another.
 AttributeText readAttribute(const std::string& path);
 
-/// The finite decimal number at the start of a text, in the notation of sysfs whatever the locale; none where
-/// there is no such number.
+/// Parses the decimal number at the start of a text as sysfs writes it, whatever the locale. Absent when
+/// there is none, and when it is not finite.
 std::optional<double> parseNumber(std::string_view text);
 
 }  // namespace nivlo
