@@ -68,8 +68,7 @@ std::string contentProblem(const std::filesystem::path& path) {
   const auto size = readSize(path);
   if (!size) {
     return "it is not a PNG, JPEG or WebP picture, or ends before it says its size; use a complete file of "
-           "one of "
-           "these kinds";
+           "one of these kinds";
   }
   const auto [width, height] = *size;
   if (width > kLongestEdge || height > kLongestEdge || static_cast<long>(width) * height > kMostPixels) {

@@ -58,8 +58,7 @@ void FilmStream::report(const std::string& problem) {
   }
   reported_ = problem;
   NSLog(
-      "film camera: cannot go on with %@: %@; check that the file is complete and readable. It is opened "
-      "again "
+      "film camera: playing %@ failed: %@; check that the file is complete and readable. It is opened again "
       "until it plays",
       path_.string(), problem);
 }

@@ -9,7 +9,7 @@ namespace {
 
 struct Wish {
   spa_rectangle smallest, largest;
-  uint32_t slowest;  ///< frames per second; 0 takes stills too
+  uint32_t slowest;  ///< frames per second; 0 accepts any rate
 };
 
 // 720p fills a desktop and is cheap to search for codes, and below 15 frames a second the picture stutters.

@@ -86,7 +86,7 @@ void VideoStream::connect(pw_core* core, const CameraNode& camera) {
   std::array<uint8_t, 4096> space{};
   spa_pod_builder builder = SPA_POD_BUILDER_INIT(space.data(), space.size());
   std::vector<const spa_pod*> formats = formatsToAskFor(builder);
-  // Without the second flag the session manager would link us to any other camera when ours is unplugged.
+  // Without DONT_RECONNECT the session manager would link us to any other camera when ours is unplugged.
   const auto flags = static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_DONT_RECONNECT);
   if (pw_stream_connect(stream_.get(), PW_DIRECTION_INPUT, PW_ID_ANY, flags, formats.data(),
                         static_cast<uint32_t>(formats.size())) != 0) {

@@ -18,7 +18,7 @@ struct CameraSource {
     None,      ///< no camera on that side
   };
   Kind kind = Kind::Auto;
-  std::string value;  ///< empty but for PipeWire and File
+  std::string value;  ///< set for PipeWire and File only
 };
 
 /// Parses "auto", "demo", "pipewire:NODE", "file:PATH" or "none". Nothing for any other text.

@@ -119,8 +119,7 @@ class SelectedCameras : public CameraDriver {
       demoStandsIn_ = true;
       NSLog(
           "cameras: PipeWire has no camera, so the demo scenes stand in; plug in a camera and start Nivlo "
-          "again, "
-          "or choose one with --source");
+          "again, or choose one with --source");
       return demo().cameras();
     }
     pipeWireHadCameras_ = true;

@@ -1,4 +1,4 @@
-// Whether buffers become frames, and what buffers must not be trusted with.
+// Whether buffers become frames, and whether a sender can lead us outside its memory.
 #include <limits>
 
 #include <gmock/gmock.h>

@@ -1,11 +1,13 @@
 // Cameras that come, go, stall and return, on a real PipeWire daemon.
 #include <atomic>
+#include <optional>
 #include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "linux/camera/pipewire/PipeWireCameras.hpp"
+#include "platform/Foundation/NSThread.hpp"
 #include "tests/fakes/RecordingLog.hpp"
 #include "tests/linux/pipewire/Frames.hpp"
 #include "tests/support/PrivatePipeWire.hpp"
@@ -38,7 +40,7 @@ class PipeWireCamerasTest : public testing::Test {
   }
   Camera plugInRed() { return plugIn("cam", {"--color", "ff0000"}); }
   Camera plugInAnother() { return plugIn("other", {"--color", "0000ff"}); }
-  bool isLogged(const std::string& line, int times = 1) {
+  bool appearsInLog(const std::string& line, int times = 1) {
     return waitFor([&] { return log.count("camera cam: " + line) == times; });
   }
 
@@ -111,7 +113,7 @@ TEST_F(PipeWireCamerasWithDaemonTest, AnUnpluggedCameraComesBackAndNoOtherTakesI
   for (int round = 1; round <= 3; ++round) {
     ASSERT_TRUE(opened.frames.next());
     camera.reset();
-    EXPECT_TRUE(isLogged("it is gone", round));
+    EXPECT_TRUE(appearsInLog("it is gone", round));
     EXPECT_TRUE(waitFor([&] { return !opened.offers("pipewire:cam"); }));
     EXPECT_FALSE(opened.frames.next(300ms));
     camera = plugInRed();
@@ -119,7 +121,7 @@ TEST_F(PipeWireCamerasWithDaemonTest, AnUnpluggedCameraComesBackAndNoOtherTakesI
     EXPECT_EQ(log.count("camera cam: its picture is back"), round);
   }
   outputOf({"pw-link", "other:out_0", "nivlo:in_0"}, bus.environment());
-  EXPECT_TRUE(isLogged("its picture is back", 4));
+  EXPECT_TRUE(appearsInLog("its picture is back", 4));
   EXPECT_EQ(opened.frames.countOtherThan(kRed), 0) << "the other camera was shown";
 }
 
@@ -128,10 +130,10 @@ TEST_F(PipeWireCamerasWithDaemonTest, ACameraThatGoesSilentIsOpenedAgain) {
   OpenCamera opened;
   ASSERT_TRUE(opened.frames.next());
   camera->freeze();
-  EXPECT_TRUE(isLogged("it delivers no pictures"));
+  EXPECT_TRUE(appearsInLog("it delivers no pictures"));
   camera->thaw();
   EXPECT_TRUE(opened.frames.next());
-  EXPECT_TRUE(isLogged("its picture is back"));
+  EXPECT_TRUE(appearsInLog("its picture is back"));
 }
 
 TEST_F(PipeWireCamerasWithDaemonTest, HeldFramesDoNotStopTheCameraAndOutliveItUnchanged) {
@@ -146,7 +148,7 @@ TEST_F(PipeWireCamerasWithDaemonTest, HeldFramesDoNotStopTheCameraAndOutliveItUn
     }
     ASSERT_THAT(held, testing::Each(testing::NotNull()));
     camera.reset();
-    EXPECT_TRUE(isLogged("it is gone", ++gone));
+    EXPECT_TRUE(appearsInLog("it is gone", ++gone));
     EXPECT_TRUE(showsQuadrants(*held.front()));
     opened.stream.reset();
     opened.cameras.reset();
@@ -164,7 +166,9 @@ TEST_F(PipeWireCamerasWithDaemonTest, ClosingWaitsForTheFrameUnderWayAndNoFrameF
   for (int round = 0; round < 15; ++round) {
     std::atomic<int> arrived = 0;
     std::atomic<bool> open = true, late = false;
+    std::optional<std::string> thread;
     auto stream = cameras->open("pipewire:cam", [&](const VideoFramePtr&) {
+      thread = NSThread::currentThread().name();
       if (!open) {
         late = true;
       }
@@ -175,13 +179,15 @@ TEST_F(PipeWireCamerasWithDaemonTest, ClosingWaitsForTheFrameUnderWayAndNoFrameF
     open = false;
     cameras->cameras();
     EXPECT_FALSE(late);
+    EXPECT_EQ(thread, "camera");
   }
+  EXPECT_EQ(NSThread::currentThread().name(), std::nullopt) << "the camera's name went to the main thread";
 }
 
 TEST_F(PipeWireCamerasTest, ACameraOpenedBeforeItsDaemonRunsIsShownOnceBothAreThere) {
   OpenCamera opened;
   EXPECT_TRUE(opened.cameras->cameras().empty());
-  EXPECT_TRUE(isLogged("there is no such camera; plug it in"));
+  EXPECT_TRUE(appearsInLog("there is no such camera; plug it in"));
   const PrivatePipeWire pipewire(bus);
   const Camera camera = plugInRed();
   EXPECT_TRUE(opened.frames.next());

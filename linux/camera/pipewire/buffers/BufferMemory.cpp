@@ -13,8 +13,8 @@
 namespace nivlo {
 namespace {
 
-// Reading a mapping beyond the end of its file ends the process with SIGBUS. A DMA buffer does not always
-// report its size, but it never shrinks either.
+// Reading a mapping beyond the end of its file ends the process with SIGBUS. For a DMA buffer fstat() does
+// not tell the size, but such a buffer cannot shrink either.
 bool isLargeEnough(const spa_data& data) {
   if (data.type == SPA_DATA_DmaBuf) {
     return true;

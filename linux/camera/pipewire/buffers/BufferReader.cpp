@@ -84,7 +84,7 @@ BufferReader::Result BufferReader::read(StreamBuffer& buffer, BufferLoans& loans
     buffer.memory->endReading();
   }
   if (!frame) {
-    // USB cameras damage a JPEG picture now and then, which is not worth a report.
+    // A JPEG picture that lost a packet on its way from the camera is common and not worth a report.
     return {.defect = format_->isJpeg ? nullptr : "its buffers are too small for its pictures"};
   }
   frame->rotation = rotationOf(content);

@@ -8,7 +8,7 @@ namespace {
 struct PlaneShape {
   int rowBytes;
   int rows;
-  int strideDivisor;  ///< how many times the first plane's stride is longer, when planes share a block
+  int strideDivisor;  ///< the first plane's stride is this many times as long, when planes share a block
 };
 
 int half(int size) { return (size + 1) / 2; }
