@@ -1,4 +1,4 @@
-// What the wallpaper costs on a desktop, beside other programs that show the same pictures.
+// What the wallpaper costs on a desktop, compared with other programs that show the same pictures.
 #include <algorithm>
 #include <array>
 #include <ctime>
@@ -50,30 +50,30 @@ double median(std::vector<double> values) {
 
 void wait(Seconds time) { std::this_thread::sleep_for(time); }
 
-/// A program that shows the pictures on a display.
-struct Shower {
+/// A program that shows the pictures on a display, and how to start it.
+struct Player {
   std::string name;
   std::vector<std::string> command;
 };
 
-/// The display's server and the programs on it.
+/// A display server and the programs to compare on it.
 struct Display {
   std::string name;
   Environment environment;
-  pid_t server;
-  std::vector<Shower> showers;
+  pid_t server;  ///< its process
+  std::vector<Player> players;
 };
 
 struct Cost {
-  double client = 0;  ///< seconds of CPU for 1000 frames
-  double server = 0;
+  double client = 0;  ///< CPU seconds for 1000 frames
+  double server = 0;  ///< CPU seconds for 1000 frames
 };
 
-/// Nothing where the program is not there or does not go on.
-std::optional<Cost> measureOnce(const Display& display, const Shower& shower) {
+/// Empty if the program is not installed or ends early.
+std::optional<Cost> measureOnce(const Display& display, const Player& player) {
   constexpr Seconds kWarmUp{2};
   constexpr Seconds kMeasured{8};
-  ChildProcess client(shower.command, display.environment);
+  ChildProcess client(player.command, display.environment);
   wait(kWarmUp);
   const double clientBefore = cpuSeconds(client.pid());
   const double serverBefore = cpuSeconds(display.server);
@@ -85,12 +85,12 @@ std::optional<Cost> measureOnce(const Display& display, const Shower& shower) {
   return client.isRunning() ? std::optional(cost) : std::nullopt;
 }
 
-/// In turns, so that what else the machine does strikes all alike.
+/// The programs take turns, so that other load on the machine affects all of them alike.
 void printCosts(const Display& display) {
-  std::vector<std::array<std::vector<double>, 2>> figures(display.showers.size());
+  std::vector<std::array<std::vector<double>, 2>> figures(display.players.size());
   for (int run = 0; run < kRuns; ++run) {
-    for (std::size_t i = 0; i < display.showers.size(); ++i) {
-      if (const auto cost = measureOnce(display, display.showers[i])) {
+    for (std::size_t i = 0; i < display.players.size(); ++i) {
+      if (const auto cost = measureOnce(display, display.players[i])) {
         figures[i][0].push_back(cost->client);
         figures[i][1].push_back(cost->server);
       }
@@ -98,20 +98,20 @@ void printCosts(const Display& display) {
   }
   std::cout << fmt::format("\n{}: CPU seconds for 1000 frames, medians of {}\n{:34} {:>8} {:>8} {:>8}\n",
                            display.name, kRuns, "", "client", "server", "both");
-  for (std::size_t i = 0; i < display.showers.size(); ++i) {
+  for (std::size_t i = 0; i < display.players.size(); ++i) {
     if (figures[i][0].size() < kRuns) {
-      std::cout << fmt::format("{:34} not measured: it is not there, or ended early\n",
-                               display.showers[i].name);
+      std::cout << fmt::format("{:34} not measured: not installed, or ended early\n",
+                               display.players[i].name);
       continue;
     }
     const double client = median(figures[i][0]);
     const double server = median(figures[i][1]);
-    std::cout << fmt::format("{:34} {:8.2f} {:8.2f} {:8.2f}\n", display.showers[i].name, client, server,
+    std::cout << fmt::format("{:34} {:8.2f} {:8.2f} {:8.2f}\n", display.players[i].name, client, server,
                              client + server);
   }
 }
 
-/// Frames that are not in the processor's cache, as a camera's are not.
+/// Takes the frames from enough buffers that they are not in the processor's cache, as a camera's are not.
 void printConversion(const test::EncodedPicture& encoded) {
   constexpr int kFrames = 24;
   std::vector<std::vector<std::uint8_t>> frames(kFrames, encoded.bytes);
@@ -137,11 +137,11 @@ void printConversion(const test::EncodedPicture& encoded) {
     }
     runs.push_back(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC * 1000 / kConversions);
   }
-  std::cout << fmt::format("\nThe conversion alone, NV12 to pixels: {:.2f} s for 1000 frames\n",
+  std::cout << fmt::format("\nConversion alone, NV12 to pixels: {:.2f} CPU seconds for 1000 frames\n",
                            median(runs));
 }
 
-/// nivlo with this name of a surface, in the display's session.
+/// The program, running with these arguments on the display.
 class Wallpaper {
  public:
   Wallpaper(const Display& display, std::vector<std::string> arguments) : environment_(display.environment) {
@@ -152,9 +152,11 @@ class Wallpaper {
 
   pid_t pid() const { return process_->pid(); }
   ChildProcess& process() { return *process_; }
+  /// Seconds from the start of the program to this line of its output. Throws std::runtime_error if it does
+  /// not come.
   double secondsTo(std::string_view line) {
     if (!process_->waitForLine(line)) {
-      throw std::runtime_error(fmt::format("no \"{}\": {}", line, process_->output()));
+      throw std::runtime_error(fmt::format("nivlo did not print \"{}\" but: {}", line, process_->output()));
     }
     return Seconds(steady_clock::now() - start_).count();
   }
@@ -189,20 +191,21 @@ void printHidden(const Display& display, const std::function<std::unique_ptr<tes
     const auto covered = steady_clock::now();
     const auto window = cover();
     wallpaper.secondsTo("closed");
-    std::cout << fmt::format("\n{}: hidden, the camera is closed {:.0f} ms after the window is asked for\n",
+    std::cout << fmt::format("\n{}: camera closed {:.0f} ms after a covering window was requested\n",
                              display.name, Seconds(steady_clock::now() - covered).count() * 1000);
     const double before = cpuSeconds(wallpaper.pid());
     wait(Seconds(30));
-    std::cout << fmt::format("CPU while hidden, 30 s: {:.2f} s\n", cpuSeconds(wallpaper.pid()) - before);
+    std::cout << fmt::format("CPU seconds in 30 s while hidden: {:.2f}\n",
+                             cpuSeconds(wallpaper.pid()) - before);
   }
   const auto uncovered = steady_clock::now();
   wallpaper.secondsTo("opened");
-  std::cout << fmt::format("uncovered, the camera is opened after {:.0f} ms\n",
+  std::cout << fmt::format("camera opened {:.0f} ms after the window was closed\n",
                            Seconds(steady_clock::now() - uncovered).count() * 1000);
 }
 
-/// Answers the dialog that has come up, or will soon.
-bool answerDialog(const test::HeadlessSway& sway, test::VirtualInput& input) {
+/// Dismisses the dialog that is open or opens within three seconds. Returns whether there was one.
+bool dismissDialog(const test::HeadlessSway& sway, test::VirtualInput& input) {
   const bool shown = waitFor([&] { return sway.focusedWindow().has_value(); }, std::chrono::seconds(3));
   if (shown) {
     input.key(KEY_ESC);
@@ -221,14 +224,14 @@ void printMemory(const Display& display, const test::HeadlessSway& sway) {
   wait(Seconds(1));
   const double before = residentMegabytes(wallpaper.pid());
   wallpaper.ctl({"scan", "on"});
-  const bool answered = answerDialog(sway, input);
-  std::cout << fmt::format("resident memory: {:.1f} MB before the first dialog, {}\n", before,
+  const bool answered = dismissDialog(sway, input);
+  std::cout << fmt::format("Resident memory: {:.1f} MB before the first dialog, {}\n", before,
                            answered ? fmt::format("{:.1f} MB after it", residentMegabytes(wallpaper.pid()))
-                                    : "and no dialog came up");
+                                    : "but no dialog opened");
 }
 
-/// Frames at a quicker pace than any camera's, with cameras swapped, the wallpaper paused and dialogs
-/// answered all the while.
+/// Looks for leaks: runs many frames at a higher rate than any camera has, while cameras are swapped, the
+/// wallpaper is paused and dialogs are dismissed.
 void printGrowth(const Display& display, test::HeadlessSway& sway) {
   constexpr int kFrames = 20000;
   sway.message("output HEADLESS-1 mode --custom 640x360@240Hz");
@@ -257,23 +260,23 @@ void printGrowth(const Display& display, test::HeadlessSway& sway) {
       memory = residentMegabytes(wallpaper.pid());
       descriptors = openDescriptors(wallpaper.pid());
     }
-    dialogs += answerDialog(sway, input) ? 1 : 0;
+    dialogs += dismissDialog(sway, input) ? 1 : 0;
     wallpaper.ctl({"swap"});
-    wait(Seconds(1.2));  // for the code to be out of view
+    wait(Seconds(1.2));  // long enough for the code to count as out of view
     wallpaper.ctl({"pause"});
     wallpaper.ctl({"resume"});
     wallpaper.ctl({"swap"});
     ++rounds;
   }
   std::cout << fmt::format(
-      "\n{} frames with {} dialogs, {} swaps and {} pauses: memory {:.1f} MB after a fifth, {:.1f} MB at the "
-      "end; descriptors "
-      "{} and {}\n",
+      "\n{} frames with {} dialogs, {} swaps and {} pauses: memory {:.1f} MB after a fifth of them and "
+      "{:.1f} MB at the end, descriptors {} and {}\n",
       shown, dialogs, 2 * rounds, rounds, memory, residentMegabytes(wallpaper.pid()), descriptors,
       openDescriptors(wallpaper.pid()));
 }
 
-/// One picture for programs that read a file again and again, and a film of it for those that do not.
+/// Files of raw NV12: one picture, for programs that can read a file again and again, and a film of it for
+/// the others.
 struct RawFiles {
   std::string picture;
   std::string film;
@@ -294,7 +297,7 @@ RawFiles writeRawFiles(const std::filesystem::path& directory, const test::Encod
   return files;
 }
 
-Shower mpv(const RawFiles& files, const std::string& output) {
+Player mpv(const RawFiles& files, const std::string& output) {
   return {"mpv --vo=" + output,
           {"mpv", "--no-config", "--no-terminal", "--no-audio", "--no-osc", "--fs", "--panscan=1",
            "--vo=" + output, "--loop-file=inf", "--demuxer=rawvideo", "--demuxer-rawvideo-w=1280",
@@ -302,14 +305,14 @@ Shower mpv(const RawFiles& files, const std::string& output) {
            files.film}};
 }
 
-Shower gstreamer(const RawFiles& files, const std::string& name, const std::string& sink) {
+Player gstreamer(const RawFiles& files, const std::string& name, const std::string& sink) {
   return {name,
           {"sh", "-c",
            "exec gst-launch-1.0 -q multifilesrc location=" + files.picture +
                " loop=true ! rawvideoparse format=nv12 width=1280 height=720 framerate=30/1 ! " + sink}};
 }
 
-Shower nivlo(const std::string& surface) {
+Player nivlo(const std::string& surface) {
   return {"nivlo", {NIVLO_PROGRAM, "--qr", "off", "--surface", surface}};
 }
 
@@ -318,7 +321,7 @@ void measureWayland(const Environment& session, test::HeadlessSway& sway, const 
       "Wayland (sway)",
       merged(session, sway.environment()),
       sway.pid(),
-      {{"floor: a picture committed again", {"/proc/self/exe", "--floor"}},
+      {{"floor: recommitting one picture", {"/proc/self/exe", "--floor"}},
        nivlo("wayland"),
        mpv(files, "wlshm"),
        gstreamer(files, "gst, scaled in the client",

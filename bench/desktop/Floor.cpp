@@ -1,4 +1,3 @@
-// The least that a background can cost: the same picture committed again and again.
 #include "bench/desktop/Floor.hpp"
 
 #include <iostream>
@@ -13,7 +12,7 @@ namespace nivlo::bench {
 
 namespace {
 
-/// Commits one of two pictures at the camera's pace whenever the compositor has asked for one.
+/// Presents one of two pictures in turn, at a camera's rate, if the compositor has asked for one by then.
 class Recommitter {
  public:
   explicit Recommitter(WaylandConnection& connection)

@@ -19,7 +19,7 @@ std::filesystem::path procDirectory(pid_t process) { return "/proc/" + std::to_s
 double cpuSeconds(pid_t process) {
   std::ifstream file(procDirectory(process) / "stat");
   std::string text((std::istreambuf_iterator<char>(file)), {});
-  // The program's name may hold anything; the fields are counted from its closing bracket.
+  // The program's name may contain anything, so the fields are counted from its closing parenthesis.
   std::istringstream fields(text.substr(text.rfind(')') + 1));
   std::string skipped;
   for (int field = 3; field < 14; ++field) {

@@ -1,16 +1,17 @@
-// What a process costs, as the kernel counts it.
+// What a process uses, as the kernel counts it.
 #pragma once
 
 #include <sys/types.h>
 
 namespace nivlo::bench {
 
-/// Seconds of CPU, of the process and of all its threads, in user and in kernel mode, counted in hundredths.
+/// CPU seconds of all threads of the process so far, in user and kernel mode, in steps of a hundredth.
 double cpuSeconds(pid_t process);
 
-/// Megabytes in memory: all of it, shared pages in full.
+/// Resident memory in megabytes, with shared pages counted in full.
 double residentMegabytes(pid_t process);
 
+/// The number of open file descriptors.
 int openDescriptors(pid_t process);
 
 }  // namespace nivlo::bench

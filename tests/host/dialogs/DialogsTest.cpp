@@ -37,7 +37,7 @@ class DialogsTest : public testing::Test {
   }
 
   /// The buttons share the lowest line of a dialog.
-  void clickSecondButton() { input_.clickLowestLine(*sway_.focusedWindow(), 0.75); }
+  void clickSecondButton() { input_.clickBottomRow(*sway_.focusedWindow(), 0.75); }
 
   bool told(const std::string& line) { return program_.waitForLine(line).has_value(); }
 

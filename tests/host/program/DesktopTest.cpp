@@ -1,4 +1,4 @@
-// The wallpaper as the background of a headless desktop, on a real PipeWire camera.
+// The wallpaper as the background of a headless Wayland desktop, with a real PipeWire camera.
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
@@ -15,11 +15,12 @@ namespace {
 using testing::Eq;
 using testing::HasSubstr;
 
-/// Whether a picture's four quarters have these colours, right up to the middle.
+/// Whether the quarters of a picture (top left, top right, bottom left, bottom right) have these colours,
+/// from the corners to the middle.
 bool hasQuarters(const Picture& picture, const std::array<Picture::Color, 4>& colors) {
   const int middleX = picture.width / 2;
   const int middleY = picture.height / 2;
-  constexpr int kBlur = 8;  // of an enlarged edge
+  constexpr int kBlur = 8;  // pixels around an edge, which scaling blurs
   for (const auto& [x, y, color] : {std::tuple(0, 0, colors[0]),
                                     {middleX - kBlur, middleY - kBlur, colors[0]},
                                     {picture.width - 1, 0, colors[1]},
@@ -44,7 +45,7 @@ class DesktopTest : public testing::Test {
 
   Environment environment() const { return merged(pipeWire_.environment(), sway_->environment()); }
 
-  /// Puts a fullscreen window on the output.
+  /// Opens a window on the output; the test has told sway to make such windows fullscreen.
   void cover(const std::string& output) {
     sway_->message("focus output " + output);
     const auto before = sway_->focusedWindow();
@@ -65,7 +66,7 @@ VirtualCameraOptions camera(const std::string& location, const std::vector<std::
   return options;
 }
 
-TEST_F(DesktopTest, FillsEveryOutputWithTheCamerasColoursAndFollowsTheOutputs) {
+TEST_F(DesktopTest, EveryOutputIsFilledInTheCamerasColoursThroughAllChangesOfOutputs) {
   VirtualCamera back(environment(), camera("back", {"--format", "NV12", "--size", "1280x720", "--matrix",
                                                     "709", "--range", "limited"}));
   VirtualCamera front(environment(), camera("front", {"--format", "YUY2", "--size", "640x480"}));
@@ -90,7 +91,7 @@ TEST_F(DesktopTest, FillsEveryOutputWithTheCamerasColoursAndFollowsTheOutputs) {
   Nivlo program({"--preset", "4", "--output", "HEADLESS-2"}, environment());
   EXPECT_TRUE(shows("HEADLESS-2", {kGreen, kRed, kWhite, kBlue}, "front"));
   EXPECT_FALSE(isNear(sway_->screenshot("HEADLESS-1", "other").at(0, 0), kGreen, 60))
-      << "the other output was not chosen";
+      << "the wallpaper is on an output that was not chosen";
 }
 
 TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
@@ -99,7 +100,8 @@ TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
   Nivlo program({"--preset", "3"}, environment());
   ASSERT_TRUE(back.waitForStreaming());
   cover("HEADLESS-1");
-  EXPECT_FALSE(back.waitForPaused(std::chrono::milliseconds(1500))) << "the other output shows it";
+  EXPECT_FALSE(back.waitForPaused(std::chrono::milliseconds(1500)))
+      << "the other output still shows the wallpaper";
   cover("HEADLESS-2");
   EXPECT_TRUE(back.waitForPaused());
   windows_.pop_back();
@@ -111,7 +113,7 @@ TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
   EXPECT_TRUE(back.waitForPaused());
 }
 
-TEST(WindowTest, WithoutTheLayerShellItSaysSoAndGoesOnAsAWindow) {
+TEST(WindowTest, ACompositorWithoutLayerShellGetsAWindowAndAReason) {
   PrivateBus bus;
   const auto environment = merged(bus.environment(), softwareToolkit("weston"));
   ChildProcess weston(

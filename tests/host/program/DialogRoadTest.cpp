@@ -35,7 +35,7 @@ class DialogRoadTest : public testing::Test {
     answered_ = dialog.id;
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
     sway_.screenshot("HEADLESS-1", test->name() + std::to_string(dialog.id));
-    input_.clickLowestLine(dialog, part);
+    input_.clickBottomRow(dialog, part);
   }
 
   /// Registers a program for https links that writes what it is given into a file.

@@ -1,4 +1,4 @@
-// The wallpaper on X servers of the test's own.
+// The wallpaper on private X servers.
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
@@ -19,7 +19,7 @@ constexpr Picture::Color kLeftHalf{255, 0, 0};
 constexpr Picture::Color kRightHalf{0, 255, 0};
 constexpr Picture::Color kForeignColor{192, 32, 32};
 
-/// An X server of 800x600 that chooses its own number, and a client that looks at it.
+/// An X server of 800x600 pixels that picks its own display number, and a client to inspect it with.
 class PrivateDisplay {
  public:
   explicit PrivateDisplay(const std::vector<std::string>& arguments = {}) {
@@ -35,14 +35,14 @@ class PrivateDisplay {
   xcb_connection_t* client() const { return client_.get(); }
   xcb_window_t root() const { return xcb_setup_roots_iterator(xcb_get_setup(client())).data->root; }
   void kill() { server_->kill(); }
-  /// Two monitors, side by side.
+  /// Divides the screen into a left and a right monitor.
   void split() {
     run({"xrandr", "--setmonitor", "left", "400/100x600/100+0+0", "screen"});
     run({"xrandr", "--setmonitor", "right", "400/100x600/100+400+0", "none"});
   }
   void run(std::vector<std::string> command) { outputOf(std::move(command), environment()); }
 
-  /// Waits until the screen has this color, within 3 of 255, at a place.
+  /// Waits until the screen has this colour, within 3 of 255, at a place. Returns whether it came to that.
   bool shows(Picture::Color color, int x, int y) const {
     return waitFor([&] {
       const auto request =
@@ -54,7 +54,7 @@ class PrivateDisplay {
     });
   }
 
-  /// The window that a click would meet; none where it would meet the root window.
+  /// The window that a click at this place would go to; XCB_NONE for the root window.
   xcb_window_t windowAt(int x, int y) const {
     xcb_warp_pointer(client(), XCB_NONE, root(), 0, 0, 0, 0, static_cast<std::int16_t>(x),
                      static_cast<std::int16_t>(y));
@@ -75,7 +75,7 @@ xcb_atom_t x11Atom(xcb_connection_t* client, const std::string& name) {
   return reply->atom;
 }
 
-/// Somebody else's window, of one color, 100x100 large unless its states make it larger.
+/// Another program's window of one colour, 100x100 pixels unless its states make it larger.
 class ForeignX11Window {
  public:
   ForeignX11Window(const PrivateDisplay& display, std::int16_t x, std::int16_t y,
@@ -105,7 +105,7 @@ class ForeignX11Window {
   xcb_window_t window_;
 };
 
-/// A picture of two colors.
+/// Writes a picture with a red left half and a green right half, and returns its path.
 std::filesystem::path halves(const TemporaryDirectory& directory) {
   std::vector<std::uint8_t> pixels(64 * 48 * 4);
   for (std::size_t i = 0; i < pixels.size() / 4; ++i) {
@@ -115,7 +115,7 @@ std::filesystem::path halves(const TemporaryDirectory& directory) {
   return directory.path() / "halves.png";
 }
 
-TEST(X11Test, TheDesktopIsBelowAllWindowsWithAndWithoutAWindowManager) {
+TEST(X11Test, TheWallpaperStaysBelowAllWindowsWithAndWithoutAWindowManager) {
   PrivateDisplay display;
   const TemporaryDirectory directory;
   const Nivlo program(
@@ -126,21 +126,23 @@ TEST(X11Test, TheDesktopIsBelowAllWindowsWithAndWithoutAWindowManager) {
            display.shows(kForeignColor, 650, 350);
   };
   const ForeignX11Window window(display, 600, 300);
-  EXPECT_TRUE(isDesktop()) << "without a window manager; the front camera is a mirror";
-  EXPECT_THAT(display.windowAt(20, 20), Eq(xcb_window_t{XCB_NONE})) << "clicks fall through";
+  EXPECT_TRUE(isDesktop()) << "without a window manager (the front camera is mirrored)";
+  EXPECT_THAT(display.windowAt(20, 20), Eq(xcb_window_t{XCB_NONE})) << "the wallpaper takes clicks";
   std::optional<ChildProcess> manager(std::in_place, std::vector<std::string>{"openbox"},
                                       display.environment());
-  EXPECT_TRUE(waitFor([&] { return display.windowAt(20, 20) != XCB_NONE; })) << "it is not managed";
-  EXPECT_TRUE(isDesktop()) << "with one";
+  EXPECT_TRUE(waitFor([&] { return display.windowAt(20, 20) != XCB_NONE; }))
+      << "the window manager did not get the window";
+  EXPECT_TRUE(isDesktop()) << "with a window manager";
   manager.reset();
-  EXPECT_TRUE(waitFor([&] { return display.windowAt(20, 20) == XCB_NONE; })) << "not without it";
-  EXPECT_TRUE(isDesktop()) << "after its end";
+  EXPECT_TRUE(waitFor([&] { return display.windowAt(20, 20) == XCB_NONE; }))
+      << "the wallpaper still takes clicks without a window manager";
+  EXPECT_TRUE(isDesktop()) << "after the window manager's end";
   display.split();
   EXPECT_TRUE(display.shows(kLeftHalf, 380, 20) && display.shows(kRightHalf, 420, 20))
-      << "a picture on each monitor";
+      << "each monitor needs a picture of its own";
   display.run({"xrandr", "--delmonitor", "right"});
   display.run({"xrandr", "--delmonitor", "left"});
-  EXPECT_TRUE(isDesktop()) << "one monitor again";
+  EXPECT_TRUE(isDesktop()) << "after both monitors became one again";
 }
 
 TEST(X11Test, OnlyWindowsOverAllMonitorsCloseTheCamera) {
@@ -158,13 +160,13 @@ TEST(X11Test, OnlyWindowsOverAllMonitorsCloseTheCamera) {
       std::vector<std::string>{"_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"});
   ASSERT_TRUE(program.waitForLine("halves.png closed"));
   left.reset();
-  EXPECT_TRUE(program.waitForLine("halves.png opened")) << "one monitor is covered, and one is not";
+  EXPECT_TRUE(program.waitForLine("halves.png opened")) << "one monitor can be seen again";
   display.kill();
   EXPECT_THAT(program.waitForExit(), Eq(1));
   EXPECT_TRUE(program.waitForLine("the X11 display is gone") && program.waitForLine("halves.png closed"));
 }
 
-TEST(X11Test, AWindowFollowsItsSizeAndIsClosedOnAServerThatSharesNoMemory) {
+TEST(X11Test, WithoutSharedMemoryAWindowIsStillDrawnResizedAndClosed) {
   PrivateDisplay display({"-extension", "MIT-SHM"});
   const TemporaryDirectory directory;
   Nivlo program({"--surface", "window", "--size", "320x240", "--qr", "off", "--source",

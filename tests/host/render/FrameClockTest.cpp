@@ -61,7 +61,7 @@ TEST_F(FrameClockTest, LayersAddedLaterTickWithAllTheirSublayersUntilTheyAreRemo
   EXPECT_EQ(ticks(), 0);
 }
 
-TEST_F(FrameClockTest, APictureThatComesAsTheClockGoesIsNotTold) {
+TEST_F(FrameClockTest, AClockThatIsGoneDoesNotTickForPicturesOnTheirWay) {
   view->layer()->setContents(anyPicture());
   clock.reset();
   view->layer()->setContents(anyPicture());

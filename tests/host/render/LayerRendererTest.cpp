@@ -1,4 +1,4 @@
-// Where each part of the camera's picture comes to lie on the screen, read back from the drawn pixels.
+// Where each part of a picture lies on the screen, read back from the drawn pixels.
 #include <gmock/gmock.h>
 
 #include "bundle/NivloWallpaper/NivloWallpaper.hpp"
@@ -48,7 +48,7 @@ MATCHER_P(IsColor, expected, "") {
   return isNear(arg, expected);
 }
 
-/// Whether there was anything to show.
+/// Returns whether there was anything to see.
 bool draw(const std::shared_ptr<UIView>& view, Pixels& screen) {
   const CGSize size{static_cast<double>(screen.width), static_cast<double>(screen.height)};
   return LayerRenderer().render({view, size}, screen.span());
@@ -56,7 +56,7 @@ bool draw(const std::shared_ptr<UIView>& view, Pixels& screen) {
 
 class LayerRendererTest : public testing::Test {
  protected:
-  /// Draws the frame, in a view with this frame, on a screen of this size.
+  /// Draws the picture as a camera's, in a wallpaper with this frame, on a screen of this size.
   Pixels draw(const VideoFramePtr& picture, CGRect viewFrame, int width, int height, bool mirrored = false) {
     const auto view = NivloWallpaper::initWithFrame(viewFrame);
     view->previewLayer()->consume({picture, pictureGeometry(*picture, mirrored)});
@@ -96,9 +96,8 @@ TEST_F(LayerRendererTest, TheFrontCameraIsAMirrorAndTheBackCameraIsNot) {
   EXPECT_THAT(at(mirrored, 140, 100), IsColor(kBlue));
 }
 
-TEST_F(LayerRendererTest, AMisfittingShapeIsFilledAndCroppedEvenlyOnBothSides) {
-  // Twice as wide as the view: the outer quarters on the left and right are cut, and the middle stays in the
-  // middle.
+TEST_F(LayerRendererTest, APictureOfAnotherShapeFillsTheViewAndIsCroppedEvenlyAtBothEdges) {
+  // The picture is twice as wide as the view, so a quarter is cut off on the left and on the right.
   const auto wide =
       draw(frameOf(quadrantPicture(400, 200), Mode::Format::BGRx), {{0, 0}, {100, 100}}, 100, 100);
   EXPECT_THAT(at(wide, 0, 0), IsColor(kRed));
@@ -112,13 +111,13 @@ TEST_F(LayerRendererTest, AMisfittingShapeIsFilledAndCroppedEvenlyOnBothSides) {
   EXPECT_THAT(at(tall, 0, 99), IsColor(kBlue));
 }
 
-TEST_F(LayerRendererTest, ATurnedSensorIsShownUpright) {
+TEST_F(LayerRendererTest, ARotatedSensorIsShownUpright) {
   struct Case {
     int rotation;
     bool mirrored;
     Picture::Color topLeft, topRight;
   };
-  // A counter-clockwise quarter turn brings the top right corner to the top left.
+  // A quarter turn counter-clockwise takes the top right corner to the top left.
   for (const auto& [rotation, mirrored, topLeft, topRight] :
        {Case{90, false, kGreen, kWhite}, Case{180, false, kWhite, kBlue}, Case{270, false, kBlue, kRed},
         Case{90, true, kWhite, kGreen}}) {
@@ -130,9 +129,9 @@ TEST_F(LayerRendererTest, ATurnedSensorIsShownUpright) {
   }
 }
 
-TEST_F(LayerRendererTest, AViewWithAnOriginShiftsThePreviewOnceMoreAndClipsIt) {
-  // The preview has the view's frame inside the view: it begins at twice the origin, and ends at its own
-  // size.
+TEST_F(LayerRendererTest, APreviewIsOffsetByItsViewsOriginAndItsOwnAndClippedToItsSize) {
+  // The wallpaper gives the preview its own frame, which is relative to itself: the preview starts at twice
+  // the origin.
   const auto frame = frameOf(quadrantPicture(100, 100), Mode::Format::BGRx);
   const auto screen = draw(frame, {{10, 20}, {60, 60}}, 200, 200);
   EXPECT_THAT(at(screen, 19, 40), IsColor(kBlack));
@@ -142,12 +141,12 @@ TEST_F(LayerRendererTest, AViewWithAnOriginShiftsThePreviewOnceMoreAndClipsIt) {
   EXPECT_THAT(at(screen, 80, 99), IsColor(kBlack));
   EXPECT_THAT(at(screen, 79, 100), IsColor(kBlack));
   const auto cut = draw(frame, {{-20, 0}, {100, 100}}, 60, 100);
-  EXPECT_THAT(at(cut, 0, 10), IsColor(kRed)) << "40 pixels of the preview lie off the screen";
+  EXPECT_THAT(at(cut, 0, 10), IsColor(kRed)) << "40 pixels of the preview should lie off the screen";
   EXPECT_THAT(at(cut, 12, 10), IsColor(kGreen));
 }
 
-TEST_F(LayerRendererTest, CornersOfACodeComeToLieWhereTheCodeIsDrawn) {
-  // A white block in a black picture stands for the code.
+TEST_F(LayerRendererTest, TheBoundsOfACodeMatchWhereItIsDrawn) {
+  // A white block on black stands for the code.
   auto picture = solidPicture(kBlack, 160, 120);
   for (int y = 20; y < 40; ++y) {
     for (int x = 100; x < 130; ++x) {
@@ -189,13 +188,13 @@ TEST_F(LayerRendererTest, APlainLayerShowsItsContentsCroppedToItsOwnRectangle) {
   view->layer()->addSublayer(layer);
   Pixels screen;
   screen.resize(200, 100);
-  EXPECT_FALSE(test::draw(view, screen)) << "there is nothing to show yet";
+  EXPECT_FALSE(test::draw(view, screen)) << "nothing was there to show";
 
   const auto wide = frameOf(quadrantPicture(400, 200), Mode::Format::RGB);
   layer->setContents(wide);
   EXPECT_EQ(layer->contents(), wide);
   EXPECT_TRUE(test::draw(view, screen));
-  EXPECT_THAT(at(screen, 49, 10), IsColor(kBlack)) << "the cropped part must not show beside the layer";
+  EXPECT_THAT(at(screen, 49, 10), IsColor(kBlack)) << "the cropped part is shown beside the layer";
   EXPECT_THAT(at(screen, 50, 0), IsColor(kRed));
   EXPECT_THAT(at(screen, 98, 10), IsColor(kRed));
   EXPECT_THAT(at(screen, 101, 10), IsColor(kGreen));
@@ -205,11 +204,11 @@ TEST_F(LayerRendererTest, APlainLayerShowsItsContentsCroppedToItsOwnRectangle) {
   view->layer()->setContents(frameOf(solidPicture(kBlue, 20, 10), Mode::Format::BGRx));
   EXPECT_TRUE(test::draw(view, screen));
   EXPECT_THAT(at(screen, 10, 10), IsColor(kBlue));
-  EXPECT_THAT(at(screen, 50, 0), IsColor(kRed)) << "the sublayer lies on top";
+  EXPECT_THAT(at(screen, 50, 0), IsColor(kRed)) << "the layer's own picture hid its sublayer";
 
   layer->setContents(nullptr);
   EXPECT_TRUE(test::draw(view, screen));
-  EXPECT_THAT(at(screen, 50, 0), IsColor(kBlue)) << "an emptied layer hides nothing";
+  EXPECT_THAT(at(screen, 50, 0), IsColor(kBlue)) << "the emptied layer still hid what lies below";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Somebody else's window on a headless desktop.
+// Another program's window on a headless desktop.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace nivlo::test {
 
-/// An opaque window of one colour with the title "foreign", on the screen from construction on until it is
-/// destroyed. sway tiles it; HeadlessSway::message("[title=foreign] fullscreen enable") lets it cover an
-/// output. Throws std::runtime_error, with the cause, when it does not appear.
+/// An opaque window of one colour with the title "foreign", on the screen for as long as this object lives.
+/// sway tiles it; HeadlessSway::message("[title=foreign] fullscreen enable") makes it cover an output. The
+/// constructor throws std::runtime_error, with the cause, if the window does not appear.
 class ForeignWindow {
  public:
   /// `color` as "RRGGBB".

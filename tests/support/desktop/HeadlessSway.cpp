@@ -14,7 +14,7 @@
 namespace nivlo::test {
 namespace {
 
-constexpr auto kReady = "the display is ";
+constexpr auto kReady = "WAYLAND_DISPLAY is ";
 
 void writeConfiguration(const std::filesystem::path& path, const std::vector<DesktopSize>& outputs) {
   std::ofstream file(path);
@@ -28,7 +28,7 @@ void writeConfiguration(const std::filesystem::path& path, const std::vector<Des
        << "exec echo " << kReady << "$WAYLAND_DISPLAY\n";
 }
 
-// sway refuses to run as root; in a user namespace it does not see that it does.
+/// sway refuses to run as root, but cannot tell in a user namespace.
 std::vector<std::string> swayCommand(const std::filesystem::path& configuration) {
   std::vector<std::string> command{"sway", "-c", configuration};
   if (geteuid() == 0) {

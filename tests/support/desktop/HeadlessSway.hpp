@@ -1,4 +1,4 @@
-// A desktop of the test's own: sway without a screen.
+// A private desktop: sway without a screen.
 #pragma once
 
 #include <memory>
@@ -12,13 +12,13 @@
 
 namespace nivlo::test {
 
-/// In logical pixels.
+/// Logical pixels.
 struct DesktopSize {
   int width = 0;
   int height = 0;
 };
 
-/// A window on the desktop, in logical pixels of all of it.
+/// A window and its place on the whole desktop, in logical pixels.
 struct WindowPlace {
   long id = 0;  ///< what sway's criteria call con_id
   std::string application;
@@ -29,35 +29,36 @@ struct WindowPlace {
   bool operator==(const WindowPlace&) const = default;
 };
 
-/// Runs sway in a private bus's session, from construction on. Its outputs are HEADLESS-1, HEADLESS-2 ...
-/// from left to right. Throws std::runtime_error, with what sway said, when it does not come up.
+/// Runs sway in the session of a private bus for as long as this object lives. The outputs are HEADLESS-1,
+/// HEADLESS-2 and so on, from left to right.
 class HeadlessSway {
  public:
-  /// The bus must outlive it. A killed sway can be followed by another one in the same session.
+  /// The bus must outlive it. Another sway may be started in the same session after this one was killed.
+  /// Throws std::runtime_error, with what sway printed, if it does not start.
   explicit HeadlessSway(PrivateBus& bus, std::vector<DesktopSize> outputs = {{1280, 720}});
   ~HeadlessSway();
 
-  /// What makes a child a client: the bus's environment, the display, and a toolkit that draws in software.
+  /// The environment that makes a child process a client: the bus, the display, and a toolkit that draws in
+  /// software.
   Environment environment() const;
 
-  /// The size of all outputs together.
+  /// The size of all outputs side by side.
   DesktopSize size() const;
 
   /// Runs a command of sway(5), for example "create_output" or "[title=foreign] fullscreen enable". Throws
-  /// std::runtime_error with sway's words when it fails.
+  /// std::runtime_error, with sway's message, if it fails.
   void message(const std::string& command) const;
 
-  /// The window that takes the keyboard's input, if any does.
+  /// The window with the keyboard focus, if any has it.
   std::optional<WindowPlace> focusedWindow() const;
 
-  /// What is on an output now. The picture also stays behind as NAME.png in the directory of
-  /// NIVLO_TEST_OUTPUT, by default test-output/ in the build directory. Throws std::runtime_error when there
-  /// is no such output.
+  /// What an output shows now. The picture is also kept as NAME.png in the directory that NIVLO_TEST_OUTPUT
+  /// names, or in test-output/ in the build directory. Throws std::runtime_error if there is no such output.
   Picture screenshot(const std::string& output, const std::string& name) const;
 
   pid_t pid() const { return process_->pid(); }
 
-  /// Ends it at once, as a crash would.
+  /// Kills sway, which ends as if it had crashed.
   void kill();
 
  private:

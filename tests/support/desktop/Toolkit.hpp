@@ -1,4 +1,4 @@
-// A toolkit's environment on a desktop without hardware.
+// The environment that toolkits need on a desktop without hardware.
 #pragma once
 
 #include <cstdlib>
@@ -8,14 +8,15 @@
 
 namespace nivlo::test {
 
-/// For a program built with AddressSanitizer: a toolkit allocates so much that to record each stack exactly
-/// takes minutes.
+/// Makes AddressSanitizer record stacks the quick way. A toolkit allocates so often that the exact way takes
+/// minutes.
 inline std::string quickSanitizer() {
   const char* options = std::getenv("ASAN_OPTIONS");
   return std::string(options ? options : "") + ":fast_unwind_on_malloc=1";
 }
 
-/// Makes GTK programs clients of the Wayland display, drawing in software and asking nobody else's services.
+/// Makes GTK programs clients of the Wayland display that draw in software and use no service of the real
+/// session.
 inline Environment softwareToolkit(const std::string& display) {
   return {{"WAYLAND_DISPLAY", display},    {"DISPLAY", std::nullopt}, {"GDK_BACKEND", "wayland"},
           {"GSK_RENDERER", "cairo"},       {"NO_AT_BRIDGE", "1"},     {"GTK_A11Y", "none"},

@@ -13,9 +13,9 @@ void VirtualInput::click(int x, int y) {
   send("click\n");
 }
 
-void VirtualInput::clickLowestLine(const WindowPlace& window, double part) {
-  constexpr int kHalfALine = 20;
-  click(window.x + static_cast<int>(window.width * part), window.y + window.height - kHalfALine);
+void VirtualInput::clickBottomRow(const WindowPlace& window, double part) {
+  constexpr int kHalfRow = 20;
+  click(window.x + static_cast<int>(window.width * part), window.y + window.height - kHalfRow);
 }
 
 void VirtualInput::key(int code) { send("key " + std::to_string(code) + '\n'); }

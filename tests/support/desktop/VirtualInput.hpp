@@ -1,4 +1,4 @@
-// A hand on the mouse and the keyboard of a headless desktop.
+// Mouse and keyboard input on a headless desktop.
 #pragma once
 
 #include "tests/support/ChildProcess.hpp"
@@ -6,19 +6,21 @@
 
 namespace nivlo::test {
 
-/// Holds a pointer and a keyboard while it lives; a seat without them takes no input at all. Each call
-/// returns when the compositor has taken the input, and throws std::runtime_error when it is gone.
+/// Plugs a virtual pointer and keyboard into the compositor's seat, which takes no input without them. Each
+/// call returns once the compositor has processed the input and throws std::runtime_error if it is gone.
 class VirtualInput {
  public:
   explicit VirtualInput(const HeadlessSway& sway);
 
-  /// Clicks with the left button at a place of the whole desktop, in logical pixels.
+  /// Clicks the left button at a place on the whole desktop, in logical pixels.
   void click(int x, int y);
 
-  /// Clicks on the lowest line of a window, where a dialog has its buttons, at this part of its width.
-  void clickLowestLine(const WindowPlace& window, double part);
+  /// Clicks on the bottom row of a window, where a dialog has its buttons. `part` is the place across its
+  /// width, from 0 (left) to 1 (right).
+  void clickBottomRow(const WindowPlace& window, double part);
 
-  /// Presses a key of linux/input-event-codes.h, for example KEY_ESC, on a keyboard with the US layout.
+  /// Presses and releases a key of linux/input-event-codes.h, for example KEY_ESC, on a keyboard with the US
+  /// layout.
   void key(int code);
 
  private:

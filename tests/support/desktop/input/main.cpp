@@ -1,6 +1,6 @@
-// nivlo-test-input WIDTH HEIGHT: a pointer and a keyboard for a headless compositor. Commands are lines on
-// standard input, each answered with "ok": "move X Y" (of a desktop WIDTHxHEIGHT), "click", "key CODE" (of
-// linux/input-event-codes.h).
+// nivlo-test-input WIDTH HEIGHT: a virtual pointer and keyboard for a headless compositor whose desktop has
+// this size. Takes commands on standard input and answers each with "ok" on a line: "move X Y", "click", and
+// "key CODE", with a code of linux/input-event-codes.h.
 #include "virtual-keyboard-client-protocol.h"
 #include "virtual-pointer-client-protocol.h"
 
@@ -110,7 +110,7 @@ int main(int count, char** arguments) {
   }
   const Owned<wl_display, wl_display_disconnect> display(wl_display_connect(nullptr));
   if (!display) {
-    std::cerr << "no compositor\n";
+    std::cerr << "cannot connect to a compositor; check WAYLAND_DISPLAY\n";
     return 1;
   }
   Globals globals;
@@ -119,7 +119,7 @@ int main(int count, char** arguments) {
   wl_registry_add_listener(registry.get(), &listener, &globals);
   wl_display_roundtrip(display.get());
   if (!globals.seat || !globals.pointers || !globals.keyboards) {
-    std::cerr << "the compositor takes no virtual devices\n";
+    std::cerr << "the compositor does not support virtual input devices\n";
     return 1;
   }
   Devices devices(display.get(), globals);

@@ -1,4 +1,5 @@
-// nivlo-test-window RRGGBB: somebody else's window, opaque and of one colour, with the title "foreign".
+// nivlo-test-window RRGGBB: an opaque window of one colour with the title "foreign", standing for another
+// program's.
 #include <string>
 
 #include <gtk/gtk.h>
