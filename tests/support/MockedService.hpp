@@ -14,14 +14,16 @@
 
 namespace nivlo::test {
 
-/// Runs a mocked service on a bus, from construction on until it is destroyed, as a crash would end it.
-/// Throws std::runtime_error, with what the mock said, when it does not come up.
+/// Runs a mocked service on a private bus, which serves as its session bus and its system bus. Destroying the
+/// object kills the service, as a crash would. Construction waits until the service answers calls, and throws
+/// std::runtime_error with the mock's output if it does not. For use by one thread.
 class MockedService {
  public:
-  /// The interface by which a mock is told what to answer and what to emit.
+  /// The interface through which tests control a mock.
   static constexpr auto kMock = "org.freedesktop.DBus.Mock";
 
-  /// `arguments` are those of `python3 -m dbusmock`: a template, or the name, the path and the interface.
+  /// `name` is the service's name on the bus. `arguments` are those of `python3 -m dbusmock`: a template, or
+  /// the name, the path and the interface.
   MockedService(const PrivateBus& bus, std::string name, std::vector<std::string> arguments)
       : name_(std::move(name)),
         process_(command(std::move(arguments)),
@@ -35,8 +37,8 @@ class MockedService {
         [&] { return call("/", "org.freedesktop.DBus.Introspectable", "Introspect", nullptr) != nullptr; });
   }
 
-  /// Calls a method and waits for the reply; null when it is an error. The arguments are a tuple in
-  /// GVariant's text format, or null for none.
+  /// Calls a method and waits for the reply. Returns null if that is an error or takes longer than 5 s.
+  /// `arguments` is a tuple in GVariant's text format, or null for none.
   Owned<GVariant, g_variant_unref> call(const std::string& path, const char* interface, const char* method,
                                         const char* arguments) {
     GVariant* values = arguments ? g_variant_new_parsed(arguments) : nullptr;
@@ -45,8 +47,8 @@ class MockedService {
                                     nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, 5000, nullptr, nullptr));
   }
 
-  /// Makes the object at the path answer a method. `in` and `out` are D-Bus signatures; `code` is Python that
-  /// sets `ret`.
+  /// Makes the object at `path` answer a method. `in` and `out` are D-Bus signatures; `code` is Python that
+  /// assigns the reply to `ret`. Throws std::runtime_error if the mock refuses.
   void answer(const std::string& path, const std::string& interface, const std::string& method,
               const std::string& in, const std::string& out, const std::string& code) {
     require(call(path, kMock, "AddMethod",
@@ -54,12 +56,14 @@ class MockedService {
   }
 
   /// Emits a signal. `values` is the list of its arguments in GVariant's text format, each as a variant.
+  /// Throws std::runtime_error if the mock refuses.
   void emit(const std::string& path, const std::string& interface, const std::string& signal,
             const std::string& signature, const std::string& values) {
     require(call(path, kMock, "EmitSignal",
                  tuple({quoted(interface), quoted(signal), quoted(signature), values}).c_str()));
   }
 
+  /// Returns a string in GVariant's text format. The text must not contain ' or \.
   static std::string quoted(const std::string& text) { return "'" + text + "'"; }
 
  private:
@@ -79,7 +83,7 @@ class MockedService {
   }
   void require(const Owned<GVariant, g_variant_unref>& reply) const {
     if (!reply) {
-      throw std::runtime_error("the mock of " + name_ + " refused:\n" + process_.output());
+      throw std::runtime_error("the mock of " + name_ + " refused a call. Its output:\n" + process_.output());
     }
   }
 
