@@ -2,18 +2,20 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
-#include "platform/HostContract/WallpaperClass.hpp"
+#include "host/bundle/WallpaperBundle.hpp"
 
 namespace nivlo {
 
-/// The bundle that belongs to this program: beside it, or where it was installed.
+/// Returns the bundle that belongs to this program: beside it, or where it was installed.
 std::filesystem::path defaultBundlePath();
 
-/// The principal class of the bundle, once it is sure that it fits this host; it stays valid until the
-/// program ends. Null, with the cause and the remedy in `*error`, for anything else. The drivers must be
-/// installed before. Main thread only.
-const WallpaperClass* loadWallpaperClass(const std::filesystem::path& bundlePath, std::string* error);
+/// Opens the bundle and asks its class (see WallpaperBundle::ask) if it was built for this host. Returns null
+/// for anything else, with the cause and the remedy in `*error`. The drivers must be installed before. Main
+/// thread only.
+std::shared_ptr<const WallpaperBundle> openWallpaperBundle(const std::filesystem::path& path,
+                                                           std::string* error);
 
 }  // namespace nivlo

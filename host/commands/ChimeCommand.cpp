@@ -8,7 +8,7 @@
 #include "host/loop/MainLoop.hpp"
 #include "linux/sound/GStreamerSound.hpp"
 #include "platform/AudioToolbox/AudioServices.hpp"
-#include "platform/Foundation/NSBundle.hpp"
+#include "platform/Foundation/NSURL.hpp"
 #include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {
@@ -16,18 +16,21 @@ namespace nivlo {
 namespace {
 
 /// Returns an error message, empty on success.
-std::string playChime(const std::filesystem::path& bundle, MainLoop& loop) {
+std::string playChime(const std::filesystem::path& path, MainLoop& loop) {
   std::string error;
-  const auto* wallpaperClass = loadWallpaperClass(bundle, &error);
-  if (!wallpaperClass) {
+  const auto bundle = openWallpaperBundle(path, &error);
+  if (!bundle) {
     return error;
   }
-  const auto chime = NSBundle::bundleForClass(wallpaperClass->name)->pathForResource("hourlychimebeg", "m4a");
+  const auto chime = bundle->chime();
   if (!chime) {
-    return "the wallpaper bundle " + bundle.string() + " has no chime; install Nivlo anew";
+    return "the wallpaper " + bundle->name() + " has no chime";
+  }
+  if (!std::filesystem::is_regular_file(*chime)) {
+    return "the chime " + chime->string() + " is missing; install the wallpaper " + bundle->name() + " again";
   }
   SystemSoundID sound = 0;
-  AudioServicesCreateSystemSoundID(NSURL::fileURLWithPath(std::filesystem::absolute(*chime)), &sound);
+  AudioServicesCreateSystemSoundID(NSURL::fileURLWithPath(*chime), &sound);
   AudioServicesAddSystemSoundCompletion(
       sound, nullptr, nullptr, [](SystemSoundID, void* running) { static_cast<MainLoop*>(running)->quit(); },
       &loop);

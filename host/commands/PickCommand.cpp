@@ -1,12 +1,12 @@
 #include "host/commands/PickCommand.hpp"
 
+#include <cctype>
 #include <iostream>
-#include <variant>
+#include <utility>
 #include <vector>
 
 #include "host/alerts/gtk/Toolkit.hpp"
 #include "host/bundle/BundleLoader.hpp"
-#include "host/bundle/PresetWords.hpp"
 #include "host/commands/SharedOptions.hpp"
 #include "host/control/client/PresetChoice.hpp"
 #include "host/loop/MainLoop.hpp"
@@ -16,14 +16,14 @@ namespace nivlo {
 
 namespace {
 
-constexpr auto kThumbnailKey = "kSBUIMagicWallpaperThumbnailNameKey";
-
-PickEntry entryFor(const NSDictionary& preset, const std::filesystem::path& bundle) {
-  auto words = presetInWords(preset);
-  words.front() = g_ascii_toupper(words.front());
-  const auto* value = preset.objectForKey(kThumbnailKey);
-  const auto* name = value ? std::get_if<std::string>(value) : nullptr;
-  return {.words = words, .picture = name ? bundle / (*name + ".png") : ""};
+std::vector<PickEntry> entriesOf(const WallpaperBundle& bundle) {
+  std::vector<PickEntry> entries;
+  for (const auto& preset : bundle.presets()) {
+    auto words = preset.description;
+    words.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(words.front())));
+    entries.push_back({std::move(words), bundle.presetPicture(static_cast<int>(entries.size()) + 1)});
+  }
+  return entries;
 }
 
 }  // namespace
@@ -37,22 +37,18 @@ PickCommand::PickCommand(CLI::App& app)
 
 int PickCommand::run() const { return pickPreset(bundle_, shownPreset(), choosePreset); }
 
-int pickPreset(const std::filesystem::path& bundle, int current, const ChoosePreset& choose) {
+int pickPreset(const std::filesystem::path& path, int current, const ChoosePreset& choose) {
   std::string error;
-  const auto* wallpaperClass = loadWallpaperClass(bundle, &error);
-  if (!wallpaperClass) {
+  const auto bundle = openWallpaperBundle(path, &error);
+  if (!bundle) {
     std::cerr << "nivlo: " << error << '\n';
     return 1;
   }
   if (!startToolkit()) {
     return 1;
   }
-  std::vector<PickEntry> entries;
-  for (const auto& preset : wallpaperClass->presetWallpaperOptions()) {
-    entries.push_back(entryFor(preset, bundle));
-  }
   MainLoop loop;
-  const PickWindow window(entries, current, choose, [&loop] { loop.quit(); });
+  const PickWindow window(entriesOf(*bundle), current, choose, [&loop] { loop.quit(); });
   loop.run();
   return 0;
 }

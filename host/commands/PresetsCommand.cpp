@@ -4,31 +4,31 @@
 #include <string>
 #include <utility>
 #include <variant>
-#include <vector>
 
 #include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
 #include "host/bundle/BundleLoader.hpp"
-#include "host/bundle/PresetWords.hpp"
 #include "host/commands/SharedOptions.hpp"
 
 namespace nivlo {
 
 namespace {
 
-nlohmann::ordered_json asJson(const std::vector<NSDictionary>& presets) {
+std::string asJson(const WallpaperBundle& bundle) {
   auto result = nlohmann::ordered_json::array();
   int number = 1;
-  for (const auto& preset : presets) {
-    nlohmann::ordered_json entry{{"preset", number++}};
-    for (const auto& [key, value] : preset.entries()) {
+  for (const auto& preset : bundle.presets()) {
+    nlohmann::ordered_json entry{{"preset", nullptr}};
+    for (const auto& [key, value] : preset.options.entries()) {
       std::visit([&, &name = key](const auto& held) { entry[name] = held; }, value);
     }
-    entry["description"] = presetInWords(preset);
+    // Set last: a wallpaper may have option keys of these names.
+    entry["preset"] = number++;
+    entry["description"] = preset.description;
     result.push_back(std::move(entry));
   }
-  return result;
+  return result.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
 }  // namespace
@@ -41,19 +41,18 @@ PresetsCommand::PresetsCommand(CLI::App& app) : Command(app, "presets", "List th
 
 int PresetsCommand::run() const {
   std::string error;
-  const auto* wallpaperClass = loadWallpaperClass(bundle_, &error);
-  if (!wallpaperClass) {
+  const auto bundle = openWallpaperBundle(bundle_, &error);
+  if (!bundle) {
     std::cerr << "nivlo: " << error << '\n';
     return 1;
   }
-  const auto presets = wallpaperClass->presetWallpaperOptions();
   if (json_) {
-    std::cout << asJson(presets).dump(2) << '\n';
+    std::cout << asJson(*bundle) << '\n';
     return 0;
   }
   int number = 1;
-  for (const auto& preset : presets) {
-    std::cout << number++ << "  " << presetInWords(preset) << '\n';
+  for (const auto& preset : bundle->presets()) {
+    std::cout << number++ << "  " << preset.description << '\n';
   }
   return 0;
 }

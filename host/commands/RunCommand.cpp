@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 #include "host/alerts/TerminalAlerts.hpp"
@@ -96,12 +95,7 @@ class Run {
   }
 
   /// Returns the exit status.
-  int show(const WallpaperClass& wallpaperClass, std::shared_ptr<const CameraActivity> cameras) {
-    const auto presets = static_cast<int>(wallpaperClass.presetWallpaperOptions().size());
-    if (const int preset = options_.show.preset.value_or(1); preset > presets) {
-      fail(fmt::format("there is no preset {}; choose one from 1 to {}", preset, presets));
-      return status_;
-    }
+  int show(std::shared_ptr<const WallpaperBundle> bundle, std::shared_ptr<const CameraActivity> cameras) {
     std::string error;
     surface_ = chooseSurface(options_.surfaceKind, options_.surface, handlers(), &error);
     if (!surface_) {
@@ -109,9 +103,10 @@ class Run {
       return status_;
     }
     MFInfo("surface: %@", surface_->name());
-    show_ = WallpaperShow::make(wallpaperClass, options_.show, surface_->size(), std::move(cameras));
+    show_ =
+        WallpaperShow::make(std::move(bundle), options_.show, surface_->size(), std::move(cameras), &error);
     if (!show_) {
-      fail("the wallpaper cannot be built at this size");
+      fail(error);
       return status_;
     }
     surface_->show(show_->view());
@@ -151,7 +146,6 @@ class Run {
     }
     surface_.reset();
     show_.reset();
-    drivers().alerts->cancelAll();
   }
 
   void writeSnapshot() {
@@ -205,11 +199,14 @@ int RunCommand::run() const {
   int status = 1;
   const auto cameras = std::make_shared<CameraActivity>();
   auto error = installLinuxDrivers(options, cameras);
-  const auto* wallpaperClass = error.empty() ? loadWallpaperClass(options.bundle, &error) : nullptr;
-  if (wallpaperClass) {
+  const auto bundle = error.empty() ? openWallpaperBundle(options.bundle, &error) : nullptr;
+  if (bundle) {
+    error = whyImpossible(options.show, *bundle);
+  }
+  if (error.empty()) {
     nameProgramInLog();
-    MFNotice("started: %@, preset %d", wallpaperClass->identifier(), options.show.preset.value_or(1));
-    status = Run(options, loop, control).show(*wallpaperClass, cameras);
+    MFNotice("started: %@, preset %d", bundle->identifier(), options.show.preset.value_or(1));
+    status = Run(options, loop, control).show(bundle, cameras);
     MFNotice("stopped with status %d", status);
   }
   if (!error.empty()) {

@@ -58,7 +58,9 @@ void ControlActions::follow() {
   if (const auto* show = controls_.show()) {
     const auto status = show->status();
     setState("paused", g_variant_new_boolean(status.paused));
-    setState("scanning", g_variant_new_boolean(status.scanning));
+    setState("scanning", g_variant_new_boolean(status.scanning.value_or(false)));
+    auto* scanning = g_action_map_lookup_action(G_ACTION_MAP(group_.get()), "scanning");
+    g_simple_action_set_enabled(G_SIMPLE_ACTION(scanning), status.scanning.has_value());
     setState("preset", g_variant_new_int32(status.preset));
   }
 }

@@ -12,7 +12,8 @@ inline constexpr auto kControlInterface = "org.nivlo.Wallpaper1";
 /// Change: "preset" (i, counted from 1), "scanning" (b) and "camera" (s, "back" or "front"). Each may be
 /// absent; then it stays as it is.
 ///
-/// GetStatus: "process" (i, the process ID); "preset" (i) and "presets" (i, how many there are); "scanning",
+/// GetStatus: "process" (i, the process ID); "wallpaper" and "bundle" (s, its name and its folder); "preset"
+/// (i) and "presets" (i, how many there are); "scanning" (b, absent if the wallpaper does not read codes);
 /// "animating", "visible", "paused" and "foreground" (b); "frames" (i, shown so far); "ageMedian" and "age95"
 /// (d, the median and the 95th percentile of the milliseconds from capture to screen, over the last few
 /// hundred frames); and, only while a camera is open, "camera" (a{sv} with the strings "id", "name" and

@@ -1,6 +1,5 @@
 #include "host/control/Controls.hpp"
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 #include "linux/handles/Owned.hpp"
@@ -40,9 +39,13 @@ GVariant* describe(const WallpaperShow& show) {
   GVariantBuilder entries;
   g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
   addNumber(entries, "process", getpid());
+  addText(entries, "wallpaper", show.bundle().name());
+  addText(entries, "bundle", show.bundle().path().string());
   addNumber(entries, "preset", status.preset);
-  addNumber(entries, "presets", show.presetCount());
-  addFlag(entries, "scanning", status.scanning);
+  addNumber(entries, "presets", static_cast<int>(show.bundle().presets().size()));
+  if (status.scanning) {
+    addFlag(entries, "scanning", *status.scanning);
+  }
   addFlag(entries, "animating", status.animating);
   addFlag(entries, "visible", status.visible);
   addFlag(entries, "paused", status.paused);
@@ -105,22 +108,10 @@ std::string Controls::perform(std::string_view method, GVariant* arguments) {
   } else if (method == "Pause" || method == "Resume") {
     show_->presence().setPaused(method == "Pause");
   } else if (method == "Swap") {
-    show_->swapCameras();
+    return show_->swapCameras();
   } else {
-    return change(changesOf(method, arguments));
+    return show_->change(changesOf(method, arguments));
   }
-  return "";
-}
-
-std::string Controls::change(const ShowOptions& changes) {
-  if (changes.preset && (*changes.preset < 1 || *changes.preset > show_->presetCount())) {
-    return fmt::format("there is no preset {}; choose one from 1 to {}", *changes.preset,
-                       show_->presetCount());
-  }
-  if (changes.camera && *changes.camera != "back" && *changes.camera != "front") {
-    return "a camera is chosen by its side: back or front";
-  }
-  show_->change(changes);
   return "";
 }
 

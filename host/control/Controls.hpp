@@ -36,7 +36,6 @@ class Controls {
 
  private:
   std::string perform(std::string_view method, GVariant* arguments);
-  std::string change(const ShowOptions& changes);
 
   std::function<void()> quit_;
   std::function<void()> changed_ = [] {};

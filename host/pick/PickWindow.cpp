@@ -20,8 +20,15 @@ GtkWidget* clamped(GtkWidget* child, int width) {
   return clamp;
 }
 
+Owned<GdkTexture, g_object_unref> textureOf(const UIImage& image) {
+  const auto& data = image.data();
+  const Owned<GBytes, g_bytes_unref> bytes(g_bytes_new(data.data(), data.size()));
+  return Owned<GdkTexture, g_object_unref>(gdk_texture_new_from_bytes(bytes.get(), nullptr));
+}
+
 GtkWidget* pictureOf(const PickEntry& entry) {
-  auto* picture = gtk_picture_new_for_filename(entry.picture.c_str());
+  const auto texture = entry.picture ? textureOf(*entry.picture) : nullptr;
+  auto* picture = gtk_picture_new_for_paintable(GDK_PAINTABLE(texture.get()));
   gtk_picture_set_alternative_text(GTK_PICTURE(picture), entry.words.c_str());
   gtk_widget_set_overflow(picture, GTK_OVERFLOW_HIDDEN);
   gtk_widget_add_css_class(picture, "card");

@@ -1,20 +1,21 @@
 // The window in which a preset is picked.
 #pragma once
 
-#include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <adwaita.h>
 
 #include "linux/handles/Owned.hpp"
+#include "platform/UIKit/UIImage.hpp"
 
 namespace nivlo {
 
 struct PickEntry {
   std::string words;
-  std::filesystem::path picture;  ///< empty or unreadable: none is shown
+  std::shared_ptr<const UIImage> picture;  ///< none is shown for null, or where it cannot be decoded
 };
 
 /// On the screen from construction until it is closed or destroyed; a column of pictures where it is narrow,

@@ -1,17 +1,16 @@
 #include "host/show/WallpaperShow.hpp"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "platform/Foundation/NSNotificationCenter.hpp"
 #include "platform/UIKit/UIApplication.hpp"
+#include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {
 
 namespace {
-
-constexpr auto kScans = "qr";
-constexpr auto kCamera = "cameraPosition";
 
 void enterBackground() {
   NSNotificationCenter::defaultCenter().postNotificationName(UIApplicationDidEnterBackgroundNotification);
@@ -25,31 +24,62 @@ void enterForeground() {
 
 }  // namespace
 
-std::unique_ptr<WallpaperShow> WallpaperShow::make(const WallpaperClass& wallpaperClass,
+std::unique_ptr<WallpaperShow> WallpaperShow::make(std::shared_ptr<const WallpaperBundle> bundle,
                                                    const ShowOptions& options, CGSize size,
-                                                   std::shared_ptr<const CameraActivity> cameras) {
-  auto wallpaper = wallpaperClass.initWithFrame({{0, 0}, size});
-  if (!wallpaper) {
-    return nullptr;
-  }
-  std::unique_ptr<WallpaperShow> show(new WallpaperShow(wallpaperClass.presetWallpaperOptions(),
-                                                        std::move(wallpaper), size, std::move(cameras)));
-  show->change({options.preset.value_or(1), options.scans, options.camera});
-  return show;
+                                                   std::shared_ptr<const CameraActivity> cameras,
+                                                   std::string* error) {
+  std::unique_ptr<WallpaperShow> show(new WallpaperShow(size, std::move(cameras)));
+  *error = show->replace(std::move(bundle), options);
+  return error->empty() ? std::move(show) : nullptr;
 }
 
-WallpaperShow::WallpaperShow(std::vector<NSDictionary> presets, std::shared_ptr<Wallpaper> wallpaper,
-                             CGSize size, std::shared_ptr<const CameraActivity> cameras)
-    : presets_(std::move(presets)),
-      wallpaper_(std::move(wallpaper)),
-      size_(size),
+WallpaperShow::WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> cameras)
+    : size_(size),
+      stage_(UIView::initWithFrame({{0, 0}, size})),
       cameras_(std::move(cameras)),
       presence_({[this](bool animating) { wallpaper_->setAnimating(animating); }, enterBackground,
                  enterForeground}) {}
 
-WallpaperShow::~WallpaperShow() { wallpaper_->setAnimating(false); }
+WallpaperShow::~WallpaperShow() { stop(); }
 
-LaidOutView WallpaperShow::view() const { return {wallpaper_->view(), size_}; }
+std::string WallpaperShow::replace(std::shared_ptr<const WallpaperBundle> bundle,
+                                   const ShowOptions& options) {
+  std::string error = whyImpossible(options, *bundle);
+  auto wallpaper = error.empty() ? bundle->build(size_, &error) : nullptr;
+  if (!wallpaper) {
+    return error;
+  }
+  stop();
+  start(std::move(bundle), std::move(wallpaper), options);
+  return "";
+}
+
+void WallpaperShow::start(std::shared_ptr<const WallpaperBundle> bundle, std::shared_ptr<Wallpaper> wallpaper,
+                          const ShowOptions& options) {
+  bundle_ = std::move(bundle);
+  wallpaper_ = std::move(wallpaper);
+  frames_ = {};
+  wallpaper_->setWallpaperVariant(variant_);
+  apply({options.preset.value_or(1), options.scans, options.camera});
+  stage_->addSubview(wallpaper_->view());
+  if (presence_.isAnimating()) {
+    wallpaper_->setAnimating(true);
+  }
+  // Has the surface draw even where the new wallpaper's pictures were all there before.
+  stage_->layer()->setContents(nullptr);
+}
+
+void WallpaperShow::stop() {
+  if (!wallpaper_) {
+    return;
+  }
+  wallpaper_->setAnimating(false);
+  wallpaper_->view()->removeFromSuperview();
+  wallpaper_.reset();
+  if (auto& alerts = drivers().alerts) {
+    alerts->cancelAll();
+  }
+}
 
 void WallpaperShow::frameShown() {
   const auto pictures = placedPictures(view(), size_);
@@ -62,46 +92,68 @@ void WallpaperShow::frameShown() {
 }
 
 WallpaperStatus WallpaperShow::status() const {
-  return {.preset = preset_,
-          .scanning = boolValue(options_.objectForKey(kScans)),
-          .animating = presence_.isAnimating(),
-          .visible = presence_.isVisible(),
-          .paused = presence_.isPaused(),
-          .inForeground = presence_.isInForeground(),
-          .camera = cameras_->open(),
-          .frames = frames_};
+  const bool readsCodes = bundle_->understands(kScansCodesKey);
+  return {
+      .preset = preset_,
+      .scanning = readsCodes ? std::optional(boolValue(options_.objectForKey(kScansCodesKey))) : std::nullopt,
+      .animating = presence_.isAnimating(),
+      .visible = presence_.isVisible(),
+      .paused = presence_.isPaused(),
+      .inForeground = presence_.isInForeground(),
+      .camera = cameras_->open(),
+      .frames = frames_};
 }
 
-void WallpaperShow::change(const ShowOptions& changes) {
-  options_.setObject(cameraInUse(), kCamera);
+std::string WallpaperShow::change(const ShowOptions& changes) {
+  auto error = whyImpossible(changes, *bundle_);
+  if (error.empty()) {
+    apply(changes);
+  }
+  return error;
+}
+
+void WallpaperShow::apply(const ShowOptions& changes) {
+  if (bundle_->understands(kCameraPositionKey)) {
+    options_.setObject(cameraInUse(), kCameraPositionKey);
+  }
   if (changes.preset) {
     preset_ = *changes.preset;
-    options_ = presets_.at(static_cast<std::size_t>(preset_ - 1));
+    options_ = bundle_->preset(preset_).options;
   }
   if (changes.scans) {
-    options_.setObject(*changes.scans, kScans);
+    options_.setObject(*changes.scans, kScansCodesKey);
   }
   if (changes.camera) {
-    options_.setObject(*changes.camera, kCamera);
+    options_.setObject(*changes.camera, kCameraPositionKey);
   }
   openingsBefore_ = cameras_->openings();
   wallpaper_->setWallpaperOptions(options_);
 }
 
-void WallpaperShow::swapCameras() { change({.camera = cameraInUse() == "front" ? "back" : "front"}); }
+std::string WallpaperShow::swapCameras() {
+  const bool front = std::string_view(cameraInUse()) == kCameraPositionFront;
+  return change({.camera = front ? kCameraPositionBack : kCameraPositionFront});
+}
 
-/// A shake may have changed cameras since the options were set; while paused, no camera has followed them.
-std::string WallpaperShow::cameraInUse() const {
+void WallpaperShow::setVariant(long variant) {
+  variant_ = variant;
+  wallpaper_->setWallpaperVariant(variant);
+}
+
+/// The wallpaper may have switched cameras by itself since its options were set. While it is paused no camera
+/// is opened, and the options alone say which one comes next.
+const char* WallpaperShow::cameraInUse() const {
   const bool opened = cameras_->openings() != openingsBefore_;
   switch (opened ? cameras_->lastPosition() : AVCaptureDevicePosition::Unspecified) {
     case AVCaptureDevicePosition::Front:
-      return "front";
+      return kCameraPositionFront;
     case AVCaptureDevicePosition::Back:
-      return "back";
+      return kCameraPositionBack;
     case AVCaptureDevicePosition::Unspecified:
       break;
   }
-  return isEqualToString(options_.objectForKey(kCamera), "front") ? "front" : "back";
+  const bool front = isEqualToString(options_.objectForKey(kCameraPositionKey), kCameraPositionFront);
+  return front ? kCameraPositionFront : kCameraPositionBack;
 }
 
 }  // namespace nivlo

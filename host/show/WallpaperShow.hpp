@@ -1,71 +1,84 @@
-// The wallpaper that is being shown, and what can be asked of it.
+// The wallpaper that is shown, and what can be asked of it.
 #pragma once
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "host/bundle/WallpaperBundle.hpp"
 #include "host/render/ViewLayout.hpp"
 #include "host/show/CameraActivity.hpp"
 #include "host/show/FrameStatistics.hpp"
 #include "host/show/Presence.hpp"
+#include "host/show/ShowOptions.hpp"
 #include "platform/HostContract/WallpaperClass.hpp"
+#include "platform/HostContract/WallpaperOptionKeys.hpp"
 
 namespace nivlo {
 
-/// What a wallpaper shows: one of its presets, and what differs from it.
-struct ShowOptions {
-  std::optional<int> preset;          ///< counted from 1; the first one at the beginning, then what stands
-  std::optional<bool> scans;          ///< overrides the preset
-  std::optional<std::string> camera;  ///< "back" or "front", overrides the preset
-};
-
 struct WallpaperStatus {
-  int preset = 1;  ///< chosen last
-  bool scanning = false;
+  int preset = 1;                ///< the one chosen last, counted from 1
+  std::optional<bool> scanning;  ///< nothing where the wallpaper does not read codes
   bool animating = false;
   bool visible = true;
-  bool paused = false;               ///< by the person
+  bool paused = false;               ///< by the user
   bool inForeground = true;          ///< the session is neither locked nor asleep nor another user's
   std::optional<CameraInfo> camera;  ///< the open one
-  FrameStatistics frames;
+  FrameStatistics frames;            ///< of the wallpaper that is shown now
 };
 
-/// Owns the wallpaper and follows Presence. Main thread only.
+/// Owns the shown wallpaper, which another one can replace, and animates it as Presence says. Main thread
+/// only.
 class WallpaperShow {
  public:
-  /// Null when the wallpaper cannot be built for this size. The preset must exist.
-  static std::unique_ptr<WallpaperShow> make(const WallpaperClass& wallpaperClass, const ShowOptions& options,
-                                             CGSize size, std::shared_ptr<const CameraActivity> cameras);
+  /// Returns null, with a sentence for users in `*error`, when the wallpaper cannot be built for this size
+  /// (in pixels) or does not understand the options. `cameras` follows the cameras that the wallpaper opens.
+  static std::unique_ptr<WallpaperShow> make(std::shared_ptr<const WallpaperBundle> bundle,
+                                             const ShowOptions& options, CGSize size,
+                                             std::shared_ptr<const CameraActivity> cameras,
+                                             std::string* error);
   ~WallpaperShow();
   WallpaperShow(const WallpaperShow&) = delete;
   WallpaperShow& operator=(const WallpaperShow&) = delete;
 
-  LaidOutView view() const;
+  /// The view to show. It stays the same when another wallpaper replaces the shown one.
+  LaidOutView view() const { return {stage_, size_}; }
   Presence& presence() { return presence_; }
+  const WallpaperBundle& bundle() const { return *bundle_; }
   WallpaperStatus status() const;
-  /// The surface has just shown the view's newest picture.
+  /// Must be called when the surface has shown the view's newest picture.
   void frameShown();
 
-  int presetCount() const { return static_cast<int>(presets_.size()); }
-  /// What is absent stays as it is. The preset must exist.
-  void change(const ShowOptions& changes);
-  /// Asks for the camera on the other side of the one that was opened last.
-  void swapCameras();
+  /// Applies the options. Returns why they are impossible, as a sentence for users; empty on success. Nothing
+  /// has changed in the first case.
+  std::string change(const ShowOptions& changes);
+  /// Asks for the camera that faces the other way than the one opened last. Returns what `change` returns.
+  std::string swapCameras();
+  /// Tells the wallpaper, and those that replace it, kWallpaperVariantLight (which it starts with) or
+  /// kWallpaperVariantDark.
+  void setVariant(long variant);
+  /// Shows another wallpaper instead. The old one stops and lets go of its camera before the new one
+  /// animates, and its dialogs close. Returns why that is impossible, as a sentence for users, in which case
+  /// the old wallpaper stays; empty on success.
+  std::string replace(std::shared_ptr<const WallpaperBundle> bundle, const ShowOptions& options);
 
  private:
-  WallpaperShow(std::vector<NSDictionary> presets, std::shared_ptr<Wallpaper> wallpaper, CGSize size,
-                std::shared_ptr<const CameraActivity> cameras);
-  std::string cameraInUse() const;
+  WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> cameras);
+  void start(std::shared_ptr<const WallpaperBundle> bundle, std::shared_ptr<Wallpaper> wallpaper,
+             const ShowOptions& options);
+  void stop();
+  void apply(const ShowOptions& changes);
+  const char* cameraInUse() const;
 
-  std::vector<NSDictionary> presets_;
+  const CGSize size_;
+  const std::shared_ptr<UIView> stage_;  // holds the wallpaper's view
+  const std::shared_ptr<const CameraActivity> cameras_;
+  std::shared_ptr<const WallpaperBundle> bundle_;
   std::shared_ptr<Wallpaper> wallpaper_;
-  CGSize size_;
-  std::shared_ptr<const CameraActivity> cameras_;
-  unsigned openingsBefore_ = 0;  // the options were set
+  unsigned openingsBefore_ = 0;  // cameras opened before the options were last set
   int preset_ = 1;
   NSDictionary options_;
+  long variant_ = kWallpaperVariantLight;
   FrameStatistics frames_;
   Presence presence_;
 };

@@ -63,6 +63,14 @@ std::string cameraInWords(const Json& status) {
                                           : "off while the wallpaper is not shown";
 }
 
+std::string scanningInWords(const Json& status) {
+  const auto scanning = status.find("scanning");
+  if (scanning == status.end()) {
+    return "this wallpaper does not read codes";
+  }
+  return scanning->get<bool>() ? "on" : "off";
+}
+
 }  // namespace
 
 std::string statusAsJson(GVariant* status) {
@@ -74,15 +82,15 @@ std::string statusAsJson(GVariant* status) {
 std::string statusInWords(GVariant* status) {
   const auto values = objectFrom(status);
   return fmt::format(
+      "wallpaper  {}, {}\n"
       "preset     {} of {}\n"
       "camera     {}\n"
       "scanning   {}\n"
-      "wallpaper  {}\n"
       "pictures   {}, {:.1f} ms behind the camera (95 % within {:.1f})\n"
       "process    {}",
-      values.value("preset", 0), values.value("presets", 0), cameraInWords(values),
-      values.value("scanning", false) ? "on" : "off",
-      values.value("animating", false) ? "shown" : whyNotShown(values), values.value("frames", 0),
+      visibleText(values.value("wallpaper", "")),
+      values.value("animating", false) ? "shown" : whyNotShown(values), values.value("preset", 0),
+      values.value("presets", 0), cameraInWords(values), scanningInWords(values), values.value("frames", 0),
       values.value("ageMedian", 0.0), values.value("age95", 0.0), values.value("process", 0));
 }
 

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
+#include "tests/host/program/TestBundle.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 #include "tests/support/pictures/PictureFile.hpp"
 
@@ -42,7 +43,7 @@ TEST(ProgramTest, WhatCannotBeUsedIsNamedWithTheCause) {
   EXPECT_THAT(decreasing.output(), HasSubstr("script:3:"));
   Nivlo noPreset({"--source", "back=demo", "--preset", "5"});
   EXPECT_THAT(noPreset.waitForExit(), Eq(1));
-  EXPECT_THAT(noPreset.output(), HasSubstr("from 1 to 4"));
+  EXPECT_THAT(noPreset.output(), HasSubstr("Nivlo has 4 presets; there is no preset 5"));
   Nivlo missing({"--source", "back=file:" + (directory.path() / "none.png").string()});
   EXPECT_THAT(missing.waitForExit(), Eq(1));
   EXPECT_THAT(missing.output(), HasSubstr("none.png"));
@@ -55,24 +56,18 @@ TEST(ProgramTest, WhatCannotBeUsedIsNamedWithTheCause) {
 TEST(ProgramTest, ABundleThatDoesNotFitIsRefusedWithTheReason) {
   const TemporaryDirectory directory;
   const auto refused = [&](const std::string& className, const std::string& executable) {
-    const auto bundle = directory.path() / "Test.bundle";
-    std::filesystem::create_directories(bundle);
-    std::filesystem::copy_file(NIVLO_WRONG_BUNDLES, bundle / "wrong.so",
-                               std::filesystem::copy_options::overwrite_existing);
-    directory.write(bundle / "Info.plist", "<plist><dict><key>NSPrincipalClass</key><string>" + className +
-                                               "</string><key>CFBundleExecutable</key><string>" + executable +
-                                               "</string></dict></plist>");
+    const auto bundle = writeBundle(directory.path(), "Test", className, NIVLO_WRONG_BUNDLES, executable);
     Nivlo program({"presets", "--bundle", bundle.string()});
     EXPECT_THAT(program.waitForExit(), Eq(1));
     return program.output();
   };
-  EXPECT_THAT(refused("Older", "wrong.so"), HasSubstr("was built for version 1"));
-  EXPECT_THAT(refused("Stranger", "wrong.so"), HasSubstr("no wallpaper class"));
-  EXPECT_THAT(refused("Alias", "wrong.so"), HasSubstr("exports Other"));
-  EXPECT_THAT(refused("Missing", "wrong.so"), HasSubstr("holds no class Missing"));
+  EXPECT_THAT(refused("Older", "test.so"), HasSubstr("was built for version 1"));
+  EXPECT_THAT(refused("Stranger", "test.so"), HasSubstr("not a wallpaper class"));
+  EXPECT_THAT(refused("Alias", "test.so"), HasSubstr("exports Other"));
+  EXPECT_THAT(refused("Missing", "test.so"), HasSubstr("holds no class Missing"));
   EXPECT_THAT(refused("Older", "none.so"), HasSubstr("none.so"));
-  EXPECT_THAT(refused("Older", "../wrong.so"), HasSubstr("CFBundleExecutable"));
-  EXPECT_THAT(refused("", "wrong.so"), HasSubstr("NSPrincipalClass"));
+  EXPECT_THAT(refused("Older", "../test.so"), HasSubstr("CFBundleExecutable"));
+  EXPECT_THAT(refused("", "test.so"), HasSubstr("NSPrincipalClass"));
   Nivlo none({"presets", "--bundle", (directory.path() / "None.bundle").string()});
   EXPECT_THAT(none.waitForExit(), Eq(1));
   EXPECT_THAT(none.output(), HasSubstr("Info.plist"));

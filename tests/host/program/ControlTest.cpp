@@ -53,7 +53,7 @@ TEST_F(ControlTest, EachCommandTakesEffectOnTheStatusAndTheCamera) {
   EXPECT_EQ(status()["scanning"], false);
   run({"ctl", "swap"}, 0);
   EXPECT_EQ(status()["camera"]["position"], "back");
-  EXPECT_THAT(run({"ctl", "preset", "7"}, 1), HasSubstr("from 1 to 4"));
+  EXPECT_THAT(run({"ctl", "preset", "7"}, 1), HasSubstr("Nivlo has 4 presets"));
   outputOf({"gdbus", "call", "--session", "--dest=org.nivlo.Wallpaper", "--object-path=/org/nivlo/Wallpaper",
             "--method=org.gtk.Actions.Activate", "scanning", "[]", "{}"},
            session());

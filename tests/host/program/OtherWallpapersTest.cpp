@@ -1,0 +1,75 @@
+// The program with wallpapers that are not its own.
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/host/program/Nivlo.hpp"
+#include "tests/host/program/TestBundle.hpp"
+#include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/pictures/PictureFile.hpp"
+
+namespace nivlo::test {
+
+namespace {
+
+using testing::AllOf;
+using testing::Eq;
+using testing::HasSubstr;
+using Words = std::vector<std::string>;
+
+class OtherWallpapersTest : public testing::Test {
+ protected:
+  std::string bundle(const std::string& className) {
+    return writeBundle(directory_.path(), className, className, NIVLO_TEST_WALLPAPERS).string();
+  }
+  /// Runs it to its end with this status and returns all that it wrote.
+  static std::string run(const Words& arguments, int status) {
+    Nivlo program(arguments);
+    EXPECT_THAT(program.waitForExit(), Eq(status)) << program.output();
+    return program.output();
+  }
+
+  TemporaryDirectory directory_;
+};
+
+TEST_F(OtherWallpapersTest, AWallpaperSpeaksForItselfAndIsNotAskedForWhatItDoesNotHave) {
+  const auto paint = bundle("Paint");
+  EXPECT_EQ(run({"presets", "--bundle", paint}, 0), "1  all red\n2  all blue\n");
+  EXPECT_EQ(nlohmann::json::parse(run({"presets", "--json", "--bundle", paint + "/"}, 0), nullptr, false),
+            nlohmann::json::parse(R"([{"preset": 1, "blue": false, "description": "all red"},
+                                      {"preset": 2, "blue": true, "description": "all blue"}])"));
+  EXPECT_THAT(run({"--bundle", paint, "--preset", "3"}, 1),
+              AllOf(HasSubstr("Paint has 2 presets; there is no preset 3"), HasSubstr("--bundle " + paint)));
+  EXPECT_THAT(run({"--bundle", paint, "--qr", "on"}, 1), HasSubstr("Paint does not read codes"));
+  EXPECT_THAT(run({"--bundle", paint, "--camera", "front"}, 1), HasSubstr("Paint has no camera to choose"));
+  EXPECT_THAT(run({"chime", "--bundle", paint}, 1), HasSubstr("Paint has no chime"));
+}
+
+TEST_F(OtherWallpapersTest, AWallpaperThatDrawsItsOwnPicturesIsShown) {
+  const auto snapshot = directory_.path() / "wall.png";
+  run({"--bundle", bundle("Paint"), "--preset", "2", "--surface", "offscreen", "--size", "64x48", "--frames",
+       "1", "--snapshot", snapshot.string()},
+      0);
+  const auto picture = readPicture(snapshot);
+  EXPECT_TRUE(isNear(picture.at(32, 24), {0, 0, 255}));
+}
+
+TEST_F(OtherWallpapersTest, FaultsOfAWallpaperAreToldAndContained) {
+  const Words once{"--seconds", "0.2", "--surface", "offscreen", "--bundle"};
+  const auto show = [&](const char* className, int status) {
+    auto arguments = once;
+    arguments.push_back(bundle(className));
+    return run(arguments, status);
+  };
+  EXPECT_THAT(show("Viewless", 1), AllOf(HasSubstr("Viewless cannot be shown"), HasSubstr("has no view")));
+  EXPECT_THAT(show("Unbuildable", 1), HasSubstr("initWithFrame returns nothing"));
+  EXPECT_THAT(show("Throwing", 1), HasSubstr("initWithFrame throws: not today"));
+  EXPECT_THAT(show("Unaskable", 1), HasSubstr("presetWallpaperOptions throws: no presets today"));
+  EXPECT_THAT(show("Plain", 0), AllOf(HasSubstr("setWallpaperOptions throws: no options please"),
+                                      HasSubstr("setWallpaperVariant throws: an exception without a message"),
+                                      HasSubstr(R"(setAnimating throws: no animation\x1b[2J please)")));
+  EXPECT_EQ(run({"presets", "--bundle", bundle("Plain")}, 0), "1  preset 1\n");
+}
+
+}  // namespace
+
+}  // namespace nivlo::test
