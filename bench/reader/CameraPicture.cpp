@@ -1,6 +1,7 @@
 #include "bench/reader/CameraPicture.hpp"
 
 #include <algorithm>
+#include <cstdint>
 
 #include <libyuv/scale.h>
 

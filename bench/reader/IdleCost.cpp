@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <ctime>
 #include <fstream>
 #include <future>
-#include <memory>
 #include <optional>
 #include <random>
 #include <stdexcept>
@@ -17,7 +17,9 @@
 #include "bench/reader/CameraPicture.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/codes/pace/ScenePace.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
 #include "linux/codes/process/ProcessCodeReader.hpp"
+#include "platform/drivers/VideoFrame.hpp"
 
 namespace nivlo::bench {
 

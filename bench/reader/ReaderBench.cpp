@@ -68,7 +68,7 @@ void printCost(const char* what, const std::vector<test::Photo>& photos) {
     row("look", cost.looks);
     row("library call", cost.libraryCalls);
     if (cost.libraryCrashes > 0) {
-      fmt::print("{:<27}{} library calls ended their process\n", "", cost.libraryCrashes);
+      fmt::print("{:<27}{} library calls crashed their process\n", "", cost.libraryCrashes);
     }
   }
 }

@@ -17,6 +17,8 @@
 #include <fmt/format.h>
 
 #include "linux/camera/ImageFile.hpp"
+#include "platform/drivers/CodeReaderDriver.hpp"
+#include "platform/drivers/VideoFrame.hpp"
 #include "tests/support/ChildProcess.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 #include "tests/support/codes/ZXingCodeReader.hpp"

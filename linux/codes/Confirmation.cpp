@@ -1,6 +1,7 @@
 #include "linux/codes/Confirmation.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 #include "platform/AVFoundation/AVMetadataObject.hpp"

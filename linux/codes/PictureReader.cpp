@@ -1,6 +1,7 @@
 #include "linux/codes/PictureReader.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <utility>
 

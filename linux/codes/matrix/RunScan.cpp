@@ -1,6 +1,7 @@
 #include "linux/codes/matrix/RunScan.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "linux/codes/picture/LocalThreshold.hpp"

@@ -1,6 +1,7 @@
 #include "linux/codes/picture/LocalThreshold.hpp"
 
 #include <algorithm>
+#include <cstdint>
 
 #include <libyuv/scale.h>
 

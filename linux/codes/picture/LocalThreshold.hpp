@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "linux/codes/picture/LumaPicture.hpp"
+#include "platform/CoreGraphics/CGGeometry.hpp"
 
 namespace nivlo {
 

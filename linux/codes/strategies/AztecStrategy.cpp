@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <iterator>
+#include <optional>
 #include <span>
 
 #include <fmt/format.h>

@@ -1,7 +1,6 @@
 #include "linux/codes/strategies/BarsStrategy.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include <libyuv/scale.h>

@@ -1,6 +1,7 @@
 #include "linux/codes/strategies/GridReading.hpp"
 
 #include "linux/codes/picture/LumaPicture.hpp"
+#include "linux/codes/picture/Quad.hpp"
 
 namespace nivlo {
 

@@ -6,6 +6,8 @@
 
 #include <libyuv/scale.h>
 
+#include "linux/codes/picture/Quad.hpp"
+
 namespace nivlo {
 
 namespace {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 #include <string>
 #include <vector>
@@ -7,7 +8,11 @@
 #include <gmock/gmock.h>
 #include <zint.h>
 
+#include "linux/codes/decoders/Decoder.hpp"
+#include "linux/codes/decoders/Reading.hpp"
 #include "linux/codes/decoders/ZXingDecoder.hpp"
+#include "linux/codes/picture/LumaPicture.hpp"
+#include "linux/codes/picture/Quad.hpp"
 #include "linux/codes/strategies/AztecStrategy.hpp"
 #include "linux/codes/strategies/PictureFeatures.hpp"
 #include "linux/codes/strategies/QRGridStrategy.hpp"

@@ -1,9 +1,9 @@
 #include "tests/linux/codes/CodePictures.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <stdexcept>
-#include <string>
 #include <utility>
 
 #include <zint.h>

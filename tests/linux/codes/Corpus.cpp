@@ -1,5 +1,6 @@
 #include "tests/linux/codes/Corpus.hpp"
 
+#include <cstddef>
 #include <fstream>
 #include <sstream>
 

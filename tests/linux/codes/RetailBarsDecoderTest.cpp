@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <random>
 #include <string>
 #include <tuple>
@@ -8,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <zint.h>
 
+#include "linux/codes/decoders/Reading.hpp"
 #include "linux/codes/retail/RetailBarsDecoder.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 

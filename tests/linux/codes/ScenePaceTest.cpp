@@ -1,6 +1,8 @@
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>

@@ -1,5 +1,6 @@
 #include <climits>
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
