@@ -8,9 +8,9 @@
 
 namespace nivlo {
 
-/// Calls the handler on the main thread after any layer of the view's tree has got a new picture; pictures
-/// that come faster than the main thread gets round to them share one call. A view has one clock at a time.
-/// Main thread only.
+/// Calls the handler on the main thread after any layer of the view's tree has got a new picture, and once
+/// for the pictures that are there already, but never from the constructor. Pictures that come faster than
+/// the main thread gets round to them share one call. A view has one clock at a time. Main thread only.
 class FrameClock {
  public:
   FrameClock(const UIView& view, std::function<void()> onPicture);

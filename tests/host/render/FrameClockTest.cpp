@@ -61,6 +61,17 @@ TEST_F(FrameClockTest, LayersAddedLaterTickWithAllTheirSublayersUntilTheyAreRemo
   EXPECT_EQ(ticks(), 0);
 }
 
+TEST_F(FrameClockTest, PicturesThatWereThereFirstTickOnce) {
+  const auto inner = std::make_shared<CALayer>();
+  view->layer()->addSublayer(inner);
+  view->layer()->setContents(anyPicture());
+  inner->setContents(anyPicture());
+  ticks();
+  clock.emplace(*view, [this] { ++ticks_; });
+  EXPECT_EQ(ticks_, 0) << "the clock ticked before its owner was ready";
+  EXPECT_EQ(ticks(), 1) << "a wallpaper that sets one picture for good would never be shown";
+}
+
 TEST_F(FrameClockTest, AClockThatIsGoneDoesNotTickForPicturesOnTheirWay) {
   view->layer()->setContents(anyPicture());
   clock.reset();
