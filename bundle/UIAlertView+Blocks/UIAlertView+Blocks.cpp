@@ -7,7 +7,7 @@ namespace nivlo {
 
 namespace {
 
-// Each key's value is its own address, so that no two slots share one.
+// The value of each key is its own address, so no two keys are equal.
 const void* const UIAlertViewTapBlockKey = &UIAlertViewTapBlockKey;
 const void* const UIAlertViewWillDismissBlockKey = &UIAlertViewWillDismissBlockKey;
 const void* const UIAlertViewDidDismissBlockKey = &UIAlertViewDidDismissBlockKey;
@@ -25,12 +25,12 @@ Value attached(const UIAlertView& alert, const void* key) {
   return held ? std::move(*held) : Value();
 }
 
-/// Weak, so that a delegate that has gone is skipped.
+/// The delegate from before the first closure; null when it is gone.
 std::shared_ptr<UIAlertViewDelegate> originalDelegate(const UIAlertView& alert) {
   return attached<std::weak_ptr<UIAlertViewDelegate>>(alert, UIAlertViewOriginalDelegateKey).lock();
 }
 
-/// Closure first, earlier delegate second, each with the same arguments.
+/// Calls the closure, and then the earlier delegate, with the same arguments.
 template <typename Block, typename Notification, typename... Arguments>
 void notify(UIAlertView& alert, const void* key, Notification notification, Arguments... arguments) {
   if (const auto block = attached<Block>(alert, key)) {
@@ -41,6 +41,7 @@ void notify(UIAlertView& alert, const void* key, Notification notification, Argu
   }
 }
 
+/// What an alert does when it is its own delegate.
 class Blocks : public UIAlertViewDelegate {
  public:
   void willPresentAlertView(UIAlertView& alert) override {

@@ -1,7 +1,8 @@
-// Closures for what happens to an alert.
+// Closures that are called for what happens to an alert.
 //
-// An alert with a closure is its own delegate; the delegate that it had before is told everything too, after
-// the closure. All of this is for the main thread, except that a closure may be read or stored on any.
+// Storing a closure, even a null one, makes the alert its own delegate. The delegate that it had before is
+// still told everything, after the closure. It is not kept alive. Main thread only, except that closures may
+// be read on any thread.
 #pragma once
 
 #include <functional>
@@ -13,44 +14,54 @@
 
 namespace nivlo {
 
+/// Is called for a notification without a button.
 using UIAlertViewBlock = std::function<void(UIAlertView&)>;
+/// Is called for a notification about a button.
 using UIAlertViewCompletionBlock = std::function<void(UIAlertView&, long buttonIndex)>;
+/// Answers a question about the alert.
 using UIAlertViewQueryBlock = std::function<bool(UIAlertView&)>;
 
-/// Builds an alert and shows it. The cancel button, where there is one, has index 0; the others follow in
-/// order. Without a tap closure the alert has no delegate at all.
+/// Makes an alert and shows it. The cancel button, if there is one, has index 0, and the others follow in
+/// order. `tapBlock` may be null.
 void showWithTitle(const UIAlertView::Text& title, const UIAlertView::Text& message, UIAlertViewStyle style,
                    const UIAlertView::Text& cancelButtonTitle,
                    const std::vector<std::string>& otherButtonTitles,
                    const UIAlertViewCompletionBlock& tapBlock);
 
-/// The same in the default style.
+/// The same with the default style.
 void showWithTitle(const UIAlertView::Text& title, const UIAlertView::Text& message,
                    const UIAlertView::Text& cancelButtonTitle,
                    const std::vector<std::string>& otherButtonTitles,
                    const UIAlertViewCompletionBlock& tapBlock);
 
-/// A button was tapped, the cancel button included.
+// The getters return null while no closure is stored; a null closure removes the one that is stored.
+
+/// Called when a button was tapped, the cancel button included.
 UIAlertViewCompletionBlock tapBlock(const UIAlertView& alert);
 void setTapBlock(UIAlertView& alert, UIAlertViewCompletionBlock block);
 
+/// Called after the tap, before the alert leaves the screen.
 UIAlertViewCompletionBlock willDismissBlock(const UIAlertView& alert);
 void setWillDismissBlock(UIAlertView& alert, UIAlertViewCompletionBlock block);
 
+/// Called when the tapped alert has left the screen.
 UIAlertViewCompletionBlock didDismissBlock(const UIAlertView& alert);
 void setDidDismissBlock(UIAlertView& alert, UIAlertViewCompletionBlock block);
 
+/// Called before the alert appears.
 UIAlertViewBlock willPresentBlock(const UIAlertView& alert);
 void setWillPresentBlock(UIAlertView& alert, UIAlertViewBlock block);
 
+/// Called when the alert has appeared.
 UIAlertViewBlock didPresentBlock(const UIAlertView& alert);
 void setDidPresentBlock(UIAlertView& alert, UIAlertViewBlock block);
 
-/// The system took the alert away; nobody pressed a button.
+/// Called when the system takes the alert away before a button was tapped.
 UIAlertViewBlock cancelBlock(const UIAlertView& alert);
 void setCancelBlock(UIAlertView& alert, UIAlertViewBlock block);
 
-/// Its answer is the one that counts; the earlier delegate is asked only where there is no closure.
+/// Whether the first button other than the cancel button can be pressed. The earlier delegate is asked only
+/// when no closure is stored.
 UIAlertViewQueryBlock shouldEnableFirstOtherButtonBlock(const UIAlertView& alert);
 void setShouldEnableFirstOtherButtonBlock(UIAlertView& alert, UIAlertViewQueryBlock block);
 

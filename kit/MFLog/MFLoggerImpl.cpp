@@ -35,8 +35,8 @@ std::optional<std::tm> localTime(std::time_t time) {
   }
 }
 
-/// The clock moves once a second, and lines come in bursts: each thread keeps the last text. Valid until the
-/// thread's next call.
+/// Each thread keeps the last text, because lines come in bursts and the text changes once a second. The
+/// result is valid until the thread's next call.
 const std::string& dayAndTime(std::time_t time) {
   thread_local std::optional<std::time_t> formatted;
   thread_local std::string text;
@@ -80,7 +80,7 @@ std::filesystem::path sharedDirectory() {
 }  // namespace
 
 std::shared_ptr<MFLoggerImpl> MFLoggerImpl::sharedInstance() {
-  // Never destroyed, so that destructors of other statics can still log.
+  // Never destroyed, so that the destructors of other statics can still log.
   static const auto& instance = *new std::shared_ptr<MFLoggerImpl>(init(sharedDirectory()));
   return instance;
 }
@@ -195,7 +195,8 @@ void MFLoggerImpl::openFile() {
   }
 }
 
-/// Also brings the size up to date with what other programs have written.
+/// Whether the path leads to another file than the open one, or to none. Also learns of what other programs
+/// have appended.
 bool MFLoggerImpl::isFileLost() {
   std::error_code error;
   const auto size = std::filesystem::file_size(logFilePath_, error);
@@ -209,8 +210,8 @@ bool MFLoggerImpl::isFileLost() {
   return size != fileSize_;
 }
 
-/// Looks at the name before every line: whatever was done to the file since, another program's roll above
-/// all, shows there as no file or as one of another size.
+/// Checks the path before every line. Whatever happened to the file since the last one, above all that
+/// another program rolled it, shows there as a missing file or one of another size.
 void MFLoggerImpl::findFile() {
   if (fileHandle_ && !isFileLost()) {
     return;
@@ -229,7 +230,7 @@ void MFLoggerImpl::rollFile() {
   fileHandle_ = nullptr;
   removeBackLogFile();
   std::filesystem::rename(logFilePath_, logFileDirectory_ / "log.txt.bak", ignored);
-  // Emptied, where it could not be moved: the log must not grow without bound.
+  // When it could not be renamed, it is emptied, so that the log does not grow without bound.
   std::ofstream emptied(logFilePath_, std::ios::binary | std::ios::trunc);
   emptied.close();
   openFile();

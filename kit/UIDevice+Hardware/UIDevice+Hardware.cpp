@@ -18,7 +18,7 @@ struct Model {
   float number;
 };
 
-// Revisions of a model share its value and its rank, whatever their own identifiers say.
+// A revision of a model has the model's value and rank, whatever its own identifier says.
 constexpr Model kModels[] = {
     {"iPhone1,1", HardwareIPhone2G, "iPhone 2G", "iPhone 2G", 1.1F},
     {"iPhone1,2", HardwareIPhone3G, "iPhone 3G", "iPhone 3G", 1.2F},

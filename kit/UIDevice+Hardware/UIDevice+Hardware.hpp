@@ -1,4 +1,4 @@
-// What is known about the exact model of the device.
+// The exact model of the device: its names, its rank and its family.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace nivlo {
 
-/// The models. The values are in no order of age or rank; hardwareNumber() ranks them.
+/// The models that are known. Their values say nothing about age or rank; use hardwareNumber() for that.
 enum DeviceHardware : std::int32_t {
   HardwareNotAvailable = 0,
   HardwareIPhone2G = 1,
@@ -51,32 +51,35 @@ enum DeviceHardware : std::int32_t {
   HardwareSimulator = 37,
 };
 
-/// The machine identifier, read afresh: its UTF-8 text up to the first zero byte, and of that at most 99
-/// bytes. A longer one is cut between two characters.
+/// Returns the machine identifier, for example "iPhone4,1", up to its first NUL. Of one that is longer than
+/// 99 bytes, as many whole characters as fit.
 std::string hardwareString(const UIDevice& device);
 
-/// HardwareNotAvailable for a device that is not listed.
+/// Returns the device's model; HardwareNotAvailable when it is not known.
 DeviceHardware hardware(const UIDevice& device);
 
-/// The full name. For a device that is not listed, after a request on the console to report it: the family's
-/// name, or nothing where even that is unknown.
+/// Returns the model's full name. When the model is not known, asks the user in the system log to report it,
+/// and returns the name of its family ("iPhone", "iPod" or "iPad"); absent when that is not known either.
 std::optional<std::string> hardwareDescription(const UIDevice& device);
-/// The short name; as above for a device that is not listed.
+/// Returns the model's short name; like hardwareDescription when the model is not known.
 std::optional<std::string> hardwareSimpleDescription(const UIDevice& device);
 
-/// The model's rank: its identifier's two numbers joined by a decimal point. The simulator ranks 100; no
-/// model, or a value that is none, ranks 200. The device itself does not matter.
+/// Returns the model's rank: the two numbers of its identifier joined by a decimal point, for example 4.1.
+/// The simulator ranks 100. HardwareNotAvailable and values that are not models rank 200, above all models.
+/// The result does not depend on the device.
 float hardwareNumber(const UIDevice& device, DeviceHardware value);
-/// Whether the device ranks as high as the model, or higher.
+/// Whether the device ranks as high as the model, or higher; true for every device that is not known.
 bool isCurrentDeviceHardwareBetterThan(const UIDevice& device, DeviceHardware value);
 
-/// The families, told by how the identifier begins: later models of a family count, listed or not.
+// Whether the device belongs to a family. Only the beginning of its identifier counts, so models of the
+// family that are not known count too.
+
 bool isiPhone4(const UIDevice& device);
 bool isiPhone4S(const UIDevice& device);
 bool isiPhone5_5S_5C(const UIDevice& device);
 bool isiTouch5(const UIDevice& device);
 bool isiPad2_Mini1(const UIDevice& device);
-/// The third iPad and later.
+/// Identifiers that begin with "iPad3" or "iPad4".
 bool isiPadRetina(const UIDevice& device);
 bool isiPad(const UIDevice& device);
 bool isiPhone(const UIDevice& device);

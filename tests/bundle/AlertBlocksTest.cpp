@@ -9,7 +9,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-TEST(AlertBlocks, RunBeforeTheDelegateThatWasThere) {
+TEST(AlertBlocks, RunAfterTheEarlierDelegateOrReplaceIt) {
   FakeMachine machine;
   Strings told;
   const auto block = [&told](const char* what) {
@@ -28,7 +28,8 @@ TEST(AlertBlocks, RunBeforeTheDelegateThatWasThere) {
   setCancelBlock(*alert, block("cancel"));
   setShouldEnableFirstOtherButtonBlock(*alert, [](UIAlertView&) { return true; });
   alert->show();
-  EXPECT_EQ(machine.alerts.shown.at(0).disabledButtonIndex, -1) << "the delegate would disable it";
+  EXPECT_EQ(machine.alerts.shown.at(0).disabledButtonIndex, -1)
+      << "the delegate was asked, which disables it";
   machine.alerts.tapTop(1);
   EXPECT_EQ(told,
             (Strings{"will present", "D will present", "did present", "D did present", "tap 1", "D tap 1",
@@ -42,7 +43,7 @@ TEST(AlertBlocks, RunBeforeTheDelegateThatWasThere) {
   delegate.reset();
   told.clear();
   alert->alertViewClickedButtonAtIndex(*alert, 0);
-  EXPECT_EQ(told, Strings{}) << "a delegate that has gone is skipped";
+  EXPECT_EQ(told, Strings{}) << "a delegate was called that is gone";
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ CGPath closedPath(const std::vector<CGPoint>& corners) {
   return path;
 }
 
-TEST(BarcodeRecord, OutlinesItsCornersInTheirOrder) {
+TEST(BarcodeRecord, OutlinesItsCornersInAnotherOrder) {
   const std::vector<CGPoint> square{{10, 10}, {110, 10}, {110, 110}, {10, 110}};
   EXPECT_EQ(barcode(square)->boundingBoxPath()->CGPath(), closedPath(square));
   const std::vector<CGPoint> bowTie{{0, 0}, {9, 9}, {9, 0}, {0, 9}};
@@ -31,7 +31,7 @@ TEST(BarcodeRecord, OutlinesItsCornersInTheirOrder) {
   EXPECT_EQ(barcode(bowTie)->boundingBoxPath()->CGPath(), closedPath({{0, 0}, {9, 0}, {9, 9}, {0, 9}}));
 }
 
-TEST(BarcodeRecord, IsNotMadeUpWhereThereIsNothingToShow) {
+TEST(BarcodeRecord, IsMadeUpWithoutCornersOrText) {
   EXPECT_FALSE(Barcode::processMetadataObject(nullptr));
   EXPECT_FALSE(barcode({}));
   EXPECT_FALSE(barcode({{1, 1}}, std::nullopt));

@@ -8,7 +8,7 @@ class Cameras : public WallpaperTest {
   std::string current() { return view->captureSession()->inputs().at(0)->device()->uniqueID(); }
 };
 
-TEST_F(Cameras, FollowTheOptionsThatSetTheGateToo) {
+TEST_F(Cameras, IgnoreTheOptionsOrLeaveTheGateAsItWas) {
   view->setWallpaperOptions({{"qr", true}, {"cameraPosition", "front"}});
   EXPECT_TRUE(view->isDetactable());
   EXPECT_EQ(current(), "front");
@@ -24,10 +24,10 @@ TEST_F(Cameras, FollowTheOptionsThatSetTheGateToo) {
   }
 }
 
-TEST_F(Cameras, SwapWhileTheFirstOneStaysNamed) {
+TEST_F(Cameras, AreNotSwappedOrForgetTheFirst) {
   view->setAnimating(true);
   view->setCameraPosition(AVCaptureDevicePosition::Back);
-  EXPECT_EQ(machine.cameras.events, Strings{"open back"}) << "it looks this way already";
+  EXPECT_EQ(machine.cameras.events, Strings{"open back"}) << "opened a camera that was open already";
   for (const auto* camera : {"front", "back", "front"}) {
     view->setIsShaking(true);
     view->swapFrontAndBackCameras();
@@ -44,7 +44,7 @@ TEST_F(Cameras, SwapWhileTheFirstOneStaysNamed) {
   EXPECT_EQ(current(), "front");
 }
 
-TEST_F(Cameras, KeepThePictureWhereThereIsNoOther) {
+TEST_F(Cameras, LoseThePictureWhenThereIsNoOther) {
   machine.cameras.infos.pop_back();
   view->swapFrontAndBackCameras();
   EXPECT_EQ(current(), "back");

@@ -60,7 +60,7 @@ TEST_F(Chime, IsDisposedOfWithoutAShakeOrEndsNoShake) {
   EXPECT_EQ(driver->sounds->at(1).file, std::filesystem::path(NIVLO_BUNDLE "/hourlychimebeg.m4a"));
   driver->end(1);
   EXPECT_TRUE(driver->sounds->empty());
-  EXPECT_TRUE(isAllocated(view->soundFileObject())) << "completion without a shake";
+  EXPECT_TRUE(isAllocated(view->soundFileObject())) << "disposed of the sound without a shake";
   view->playSound3();
   const auto sound = view->soundFileObject();
   view->setIsShaking(true);
@@ -78,7 +78,7 @@ TEST_F(Chime, EndsTheWrongOneOfTwo) {
   EXPECT_EQ(driver->sounds->size(), 2u);
   view->setIsShaking(true);
   driver->end(1);
-  EXPECT_TRUE(driver->sounds->empty()) << "the second, which the view remembers, is disposed of";
+  EXPECT_TRUE(driver->sounds->empty()) << "the sound that the view remembers still plays";
   EXPECT_FALSE(isAllocated(view->soundFileObject()));
   EXPECT_TRUE(isAllocated(first));
 }
@@ -90,7 +90,7 @@ TEST_F(Chime, TouchesAViewThatIsGone) {
   const auto second = view->soundFileObject();
   view->setIsShaking(true);
   view.reset();
-  EXPECT_EQ(driver->sounds->size(), 2u) << "cut short";
+  EXPECT_EQ(driver->sounds->size(), 2u) << "the end of the view cut a sound short";
   driver->end(1);
   driver->end(2);
   EXPECT_TRUE(isAllocated(first) && isAllocated(second));

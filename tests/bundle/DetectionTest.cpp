@@ -5,17 +5,17 @@ namespace {
 
 class Detection : public WallpaperTest {};
 
-TEST_F(Detection, TakesOneReportUntilItsGateIsOpenedAgain) {
+TEST_F(Detection, TakesAReportWhileItsGateIsClosed) {
   report({});
   EXPECT_TRUE(view->isDetactable());
   view->captureOutput(*view->metadataOutput(), {code("org.iso.QRCode", "first")}, {});
   EXPECT_FALSE(view->wantsMetadataObjects());
-  EXPECT_TRUE(view->foundBarcodes().empty()) << "the main queue's work";
+  EXPECT_TRUE(view->foundBarcodes().empty()) << "records were made off the main queue";
   report({code("org.iso.QRCode", "second")});
   EXPECT_EQ(messages(), Strings{"Get a Barcode with content: first"});
 }
 
-TEST_F(Detection, LetsTheLastCodeOfAReportDecide) {
+TEST_F(Detection, LetsAnEarlierCodeOfAReportDecide) {
   report({code("org.gs1.EAN-13", "4006381333931"), code("org.iso.QRCode", "qr")});
   EXPECT_EQ(found(), Strings{"qr"});
   EXPECT_EQ(messages().size(), 1u);
@@ -28,38 +28,39 @@ TEST_F(Detection, LetsTheLastCodeOfAReportDecide) {
   EXPECT_TRUE(view->isDetactable());
 }
 
-TEST_F(Detection, OffersACodeInViewOnceAndDecodesNothingMeanwhile) {
+TEST_F(Detection, OffersACodeInViewTwiceOrDecodesDuringADialog) {
   view->setIsDetactable(false);
   view->setAnimating(true);
   machine.reader.putInView({{"org.iso.QRCode", "seen", {{0, 0}, {64, 0}, {64, 48}, {0, 48}}}});
   ASSERT_TRUE(machine.watchFrames(100));
-  EXPECT_EQ(machine.reader.looks, 0) << "the gate is closed";
+  EXPECT_EQ(machine.reader.looks, 0) << "frames were examined behind a closed gate";
   view->setWallpaperOptions({{"qr", true}});
   ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return !machine.alerts.shown.empty(); }));
   EXPECT_EQ(view->foundBarcodes().at(0)->metadataObject()->bounds(), (CGRect{{0, -12.5}, {300, 225}}))
-      << "in the layer's coordinates";
+      << "not in the layer's coordinates";
   const int looks = machine.reader.looks;
   ASSERT_TRUE(machine.watchFrames(100));
-  EXPECT_EQ(machine.reader.looks, looks) << "a dialog is up";
+  EXPECT_EQ(machine.reader.looks, looks) << "frames were examined during a dialog";
   machine.alerts.tapTop(0);
   ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return machine.reader.looks >= looks + 3; }));
-  EXPECT_TRUE(machine.alerts.shown.empty()) << "it has not left the view";
+  EXPECT_TRUE(machine.alerts.shown.empty()) << "a code that stayed in view was offered again";
   EXPECT_TRUE(view->isDetactable());
 }
 
 class Dialogs : public WallpaperTest {
  protected:
-  /// Offers the text and taps; true when the gate was shut before the tap and open after it.
+  /// Reports a code with this text and taps a button of the dialog. Returns whether the gate was closed
+  /// before the tap and open after it.
   bool scanAndTap(const std::string& text, long button) {
     view->setIsDetactable(true);
     report({code("org.iso.QRCode", text)});
-    const bool shut = !view->isDetactable();
+    const bool closed = !view->isDetactable();
     machine.alerts.tapTop(button);
-    return shut && view->isDetactable();
+    return closed && view->isDetactable();
   }
 };
 
-TEST_F(Dialogs, OfferToOpenALinkExactlyAsItIs) {
+TEST_F(Dialogs, ChangeALinkOrOpenItUnasked) {
   const std::string link = "HTTP://example.org/%41?q=1#x";
   report({code("org.iso.QRCode", link)});
   const auto& alert = machine.alerts.shown.at(0);
@@ -71,7 +72,7 @@ TEST_F(Dialogs, OfferToOpenALinkExactlyAsItIs) {
   bool openWhenAsked = false;
   machine.urls.onAsked = [&] { openWhenAsked = view->isDetactable(); };
   EXPECT_TRUE(scanAndTap(link, 1));
-  EXPECT_TRUE(openWhenAsked) << "the gate opens first";
+  EXPECT_TRUE(openWhenAsked) << "the action ran before the gate was opened";
   machine.urls.canOpen = false;
   EXPECT_TRUE(scanAndTap(link, 1));
   EXPECT_TRUE(scanAndTap("http://not a link", 1));
@@ -82,7 +83,7 @@ TEST_F(Dialogs, OfferToOpenALinkExactlyAsItIs) {
   EXPECT_TRUE(machine.pasteboard.texts.empty());
 }
 
-TEST_F(Dialogs, CopyAnyOtherTextExactlyAndSaySo) {
+TEST_F(Dialogs, ChangeACopiedTextOrDoNotConfirmIt) {
   using namespace std::string_literals;
   const auto text = "mailto:ä\0<b>%d"s;
   report({code("org.gs1.EAN-13", text)});
@@ -91,16 +92,16 @@ TEST_F(Dialogs, CopyAnyOtherTextExactlyAndSaySo) {
   machine.alerts.tapTop(1);
   EXPECT_TRUE(view->isDetactable());
   EXPECT_EQ(machine.pasteboard.texts, Strings{text});
-  const auto& thanks = machine.alerts.shown.at(0);
-  EXPECT_EQ(thanks.title, "Copy Succ");
-  EXPECT_EQ(thanks.message, "Please feel free to paste to anywhere you want.");
-  EXPECT_EQ(thanks.buttons, Strings{"I Know"});
+  const auto& confirmation = machine.alerts.shown.at(0);
+  EXPECT_EQ(confirmation.title, "Copy Succ");
+  EXPECT_EQ(confirmation.message, "Please feel free to paste to anywhere you want.");
+  EXPECT_EQ(confirmation.buttons, Strings{"I Know"});
   view->setIsDetactable(false);
   machine.alerts.tapTop(0);
-  EXPECT_FALSE(view->isDetactable()) << "nothing listens to the second alert";
+  EXPECT_FALSE(view->isDetactable()) << "the confirmation opened the gate";
 }
 
-TEST_F(Dialogs, LeaveTheGateShutWhenTheSystemTakesThemAway) {
+TEST_F(Dialogs, OpenTheGateWhenTheSystemTakesThemAway) {
   report({code("org.iso.QRCode", "text")});
   machine.alerts.cancelAll();
   EXPECT_FALSE(view->isDetactable());

@@ -7,7 +7,7 @@ namespace {
 
 class Lifecycle : public WallpaperTest {};
 
-TEST_F(Lifecycle, BeginsAtRestWithThePreviewInItsPlace) {
+TEST_F(Lifecycle, BeginsAnimatedOrWithAMisplacedPreview) {
   EXPECT_TRUE(view->isDetactable());
   EXPECT_FALSE(view->isShakeDetectable() || view->isShaking() || view->running());
   EXPECT_TRUE(view->foundBarcodes().empty());
@@ -23,7 +23,7 @@ TEST_F(Lifecycle, BeginsAtRestWithThePreviewInItsPlace) {
   EXPECT_FALSE(NivloWallpaper::initWithFrame({{NAN, 0}, {5, 5}}));
 }
 
-TEST_F(Lifecycle, StartsAndStopsTheCameraOnceAndAsksForTypesOnceItRuns) {
+TEST_F(Lifecycle, OpensTheCameraTwiceOrScansForNothing) {
   Strings typesAtOpen{"never opened"};
   machine.cameras.onOpen = [&] { typesAtOpen = view->metadataOutput()->metadataObjectTypes(); };
   view->setAnimating(true);
@@ -43,17 +43,17 @@ TEST_F(Lifecycle, StartsAndStopsTheCameraOnceAndAsksForTypesOnceItRuns) {
   EXPECT_EQ(machine.cameras.events, (Strings{"open back", "close back", "open back", "close back"}));
 }
 
-TEST_F(Lifecycle, LeavesASessionAloneThatItDidNotStart) {
+TEST_F(Lifecycle, StopsASessionThatItDidNotStart) {
   view->captureSession()->startRunning();
   view->setAnimating(false);
   post(UIApplicationDidEnterBackgroundNotification);
   EXPECT_TRUE(view->captureSession()->isRunning());
   post(UIApplicationWillEnterForegroundNotification);
   EXPECT_TRUE(view->running());
-  EXPECT_FALSE(view->isShakeDetectable()) << "only the animation switch opens the shake gate";
+  EXPECT_FALSE(view->isShakeDetectable()) << "the foreground opened the shake gate";
 }
 
-TEST_F(Lifecycle, WorksWithoutACameraAndLooksAgainAtEachSetUp) {
+TEST_F(Lifecycle, FailsWithoutACameraOrMissesALaterOne) {
   machine.cameras.infos.clear();
   view = NivloWallpaper::initWithFrame({{0, 0}, {30, 20}});
   EXPECT_EQ(machine.log.lines(), Strings{"No video camera on this device!"});
@@ -73,7 +73,7 @@ TEST_F(Lifecycle, WorksWithoutACameraAndLooksAgainAtEachSetUp) {
   EXPECT_EQ(machine.log.lines().size(), 2u);
 }
 
-TEST_F(Lifecycle, EndsWithAllThatItStartedThoughItsObservationsStay) {
+TEST_F(Lifecycle, LeavesSomethingRunningBehind) {
   view->setAnimating(true);
   const std::weak_ptr<AVCaptureSession> session = view->captureSession();
   view.reset();
@@ -85,7 +85,7 @@ TEST_F(Lifecycle, EndsWithAllThatItStartedThoughItsObservationsStay) {
   EXPECT_EQ(machine.cameras.events.size(), 2u);
 }
 
-TEST_F(Lifecycle, DiesOnTheMainThreadWhereverItsLastReferenceGoes) {
+TEST_F(Lifecycle, EndsOnAnotherThreadThanTheMainOne) {
   view->setAnimating(true);
   std::jthread([last = std::move(view)] {}).join();
   EXPECT_EQ(machine.cameras.events, Strings{"open back"});

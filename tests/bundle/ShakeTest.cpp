@@ -22,7 +22,7 @@ class Shake : public WallpaperTest {
   }
 };
 
-TEST_F(Shake, IsAPullOfMoreThanOneAndAHalfGAlongAnyAxis) {
+TEST_F(Shake, HasAWrongThreshold) {
   EXPECT_DOUBLE_EQ(machine.accelerometer.interval, 0.1);
   constexpr double nan = std::numeric_limits<double>::quiet_NaN();
   struct {
@@ -36,7 +36,7 @@ TEST_F(Shake, IsAPullOfMoreThanOneAndAHalfGAlongAnyAxis) {
   }
 }
 
-TEST_F(Shake, QueuesAReactionEachThatClosingTheGateDoesNotCancel) {
+TEST_F(Shake, MissesAReactionOrLosesItWhenTheGateCloses) {
   for (int i = 0; i < 3; ++i) {
     machine.accelerometer.send(2, 0, 0);
   }
@@ -49,11 +49,11 @@ TEST_F(Shake, QueuesAReactionEachThatClosingTheGateDoesNotCancel) {
   machine.accelerometer.send(2, 0, 0);
   settle();
   view->setIsShaking(true);
-  EXPECT_EQ(swaps(), 0) << "a shake during a shake's effect";
+  EXPECT_EQ(swaps(), 0) << "a second effect began during the first";
   EXPECT_TRUE(view->isShaking());
 }
 
-TEST_F(Shake, SubscribesOnceAndAnErrorEndsItForGood) {
+TEST_F(Shake, SubscribesTwiceOrGoesOnAfterAnError) {
   view->setIsShaking(true);
   view->AddShakeToActive();
   EXPECT_FALSE(view->isShaking() || view->isShakeDetectable());

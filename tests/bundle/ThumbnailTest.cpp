@@ -10,7 +10,7 @@ TEST(Thumbnail, IsMissingFromTheBundle) {
   std::string error;
   const auto bundle = NSBundle::bundleWithPath(NIVLO_BUNDLE, &error);
   ASSERT_TRUE(bundle) << error;
-  EXPECT_FALSE(NivloWallpaper::thumbnailImageForOptions({})) << "no bundle holds the class";
+  EXPECT_FALSE(NivloWallpaper::thumbnailImageForOptions({})) << "found a picture without a bundle";
   NSBundle::registerClass("NivloWallpaper", bundle);
   const auto options = NivloWallpaper::presetWallpaperOptions();
   for (const auto& option : options) {

@@ -14,7 +14,7 @@ using Strings = std::vector<std::string>;
 class WallpaperTest : public testing::Test {
  protected:
   void TearDown() override {
-    // The layer goes with the view itself; a weak reference to the view expires before its destructor runs.
+    // Waits for the layer, because a weak reference to the view expires before the view's destructor has run.
     const auto layer = view ? std::weak_ptr(view->layer()) : std::weak_ptr<CALayer>();
     view.reset();
     machine.alerts.cancelAll();

@@ -7,7 +7,7 @@
 namespace nivlo {
 namespace {
 
-TEST(Alert, TellsItsDelegateInOrderAndOnlyOnce) {
+TEST(Alert, TellsItsDelegateOutOfOrderOrTwice) {
   FakeMachine machine;
   std::vector<std::string> told;
   const auto delegate = std::make_shared<RecordingAlertDelegate>(told, "D");

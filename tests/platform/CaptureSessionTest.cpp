@@ -6,7 +6,7 @@
 namespace nivlo {
 namespace {
 
-TEST(Session, StartsWithinABoundThoughNoPictureComes) {
+TEST(CaptureSession, HangsWithoutAPicture) {
   FakeMachine machine;
   machine.cameras.silent = {"back"};
   const auto session = AVCaptureSession::init();

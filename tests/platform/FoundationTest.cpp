@@ -10,7 +10,7 @@ struct Described {
   std::string description() const { return "<described>"; }
 };
 
-TEST(Format, KeepsEveryByteOfItsArguments) {
+TEST(Format, LosesBytesOfItsArguments) {
   using namespace std::string_literals;
   EXPECT_EQ(stringWithFormat("%@ %d %.2f %s %x %%", Described(), -3, 1.005, "text", 255),
             "<described> -3 1.00 text ff %");
@@ -20,7 +20,7 @@ TEST(Format, KeepsEveryByteOfItsArguments) {
   EXPECT_EQ(stringWithFormat("%@", "%d %s"), "%d %s");
 }
 
-TEST(Format, MarksALineThatDoesNotFitInsteadOfFailing) {
+TEST(Format, ThrowsWhenAnArgumentDoesNotFit) {
   const auto isMarked = [](const std::string& line, const std::string& format) {
     return line.starts_with("<format error: ") && line.ends_with(": " + format + ">");
   };
@@ -30,7 +30,7 @@ TEST(Format, MarksALineThatDoesNotFitInsteadOfFailing) {
   EXPECT_TRUE(isMarked(stringWithFormat("all %"), "all %"));
 }
 
-TEST(URL, TakesOnlyWhatIsOneByteForByte) {
+TEST(URL, AcceptsWhatIsNoneOrChangesItsBytes) {
   for (const std::string good :
        {"http://example.org/a?b=%20c#d", "HTTPS://[::1]:8080/~x", "mailto:a@b.c", "x+y-z.1:", "tel:+491"}) {
     const auto url = NSURL::URLWithString(good);

@@ -18,14 +18,14 @@ namespace {
 
 using Names = std::pair<std::optional<std::string>, std::string>;
 
-/// The calling thread's names: its own and the system's.
+/// The calling thread's name, and its name for the system.
 Names threadNames() {
   std::array<char, 16> name{};
   pthread_getname_np(pthread_self(), name.data(), name.size());
   return {NSThread::currentThread().name(), name.data()};
 }
 
-TEST(Thread, TellsTheSystemAsMuchOfItsNameAsFitsInWholeCharacters) {
+TEST(Thread, LosesItsNameOrCutsItWithinACharacter) {
   const std::vector<std::pair<std::string, std::string>> names{{"motion", "motion"},
                                                                {"exactly fifteen", "exactly fifteen"},
                                                                {"sixteen letters.", "sixteen letters"},
@@ -40,14 +40,14 @@ TEST(Thread, TellsTheSystemAsMuchOfItsNameAsFitsInWholeCharacters) {
   }
 }
 
-TEST(Thread, DoesNotRenameTheProgram) {
+TEST(Thread, RenamesTheProgram) {
   const auto program = threadNames().second;
   NSThread::currentThread().setName("first");
   EXPECT_EQ(threadNames(), Names("first", program));
   NSThread::currentThread().setName(std::nullopt);
 }
 
-TEST(Thread, OfAQueueBearsTheQueuesName) {
+TEST(Thread, OfAQueueHasNoName) {
   std::promise<Names> ofQueue, ofOperations;
   const auto queue = dispatch_queue_create("com.example.codes");
   dispatch_async(queue, [&] { ofQueue.set_value(threadNames()); });
@@ -57,7 +57,7 @@ TEST(Thread, OfAQueueBearsTheQueuesName) {
   EXPECT_EQ(ofOperations.get_future().get(), Names("operations", "operations"));
 }
 
-TEST(SerialQueue, SurvivesLosingItsLastReferenceOnItsOwnThread) {
+TEST(SerialQueue, CannotBeDroppedOnItsOwnThread) {
   std::promise<void> dropped, ranAfterwards;
   auto queue = dispatch_queue_create("test");
   auto* raw = queue.get();

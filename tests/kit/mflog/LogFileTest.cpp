@@ -27,7 +27,7 @@ std::time_t localTime(int month, int day, int hour) {
   return std::mktime(&date);
 }
 
-TEST_F(LogFile, HasAHeaderOnlyWhereItWasNewAndABannerForEveryLaunch) {
+TEST_F(LogFile, LacksItsHeaderOrABannerOrHasOneTooMany) {
   const auto clock = [] { return localTime(3, 5, 14); };
   MFLoggerImpl::init(logs, clock)->writeMessage("camera failed", 3);
   const std::string line = "<E> Mar 05 14:03:22 [main] camera failed";
@@ -41,7 +41,7 @@ TEST_F(LogFile, HasAHeaderOnlyWhereItWasNewAndABannerForEveryLaunch) {
   EXPECT_EQ(text(), kBanner + line + "\r\n");
 }
 
-TEST_F(LogFile, IsRolledByTheWriteAfterTheOneThatReachesTheThreshold) {
+TEST_F(LogFile, IsRolledTooEarlyOrTooLate) {
   const auto clock = [] { return localTime(3, 5, 14); };
   const std::string stamp = "<I> Mar 05 14:03:22 [main] ";
   const std::size_t beforeLine = kThreshold - kBanner.size() - (stamp + "a\r\n").size();
@@ -64,7 +64,7 @@ TEST_F(LogFile, IsRolledByTheWriteAfterTheOneThatReachesTheThreshold) {
   EXPECT_EQ(text("log.txt.bak").size(), kThreshold);
 }
 
-TEST_F(LogFile, ShowsTheMonthOfTheLastNotificationAndTheDayOfNow) {
+TEST_F(LogFile, ChangesItsMonthWithoutANotification) {
   std::time_t now = localTime(3, 31, 23);
   const auto logger = MFLoggerImpl::init(logs, [&now] { return now; });
   now = localTime(4, 1, 0);
@@ -76,7 +76,7 @@ TEST_F(LogFile, ShowsTheMonthOfTheLastNotificationAndTheDayOfNow) {
   EXPECT_EQ(logger->currentTime(), "Dec 09 08:03:22");
 }
 
-TEST_F(LogFile, LabelsALineWithTheFirstFourCharactersOfItsThreadsName) {
+TEST_F(LogFile, MislabelsALinesThread) {
   const auto logger = MFLoggerImpl::init(logs);
   const std::vector<std::pair<std::optional<std::string>, std::string>> labels{
       {std::nullopt, "null"}, {"", ""}, {"abc", "abc"}, {"worker-1", "work"}, {"äöü漢字", "äöü漢"}};
@@ -89,7 +89,7 @@ TEST_F(LogFile, LabelsALineWithTheFirstFourCharactersOfItsThreadsName) {
   }
 }
 
-TEST_F(LogFile, LosesAndTearsNoLineWhenEightThreadsLogThroughARoll) {
+TEST_F(LogFile, LosesOrTearsALineWhenEightThreadsLogThroughARoll) {
   constexpr int kThreads = 8, kLines = 400;
   fill("log.txt", kThreshold - 50'000);
   const auto logger = MFLoggerImpl::init(logs);
@@ -122,7 +122,7 @@ TEST_F(LogFile, LosesAndTearsNoLineWhenEightThreadsLogThroughARoll) {
   EXPECT_THAT(text(), StartsWith(kHeader + "<N>"));
 }
 
-TEST_F(LogFile, TakesEveryLevelAndAnyTextFromTheLoggingFunctions) {
+TEST_F(LogFile, LosesALevelOrATextOfTheLoggingFunctions) {
   const test::ScopedEnvironment environment({{"XDG_STATE_HOME", directory.path() / "home"}});
   EXPECT_EQ(MFLogFileDirectory(), directory.path() / "home/nivlo/Logs");
   EXPECT_TRUE(std::filesystem::exists(MFLogFileDirectory() / "log.txt"));

@@ -1,4 +1,4 @@
-// A logger in a directory of its own, on a machine of fakes.
+// The fixture of the log tests: a directory for logs, on a machine of fakes.
 #pragma once
 
 #include <filesystem>

@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 class LogInTrouble : public LogTest {};
 
-TEST_F(LogInTrouble, ReportsEveryWriteToAFullDeviceAndWritesOnceThereIsSpace) {
+TEST_F(LogInTrouble, IsSilentAboutAFullDeviceOrNeverWritesAgain) {
   fs::create_directories(logs);
   fs::create_symlink("/dev/full", logs / "log.txt");
   const auto logger = MFLoggerImpl::init(logs);
@@ -23,7 +23,7 @@ TEST_F(LogInTrouble, ReportsEveryWriteToAFullDeviceAndWritesOnceThereIsSpace) {
   EXPECT_THAT(text(), EndsWith("[main] kept\r\n"));
 }
 
-TEST_F(LogInTrouble, LosesNoLineWhenTheFileIsDeletedMovedOrEmptied) {
+TEST_F(LogInTrouble, LosesALineWhenTheFileIsDeletedMovedOrEmptied) {
   const auto logger = MFLoggerImpl::init(logs);
   fs::remove_all(logs);
   logger->writeMessage("after deletion", 4);
@@ -41,7 +41,7 @@ TEST_F(LogInTrouble, LosesNoLineWhenTheFileIsDeletedMovedOrEmptied) {
   EXPECT_THAT(text(), StartsWith(kHeader + "<W>"));
 }
 
-TEST_F(LogInTrouble, KeepsTheOlderGenerationWhenTwoProgramsReachTheThreshold) {
+TEST_F(LogInTrouble, LosesTheOlderGenerationWhenTwoProgramsReachTheThreshold) {
   fill("log.txt", kThreshold);
   const auto first = MFLoggerImpl::init(logs), second = MFLoggerImpl::init(logs);
   first->writeMessage("rolls", 4);

@@ -1,4 +1,4 @@
-// The desktop's colour scheme, from a portal that python-dbusmock plays.
+// The desktop's colour scheme, with a portal that python-dbusmock mocks.
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -25,7 +25,7 @@ constexpr auto kPortal = "org.freedesktop.portal.Desktop";
 constexpr auto kPath = "/org/freedesktop/portal/desktop";
 constexpr auto kSettings = "org.freedesktop.portal.Settings";
 
-/// What the portal says before its first request is a template of dbusmock's.
+/// A template for dbusmock, so that the portal can answer as soon as it appears on the bus.
 std::filesystem::path templateThatReads(const test::PrivateBus& bus, const std::string& value) {
   const auto path = bus.dataDirectory() / "portal.py";
   std::ofstream(path) << stringWithFormat(R"(
@@ -43,7 +43,7 @@ def load(mock, parameters):
 
 class MockedPortal : public test::MockedService {
  public:
-  /// `reading` is the Python value that the setting is read as.
+  /// `reading` is the Python value that Read returns for the setting.
   MockedPortal(const test::PrivateBus& bus, const std::string& reading)
       : MockedService(bus, kPortal, {"--session", "--template", templateThatReads(bus, reading)}) {}
 
@@ -59,7 +59,7 @@ class ColorSchemeTest : public testing::Test {
     scheme_ = makeColorScheme([this](bool dark) { told_.emplace_back(dark ? "dark" : "light"); });
   }
 
-  /// Waits until as many changes have been told as are expected, and that they are these.
+  /// Waits for as many calls of the handler as are expected, and checks that they are these.
   void expectTold(const std::vector<std::string>& expected) {
     EXPECT_TRUE(test::loopUntil([&] { return told_.size() >= expected.size(); }));
     EXPECT_EQ(told_, expected);
@@ -74,7 +74,7 @@ class ColorSchemeTest : public testing::Test {
 };
 
 TEST_F(ColorSchemeTest, MisreadsTheSettingOrTellsOfNoChange) {
-  // Older portals wrap the number twice, and an unknown one means no preference.
+  // Read wraps the number in two variants, but one must do. Unknown numbers mean no preference.
   for (const auto& [reading, told] : {std::pair{"dbus.UInt32(1, variant_level=2)", "dark"},
                                       {"dbus.UInt32(1, variant_level=1)", "dark"},
                                       {"dbus.UInt32(2, variant_level=2)", "light"},

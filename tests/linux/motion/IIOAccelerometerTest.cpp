@@ -1,4 +1,4 @@
-// The accelerometer, on devices that umockdev makes up.
+// The IIO accelerometer, with devices that umockdev mocks.
 #include <atomic>
 #include <filesystem>
 #include <map>
@@ -21,7 +21,7 @@ using Texts = std::map<std::string, std::string>;
 
 constexpr auto kInterval = 10ms;
 
-/// Keeps what a stream delivered last.
+/// Starts a stream and keeps its last reading.
 class Listener {
  public:
   explicit Listener(AccelerometerDriver& driver)
@@ -43,7 +43,7 @@ class Listener {
     });
   }
 
-  bool hearsNothingSaid() const {
+  bool hearsAnEmptyReading() const {
     return test::waitFor([&] {
       const std::lock_guard lock(mutex_);
       return count_ > 0 && !last_.acceleration && !last_.error;
@@ -59,7 +59,8 @@ class Listener {
 
 class IIOAccelerometerTest : public testing::Test {
  protected:
-  /// A sensor that measures -1 g along x, 0.5 g along y and 2 g along z, unless the attributes say otherwise.
+  /// Adds a sensor that measures -1 g along x, 0.5 g along y and 2 g along z, unless the attributes say
+  /// otherwise.
   std::string add(const std::string& name, const Texts& attributes = {}, const Texts& properties = {}) {
     const char* none[] = {nullptr};
     const Owned<gchar, g_free> device(umockdev_testbed_add_devicev(
@@ -96,7 +97,7 @@ class IIOAccelerometerTest : public testing::Test {
   std::unique_ptr<AccelerometerDriver> driver_ = makeIIOAccelerometer();
 };
 
-TEST_F(IIOAccelerometerTest, TurnsRawValuesOfTheSensorInTheDisplayIntoTheDevicesAxes) {
+TEST_F(IIOAccelerometerTest, ReadsTheWrongSensorOrAlongTheWrongAxes) {
   add("iio:device0", {{"in_accel_x_raw", "900"}}, {{"ACCEL_LOCATION", "base"}});
   add("iio:device1", {{"in_accel_x_raw", "800"}, {"label", "accel-base"}});
   const std::string quarterTurn = "0, 1, 0; -1, 0, 0; 0, 0, 1";
@@ -129,7 +130,7 @@ TEST_F(IIOAccelerometerTest, TurnsRawValuesOfTheSensorInTheDisplayIntoTheDevices
   }
 }
 
-TEST_F(IIOAccelerometerTest, FollowsASensorThatComesAndGoes) {
+TEST_F(IIOAccelerometerTest, MissesASensorThatComesOrGoes) {
   const auto light = add("iio:device7");
   std::filesystem::remove(file(light, "in_accel_x_raw"));
   Listener listener(*driver_);
@@ -146,12 +147,12 @@ TEST_F(IIOAccelerometerTest, FollowsASensorThatComesAndGoes) {
   remove(device);
   device = add("iio:device0", {{"in_accel_scale", "0.196133"}});
   announce(device, "add");
-  ASSERT_TRUE(listener.hears(-2, 1, 4)) << "the new device is read like the old one";
+  ASSERT_TRUE(listener.hears(-2, 1, 4)) << "the new device is read with the scale of the old one";
 
   remove(device);
   const auto another = add("iio:device2", {{"in_accel_x_raw", "700"}});
   announce(another, "add");
-  EXPECT_TRUE(listener.hears(7, 0.5, 2)) << "a removal without an announcement goes unnoticed";
+  EXPECT_TRUE(listener.hears(7, 0.5, 2)) << "a sensor that was removed without an event is kept";
   listener.stop();
   const int heard = listener.count();
   const int heardBySlow = slow.count();
@@ -160,13 +161,13 @@ TEST_F(IIOAccelerometerTest, FollowsASensorThatComesAndGoes) {
   EXPECT_EQ(machine_.log.count(), 0);
 }
 
-TEST_F(IIOAccelerometerTest, ReportsABrokenSensorOnceAndGoesOnWhenItIsWell) {
+TEST_F(IIOAccelerometerTest, ReportsABrokenSensorTwiceOrGivesItUp) {
   const auto device = add("iio:device0");
   Listener listener(*driver_);
   for (int round = 0; round < 2; ++round) {
     ASSERT_TRUE(listener.hears(-1, 0.5, 2));
     set(device, "in_accel_z_raw", "unknown");
-    EXPECT_TRUE(listener.hearsNothingSaid());
+    EXPECT_TRUE(listener.hearsAnEmptyReading());
     set(device, "in_accel_z_raw", "200");
   }
   EXPECT_EQ(machine_.log.count(), 1);

@@ -1,4 +1,4 @@
-// Foreground and background, on a login manager and screen savers that python-dbusmock plays.
+// The session monitor, with a login manager and screen savers that python-dbusmock mocks.
 #include <atomic>
 #include <map>
 #include <memory>
@@ -64,7 +64,7 @@ class SessionMonitorTest : public testing::Test {
     return *bus.environment().at("DBUS_SESSION_BUS_ADDRESS");
   }
 
-  /// Waits for the next notifications, and that they are these and no others.
+  /// Waits for as many moves as are expected, and checks that they are these.
   void expectPosted(const Names& expected) {
     EXPECT_TRUE(test::loopUntil([&] { return posted_.size() >= expected.size(); }));
     EXPECT_EQ(posted_, expected);
@@ -82,7 +82,8 @@ class SessionMonitorTest : public testing::Test {
   void startWith(MockedLogin& login) {
     start();
     ASSERT_TRUE(test::loopUntil([&] { return login.holdsBackSleep(); }));
-    // A state, unlike a signal, is not missed however early it is set.
+    // Waits until the monitor follows the session. A state, unlike a signal, is not missed when it is set too
+    // early.
     login.setLockedHint(true);
     expectPosted({background});
     login.setLockedHint(false);
@@ -99,7 +100,7 @@ class SessionMonitorTest : public testing::Test {
   std::unique_ptr<SessionMonitor> monitor_;
 };
 
-TEST_F(SessionMonitorTest, GoesToTheBackgroundForEveryReasonTheLoginManagerTells) {
+TEST_F(SessionMonitorTest, MissesAReasonThatTheLoginManagerTells) {
   MockedLogin login(systemBus_);
   startWith(login);
   const std::function<void(bool)> reasons[] = {
@@ -127,7 +128,7 @@ TEST_F(SessionMonitorTest, GoesToTheBackgroundForEveryReasonTheLoginManagerTells
   EXPECT_EQ(machine_.log.count(), 0);
 }
 
-TEST_F(SessionMonitorTest, TheMachineSleepsAfterTheCameraIsOffAndNotBefore) {
+TEST_F(SessionMonitorTest, LetsTheMachineSleepBeforeTheCameraIsOff) {
   MockedLogin login(systemBus_);
   startWith(login);
   for (int night = 1; night <= 2; ++night) {
@@ -143,10 +144,10 @@ TEST_F(SessionMonitorTest, TheMachineSleepsAfterTheCameraIsOffAndNotBefore) {
     EXPECT_TRUE(test::loopUntil([&] { return login.holdsBackSleep(); }));
   }
   monitor_.reset();
-  EXPECT_TRUE(test::loopUntil([&] { return !login.holdsBackSleep(); })) << "the lock outlives the monitor";
+  EXPECT_TRUE(test::loopUntil([&] { return !login.holdsBackSleep(); })) << "the lock was not given back";
 }
 
-TEST_F(SessionMonitorTest, FollowsScreenSaversAndForgetsOneThatDies) {
+TEST_F(SessionMonitorTest, MissesAScreenSaverOrRemembersADeadOne) {
   MockedLogin login(systemBus_);
   for (const std::string desktop : {"freedesktop", "gnome", "mate", "cinnamon"}) {
     SCOPED_TRACE(desktop);

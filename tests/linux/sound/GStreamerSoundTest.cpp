@@ -16,7 +16,7 @@
 namespace nivlo {
 namespace {
 
-/// A machine without a sound card, on which no sound server listens unless the test does.
+/// A machine without a sound card, and without a sound server unless a test starts one.
 class Sound : public testing::Test {
  protected:
   const std::filesystem::path chime = NIVLO_RESOURCES "/hourlychimebeg.m4a";
@@ -31,7 +31,7 @@ class Sound : public testing::Test {
   RecordingLog& log = machine.log;
 };
 
-TEST_F(Sound, ThatCannotBePlayedNeverCompletesOrIsReportedNotOnce) {
+TEST_F(Sound, NeverCompletesWhenItCannotBePlayedOrIsNotReportedOnce) {
   auto driver = makeGStreamerSound(std::chrono::seconds(1));
   const std::filesystem::path files[] = {directory.path() / "missing.m4a", directory.write("empty.m4a", ""),
                                          directory.write("noise.m4a", std::string(5000, '\x5a')),
@@ -70,14 +70,14 @@ TEST_F(Sound, CompletesAfterItWasDestroyed) {
   last = nullptr;
 }
 
-TEST_F(Sound, IsNotHeardThroughASoundServerOrOutlivesIt) {
+TEST_F(Sound, IsSilentWithASoundServerOrHangsWithoutIt) {
   const auto heard = directory.path() / "heard";
   test::ChildProcess server(
       {"pulseaudio", "-n", "-v", "--daemonize=no", "--exit-idle-time=-1", "--disallow-exit", "-L",
        "module-pipe-sink use_system_clock_for_timing=yes format=s16le channels=1 file=" + heard.string(),
        "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket.string()});
   if (!server.waitForLine("Daemon startup complete")) {
-    GTEST_SKIP() << "pulseaudio does not run here: " << server.output();
+    GTEST_SKIP() << "pulseaudio cannot run here: " << server.output();
   }
   const Descriptor output(open(heard.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   ASSERT_GE(output.get(), 0);
