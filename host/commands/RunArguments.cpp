@@ -8,6 +8,7 @@
 
 #include "host/commands/Choices.hpp"
 #include "host/commands/SharedOptions.hpp"
+#include "platform/HostContract/WallpaperOptionKeys.hpp"
 
 namespace nivlo {
 
@@ -16,7 +17,8 @@ namespace {
 constexpr int kLargestEdge = 16384;  // pixels
 constexpr std::string_view kScript = "script:";
 
-constexpr Choice<std::string_view> kCameras[] = {{"back", "back"}, {"front", "front"}};
+constexpr Choice<std::string_view> kCameras[] = {{"back", kCameraPositionBack},
+                                                 {"front", kCameraPositionFront}};
 constexpr Choice<SurfaceKind> kSurfaces[] = {{"auto", SurfaceKind::Auto},
                                              {"wayland", SurfaceKind::Wayland},
                                              {"x11", SurfaceKind::X11},

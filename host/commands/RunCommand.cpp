@@ -6,79 +6,26 @@
 #include <utility>
 #include <vector>
 
-#include <unistd.h>
-
-#include "host/alerts/TerminalAlerts.hpp"
-#include "host/alerts/TerminalPasteboard.hpp"
-#include "host/alerts/gtk/GtkAlerts.hpp"
-#include "host/alerts/gtk/GtkPasteboard.hpp"
 #include "host/bundle/BundleLoader.hpp"
+#include "host/commands/RunDrivers.hpp"
 #include "host/control/ControlService.hpp"
 #include "host/control/client/HandOver.hpp"
-#include "host/log/ConsoleLog.hpp"
-#include "host/log/LoggedAlerts.hpp"
 #include "host/log/ProgramLog.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
-#include "host/power/PowerSaving.hpp"
 #include "host/render/LayerRenderer.hpp"
 #include "host/show/CameraActivity.hpp"
 #include "host/show/WallpaperShow.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
 #include "kit/MFLog/MFLog.hpp"
 #include "linux/camera/ImageFile.hpp"
-#include "linux/camera/selection/SelectedCameras.hpp"
-#include "linux/codes/pace/ScenePace.hpp"
-#include "linux/codes/process/ProcessCodeReader.hpp"
-#include "linux/desktop/DesktopURLOpener.hpp"
-#include "linux/desktop/LinuxDeviceIdentity.hpp"
 #include "linux/desktop/clock/ClockMonitor.hpp"
 #include "linux/desktop/session/SessionMonitor.hpp"
-#include "linux/motion/ScriptedAccelerometer.hpp"
-#include "linux/motion/iio/IIOAccelerometer.hpp"
-#include "linux/sound/GStreamerSound.hpp"
-#include "platform/Foundation/NSLog.hpp"
 #include "platform/drivers/Drivers.hpp"
 
 namespace nivlo {
 
 namespace {
-
-bool asksOnDesktop(const RunOptions& options) {
-  return options.alerts == AlertKind::Desktop ||
-         (options.alerts == AlertKind::Auto && options.surfaceKind != SurfaceKind::Offscreen && hasDisplay());
-}
-
-/// Returns an error message, empty on success.
-std::string installLinuxDrivers(const RunOptions& options, const std::shared_ptr<CameraActivity>& activity) {
-  std::string error;
-  Drivers set;
-  set.logSink = makeConsoleLog();
-  set.mainQueue = MainLoop::makeMainQueue();
-  set.cameras = observed(makeSelectedCameras(options.sources, &error),
-                         [activity](CameraEvent event, const CameraInfo& camera) {
-                           logCameraEvent(event, camera);
-                           activity->follow(event, camera);
-                         });
-  set.codeReader = savingPower(pacedByScene(makeProcessCodeReaderDriver()));
-  if (!options.accelerometerScript) {
-    set.accelerometer = makeIIOAccelerometer();
-  } else if (error.empty()) {
-    set.accelerometer = makeScriptedAccelerometer(*options.accelerometerScript, &error);
-  }
-  set.alerts = makeTerminalAlerts(std::cout, STDIN_FILENO);
-  set.pasteboard = makeTerminalPasteboard(std::cout);
-  if (asksOnDesktop(options)) {
-    set.alerts = makeGtkAlerts(std::move(set.alerts));
-    set.pasteboard = makeGtkPasteboard(std::move(set.pasteboard));
-  }
-  set.alerts = logged(std::move(set.alerts));
-  set.urls = makeDesktopURLOpener();
-  set.sound = makeGStreamerSound();
-  set.device = makeLinuxDeviceIdentity(options.machine);
-  installDrivers(std::move(set));
-  return error;
-}
 
 /// Shows the wallpaper on a surface until something ends it.
 class Run {
@@ -198,7 +145,7 @@ int RunCommand::run() const {
   }
   int status = 1;
   const auto cameras = std::make_shared<CameraActivity>();
-  auto error = installLinuxDrivers(options, cameras);
+  auto error = installDriversFor(options, cameras);
   const auto bundle = error.empty() ? openWallpaperBundle(options.bundle, &error) : nullptr;
   if (bundle) {
     error = whyImpossible(options.show, *bundle);

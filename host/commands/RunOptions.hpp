@@ -9,7 +9,7 @@
 
 #include "host/bundle/BundleLoader.hpp"
 #include "host/control/client/HandOver.hpp"
-#include "host/show/WallpaperShow.hpp"
+#include "host/show/ShowOptions.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/selection/CameraSource.hpp"
 

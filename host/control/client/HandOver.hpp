@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/show/WallpaperShow.hpp"
+#include "host/show/ShowOptions.hpp"
 
 namespace nivlo {
 

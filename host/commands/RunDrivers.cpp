@@ -1,0 +1,69 @@
+#include "host/commands/RunDrivers.hpp"
+
+#include <iostream>
+#include <utility>
+
+#include <unistd.h>
+
+#include "host/alerts/TerminalAlerts.hpp"
+#include "host/alerts/TerminalPasteboard.hpp"
+#include "host/alerts/gtk/GtkAlerts.hpp"
+#include "host/alerts/gtk/GtkPasteboard.hpp"
+#include "host/log/ConsoleLog.hpp"
+#include "host/log/LoggedAlerts.hpp"
+#include "host/log/ProgramLog.hpp"
+#include "host/loop/MainLoop.hpp"
+#include "host/power/PowerSaving.hpp"
+#include "host/surfaces/ChooseSurface.hpp"
+#include "linux/camera/selection/SelectedCameras.hpp"
+#include "linux/codes/pace/ScenePace.hpp"
+#include "linux/codes/process/ProcessCodeReader.hpp"
+#include "linux/desktop/DesktopURLOpener.hpp"
+#include "linux/desktop/LinuxDeviceIdentity.hpp"
+#include "linux/motion/ScriptedAccelerometer.hpp"
+#include "linux/motion/iio/IIOAccelerometer.hpp"
+#include "linux/sound/GStreamerSound.hpp"
+#include "platform/drivers/Drivers.hpp"
+
+namespace nivlo {
+
+namespace {
+
+bool asksOnDesktop(const RunOptions& options) {
+  return options.alerts == AlertKind::Desktop ||
+         (options.alerts == AlertKind::Auto && options.surfaceKind != SurfaceKind::Offscreen && hasDisplay());
+}
+
+}  // namespace
+
+std::string installDriversFor(const RunOptions& options, const std::shared_ptr<CameraActivity>& cameras) {
+  std::string error;
+  Drivers set;
+  set.logSink = makeConsoleLog();
+  set.mainQueue = MainLoop::makeMainQueue();
+  set.cameras = observed(makeSelectedCameras(options.sources, &error),
+                         [cameras](CameraEvent event, const CameraInfo& camera) {
+                           logCameraEvent(event, camera);
+                           cameras->follow(event, camera);
+                         });
+  set.codeReader = savingPower(pacedByScene(makeProcessCodeReaderDriver()));
+  if (!options.accelerometerScript) {
+    set.accelerometer = makeIIOAccelerometer();
+  } else if (error.empty()) {
+    set.accelerometer = makeScriptedAccelerometer(*options.accelerometerScript, &error);
+  }
+  set.alerts = makeTerminalAlerts(std::cout, STDIN_FILENO);
+  set.pasteboard = makeTerminalPasteboard(std::cout);
+  if (asksOnDesktop(options)) {
+    set.alerts = makeGtkAlerts(std::move(set.alerts));
+    set.pasteboard = makeGtkPasteboard(std::move(set.pasteboard));
+  }
+  set.alerts = logged(std::move(set.alerts));
+  set.urls = makeDesktopURLOpener();
+  set.sound = makeGStreamerSound();
+  set.device = makeLinuxDeviceIdentity(options.machine);
+  installDrivers(std::move(set));
+  return error;
+}
+
+}  // namespace nivlo
