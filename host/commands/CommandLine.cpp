@@ -16,6 +16,7 @@
 #include "host/commands/PresetsCommand.hpp"
 #include "host/commands/RunCommand.hpp"
 #include "host/commands/ScanCommand.hpp"
+#include "host/commands/WallpapersCommand.hpp"
 
 namespace nivlo {
 
@@ -30,6 +31,7 @@ constexpr auto kDescription =
 constexpr auto kFooter = R"(Examples:
   nivlo                                show the first preset
   nivlo --preset 4                     show the fourth; 'nivlo presets' lists them
+  nivlo --bundle tide                  show another wallpaper; 'nivlo wallpapers' lists them
   nivlo --camera front --qr off        show the front camera, and ignore codes
   nivlo --source back=file:photo.jpg   use a picture as the back camera
   nivlo --surface offscreen --snapshot wall.png --frames 30
@@ -57,8 +59,8 @@ int runCommandLine(int argc, const char* const* argv) {
   app.set_version_flag("--version", NIVLO_VERSION);
   app.require_subcommand(0, 1);
   const auto commands = addCommands<RunCommand,  // first: what the program does without a command
-                                    PresetsCommand, PickCommand, DevicesCommand, ChimeCommand, ScanCommand,
-                                    CtlCommand, InstallServiceCommand>(app);
+                                    WallpapersCommand, PresetsCommand, PickCommand, DevicesCommand,
+                                    ChimeCommand, ScanCommand, CtlCommand, InstallServiceCommand>(app);
   app.footer(kFooter);  // commands that were added after it would repeat it in their own help
   try {
     app.parse(argc, argv);

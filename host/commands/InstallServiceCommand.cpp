@@ -70,7 +70,17 @@ int InstallServiceCommand::run() const {
   if (remove_) {
     return remove();
   }
-  const auto command = commandFor(options_.options());
+  const auto options = options_.options();
+  std::string error;
+  const auto bundle = openWallpaperBundle(options.bundle, &error);
+  if (bundle) {
+    error = whyImpossible(options.show, *bundle);
+  }
+  if (!error.empty()) {
+    std::cerr << fmt::format("nivlo: {}\n", error);
+    return 1;
+  }
+  const auto command = commandFor(options);
   if (print_) {
     print(Launcher::SystemdUnit, command);
     std::cout << '\n';
@@ -78,7 +88,8 @@ int InstallServiceCommand::run() const {
     return 0;
   }
   const auto launcher = suitableLauncher();
-  if (const auto error = install(launcher, textOf(launcher, command)); !error.empty()) {
+  error = install(launcher, textOf(launcher, command));
+  if (!error.empty()) {
     std::cerr << fmt::format("nivlo: {}\n", error);
     print(launcher, command);
     return 1;

@@ -7,6 +7,8 @@
 #include <CLI/App.hpp>
 #include <fmt/format.h>
 
+#include "host/bundle/InstalledWallpapers.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -25,8 +27,19 @@ Number numberIn(const std::string& text) {
 }  // namespace
 
 CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle) {
-  return app.add_option("--bundle", bundle, "Use this wallpaper bundle instead of the built-in one")
-      ->type_name("DIRECTORY");
+  const auto find = [&bundle](const std::string& nameOrPath) {
+    std::string error;
+    bundle = findBundle(nameOrPath, &error);
+    if (!error.empty()) {
+      throw CLI::ValidationError("--bundle", error);
+    }
+  };
+  return app
+      .add_option_function<std::string>(
+          "--bundle", find,
+          "Use this wallpaper instead of Nivlo's own: an installed one by its name (see "
+          "'nivlo wallpapers'), or a bundle by its folder")
+      ->type_name("WALLPAPER");
 }
 
 CLI::Option* addSources(CLI::App& app, CameraSources& sources) {

@@ -15,7 +15,7 @@ namespace nivlo {
 
 // Each adds its option. What is given goes to the last argument, which must exist until parsing is over.
 
-/// "--bundle DIRECTORY". A relative path counts from the current directory.
+/// "--bundle WALLPAPER". Stores the bundle's folder (see findBundle).
 CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle);
 
 /// "--source SIDE=SOURCE", once for each side of the device or for one of them.

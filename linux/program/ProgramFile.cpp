@@ -4,15 +4,19 @@
 
 namespace nivlo {
 
+std::filesystem::path programFolder() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
 std::filesystem::path programFile(const std::filesystem::path& name,
                                   const std::filesystem::path& installedPlace) {
   std::error_code error;
-  const auto programs = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-  auto beside = programs / name;
+  auto beside = programFolder() / name;
   if (std::filesystem::exists(beside, error)) {
     return beside;
   }
-  return (programs / installedPlace).lexically_normal();
+  return (programFolder() / installedPlace).lexically_normal();
 }
 
 }  // namespace nivlo

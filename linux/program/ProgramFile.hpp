@@ -5,6 +5,9 @@
 
 namespace nivlo {
 
+/// Returns the folder of the running program; empty if the kernel does not tell. Callable from any thread.
+std::filesystem::path programFolder();
+
 /// Returns the file or folder `name` in the running program's own folder, where a build tree has it, or, if
 /// there is none, `installedPlace`, which is relative to that folder. Does not check whether the latter
 /// exists. Callable from any thread.

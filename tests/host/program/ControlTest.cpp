@@ -132,9 +132,15 @@ TEST_F(ControlTest, TheDesktopStartsItOnceWithTheSameArgumentsUntilItIsRemoved) 
 TEST_F(ControlTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePaths) {
   const auto here = std::filesystem::current_path().string();
   const auto entry = bus_.configDirectory() / "autostart" / "nivlo.desktop";
+  const TemporaryDirectory elsewhere;
+  const auto bundle = elsewhere.path() / "Copy.bundle";
+  std::filesystem::create_directory_symlink(
+      std::filesystem::canonical(NIVLO_PROGRAM).parent_path() / "NivloWallpaper.bundle", bundle);
+  EXPECT_THAT(run({"install-service", "--preset", "5"}, 1), HasSubstr("Nivlo has 4 presets"));
+  EXPECT_FALSE(std::filesystem::exists(entry)) << "the desktop could not start it";
   run({"install-service",
        "--bundle",
-       "b",
+       bundle.lexically_relative(here),
        "--alerts",
        "terminal",
        "--pause",
@@ -158,7 +164,7 @@ TEST_F(ControlTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePath
               ElementsAre(std::filesystem::canonical(NIVLO_PROGRAM).string(), "run", "--preset=1", "--qr=off",
                           "--camera=front", "--source=back=pipewire:n", "--source=front=file:" + here + "/f",
                           "--accelerometer=script:" + here + "/s", "--machine=iPhone4,1", "--output=eDP-1",
-                          "--pause=never", "--alerts=terminal", "--bundle=" + here + "/b"));
+                          "--pause=never", "--alerts=terminal", "--bundle=" + bundle.string()));
 }
 
 }  // namespace

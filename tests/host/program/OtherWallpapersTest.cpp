@@ -22,8 +22,8 @@ class OtherWallpapersTest : public testing::Test {
     return writeBundle(directory_.path(), className, className, NIVLO_TEST_WALLPAPERS).string();
   }
   /// Runs it to its end with this status and returns all that it wrote.
-  static std::string run(const Words& arguments, int status) {
-    Nivlo program(arguments);
+  static std::string run(const Words& arguments, int status, const Environment& environment = {}) {
+    Nivlo program(arguments, environment);
     EXPECT_THAT(program.waitForExit(), Eq(status)) << program.output();
     return program.output();
   }
@@ -68,6 +68,36 @@ TEST_F(OtherWallpapersTest, FaultsOfAWallpaperAreToldAndContained) {
                                       HasSubstr("setWallpaperVariant throws: an exception without a message"),
                                       HasSubstr(R"(setAnimating throws: no animation\x1b[2J please)")));
   EXPECT_EQ(run({"presets", "--bundle", bundle("Plain")}, 0), "1  preset 1\n");
+}
+
+TEST_F(OtherWallpapersTest, InstalledWallpapersAreListedOnceAndFoundByNameWhateverIsWrongWithOthers) {
+  const auto own = directory_.path() / "own" / "nivlo" / "wallpapers";
+  const auto shared = directory_.path() / "shared" / "nivlo" / "wallpapers";
+  writeBundle(own, "Paint", "Paint", NIVLO_TEST_WALLPAPERS);
+  writeBundle(own, "Moody", "Unaskable", NIVLO_TEST_WALLPAPERS);
+  writeBundle(shared, "paint", "Plain", NIVLO_TEST_WALLPAPERS);
+  writeBundle(shared, "Straße", "Plain", NIVLO_TEST_WALLPAPERS);
+  directory_.write(shared / "Empty.bundle" / "readme", "");
+  const Environment environment{{"XDG_DATA_HOME", directory_.path() / "own"},
+                                {"XDG_DATA_DIRS", (directory_.path() / "none").string() + ":" +
+                                                      (directory_.path() / "shared").string()}};
+  const auto listed = nlohmann::json::parse(
+      run({"wallpapers", "--json", "--machine", "iPhone4,1"}, 0, environment), nullptr, false);
+  ASSERT_EQ(listed.size(), 5u) << listed;
+  EXPECT_EQ(listed[0]["name"], "Nivlo");
+  EXPECT_EQ(listed[0]["representativeThumbnailImageName"], "nivlowallpaper1-hero4");
+  EXPECT_EQ(listed[0]["colorChangesSignificantly"], true);
+  EXPECT_THAT(listed[1]["error"].get<std::string>(), HasSubstr("no presets today"));
+  EXPECT_EQ(listed[2]["identifier"], "test.paint");
+  EXPECT_EQ(listed[2]["presets"], 2);
+  EXPECT_THAT(listed[3]["error"].get<std::string>(), HasSubstr("Info.plist"));
+  EXPECT_EQ(listed[4]["name"], "Straße");
+  EXPECT_THAT(run({"wallpapers"}, 0, environment),
+              AllOf(HasSubstr("Paint\n"), HasSubstr("no presets today")));
+  EXPECT_EQ(run({"presets", "--bundle", "PAINT"}, 0, environment), "1  all red\n2  all blue\n");
+  EXPECT_EQ(run({"presets", "--bundle", "STRASSE"}, 0, environment), "1  preset 1\n");
+  EXPECT_THAT(run({"presets", "--bundle", "tide"}, 2, environment),
+              HasSubstr("Nivlo, Moody, Paint, Empty, Straße"));
 }
 
 }  // namespace
