@@ -1,8 +1,8 @@
-# For ./run and ./test: installs what is missing and builds. Sourced, from the project's root.
+# Functions that ./run and ./test share. They source this file and call them from the project's root.
 
 say() { printf '\033[1m%s\033[0m\n' "$*"; }
 
-# install_packages SECTIONS: "program", or "all" with what only the tests need.
+# install_packages SET: installs the missing packages of the program ("program"), or of the tests too ("all").
 install_packages() {
   local list=packaging/debian12-packages.txt wanted missing
   wanted=$(if [ "$1" = all ]; then cat "$list"; else sed '/^== tests/,$d' "$list"; fi | grep -v '^#\|^==\|^$')
@@ -10,10 +10,10 @@ install_packages() {
   missing=$({ dpkg-query -W -f '${Package} ${Status}\n' $wanted 2>/dev/null || true; } | awk '/ install ok installed$/ {print $1}' |
     sort | comm -13 - <(printf '%s\n' $wanted | sort))
   [ -n "$missing" ] || return 0
-  command -v apt-get >/dev/null || { echo "These Debian packages are missing, and there is no apt-get: $missing" >&2; return 1; }
+  command -v apt-get >/dev/null || { echo "There is no apt-get here; install the counterparts of these Debian packages:" $missing >&2; return 1; }
   local as_root=()
   if [ "$(id -u)" != 0 ]; then
-    command -v sudo >/dev/null || { echo "Run this once as root, or install: $missing" >&2; return 1; }
+    command -v sudo >/dev/null || { echo "There is no sudo here; run this once as root, or install:" $missing >&2; return 1; }
     as_root=(sudo)
   fi
   say "Installing: $(echo $missing)"
@@ -23,8 +23,8 @@ install_packages() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get "${quiet[@]}" install -y --no-install-recommends $missing >/dev/null
 }
 
-# build PRESET [CMAKE ARGUMENTS...] [--target NAME]: configures where needed and builds everything, or the target; quiet
-# unless something fails.
+# build PRESET [CMAKE ARGUMENTS...] [--target NAME]: configures the preset and builds everything, or one target. Prints
+# nothing of that unless it fails.
 build() {
   local preset=$1 log=build/$1.log arguments=() target=()
   shift
@@ -41,7 +41,7 @@ build() {
   say "Building ($preset)"
   if ! { cmake --preset "$preset" "${arguments[@]}" && cmake --build --preset "$preset" "${target[@]}"; } >"$log" 2>&1; then
     tail -n 60 "$log"
-    echo "The build failed; the whole output is in $log" >&2
+    echo "The build failed; its full output is in $log" >&2
     return 1
   fi
 }
