@@ -20,7 +20,7 @@ namespace nivlo {
 
 namespace {
 
-constexpr std::size_t kLongestLine = 4096;
+constexpr std::size_t kLongestLine = 4096;  // bytes
 
 std::optional<long> parseIndex(std::string_view text) {
   long index = 0;
@@ -40,7 +40,7 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
 
   void present(AlertContent content, AlertCallbacks callbacks) override {
     alerts_.push_back({std::move(content), std::move(callbacks)});
-    // Later, as whoever shows an alert must have finished showing it before it hears of it.
+    // Deferred, because no callback may run before present() has returned.
     dispatch_async(dispatch_get_main_queue(), [self = weak_from_this()] {
       if (const auto alerts = self.lock()) {
         alerts->appear();
@@ -69,8 +69,8 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
 
   void appear() {
     if (alerts_.empty() || !alerts_.front().appeared) {
-      // What was typed before there was a question is no answer to it. A pipe's lines were written as
-      // answers.
+      // Keys typed before the question was asked are not an answer to it. This has no effect on a pipe, whose
+      // lines were meant as answers.
       tcflush(input_, TCIFLUSH);
     }
     for (std::size_t i = 0; i < alerts_.size(); ++i) {
@@ -92,7 +92,8 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
     out_ << "Number, then Enter: " << std::flush;
   }
 
-  /// Answers what is asked with the lines that are there; input is read only while something is asked.
+  /// Answers the open alerts with the lines read so far, and waits for more input only while an alert is
+  /// open.
   void answerFromInput() {
     while (isAsking()) {
       const auto end = pending_.find('\n');
@@ -151,7 +152,7 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
     showAgain();
   }
 
-  /// An alert below the answered one is in view again, unless another has come to lie on top of it.
+  /// Prints the alert below the answered one again, unless answering has put a new alert on top of it.
   void showAgain() {
     if (isAsking()) {
       print(alerts_.back().content);
@@ -167,7 +168,8 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
   std::vector<Alert> alerts_;
 };
 
-/// Lets the presenter be owned by one pointer and yet be promoted from the main queue's work.
+/// Owns the presenter through a shared pointer, so that work on the main queue can hold a weak reference to
+/// it.
 class SharedTerminalAlerts : public AlertPresenter {
  public:
   SharedTerminalAlerts(std::ostream& out, int input)

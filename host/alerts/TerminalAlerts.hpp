@@ -8,10 +8,10 @@
 
 namespace nivlo {
 
-/// Prints each alert's title, message and numbered buttons, and reads the number of the pressed one, a line
-/// each, from the descriptor. The newest alert is the one that is answered. What is in a message is shown,
-/// never sent: control and invisible characters appear as escapes. At the end of the input the system cancels
-/// all alerts, those to come too.
+/// Prints the title, the message and the numbered buttons of each alert, and reads from the descriptor, one
+/// to a line, the numbers of the buttons to press. The newest alert is the one that is answered. Control and
+/// invisible characters are printed as escapes, so that a message cannot drive the terminal. When the input
+/// ends, all alerts are cancelled, and so is every later one. The descriptor stays the caller's.
 std::unique_ptr<AlertPresenter> makeTerminalAlerts(std::ostream& out, int inputDescriptor);
 
 }  // namespace nivlo

@@ -8,8 +8,8 @@
 
 namespace nivlo {
 
-/// Asks the terminal behind the stream to take the text, by the OSC 52 control sequence that xterm
-/// introduced; also over a remote connection. A terminal that does not know the sequence ignores it.
+/// Puts the text on the clipboard of the terminal that shows the stream, by xterm's control sequence OSC 52,
+/// which also works over a remote connection. A terminal that does not know the sequence ignores it.
 std::unique_ptr<PasteboardDriver> makeTerminalPasteboard(std::ostream& out);
 
 }  // namespace nivlo

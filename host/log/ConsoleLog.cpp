@@ -14,7 +14,7 @@ namespace nivlo {
 namespace {
 
 constexpr unsigned long kLinesOfARun = 3;
-/// Says nothing about the line: what comes in it was made elsewhere, of many formats.
+/// A line of this format may hold anything, so two of them in a row are not a run.
 constexpr std::string_view kAnyLine = "%@";
 
 class ConsoleLog : public LogSink {

@@ -8,10 +8,10 @@
 
 namespace nivlo {
 
-/// Each message becomes one line with the local time and the program's name before it. Control characters are
-/// shown, not sent: a scanned text must not drive the terminal. Where the stream is no terminal but a file or
-/// a journal, only the first three of a run of lines of one format are written, and then how many more there
-/// were.
+/// Writes each message as one line, after the local time and the program's name. Control characters are
+/// written as escapes, so that a scanned text cannot drive the terminal. When the stream is not a terminal,
+/// only the first three of consecutive lines of one format are written, followed by the number of the others.
+/// The stream stays the caller's. May be called from any thread.
 std::unique_ptr<LogSink> makeConsoleLog(std::FILE* stream = stderr);
 
 }  // namespace nivlo

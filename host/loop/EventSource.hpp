@@ -1,4 +1,4 @@
-// Events of the main loop that stop coming when their handle goes.
+// A handle for an event of the main loop.
 #pragma once
 
 #include <chrono>
@@ -8,7 +8,8 @@
 
 namespace nivlo {
 
-/// Main thread only. A default-made one is no event.
+/// Calls a handler for as long as the handle lives; a default-constructed handle stands for no event. The
+/// handler may destroy or replace its own handle. Main thread only.
 class EventSource {
  public:
   EventSource() = default;
@@ -16,11 +17,12 @@ class EventSource {
   EventSource(EventSource&& other) noexcept;
   EventSource& operator=(EventSource&& other) noexcept;
 
-  /// Calls the handler when the process gets the signal, each time.
+  /// Calls the handler each time that the process receives the signal.
   static EventSource onSignal(int signal, std::function<void()> handler);
-  /// Calls it whenever the descriptor can be read, or its other end is closed.
+  /// Calls the handler whenever the descriptor is readable or its other end has been closed. The descriptor
+  /// must stay open for as long as the handle lives.
   static EventSource onReadable(int descriptor, std::function<void()> handler);
-  /// Calls it once, after the delay.
+  /// Calls the handler once, after the delay.
   static EventSource onTimeout(std::chrono::milliseconds delay, std::function<void()> handler);
 
  private:

@@ -11,7 +11,8 @@ namespace nivlo {
 
 namespace {
 
-/// The work is handed over under a lock of its own; GLib is only asked to wake up for it.
+/// Keeps the work in a queue with its own lock and only asks GLib to wake up for it: ThreadSanitizer cannot
+/// see GLib's own locks and would report every hand-over as a race.
 class GLibMainQueue : public MainQueueDriver {
  public:
   GLibMainQueue() {
@@ -23,7 +24,7 @@ class GLibMainQueue : public MainQueueDriver {
                                   nullptr};
     source_.reset(g_source_new(&functions, sizeof(GSource)));
     g_source_set_callback(source_.get(), runOne, this, nullptr);
-    // Work may wait for other work in a loop of its own, as toolkits do.
+    // Work may run a nested loop in which it waits for other work, as toolkits do.
     g_source_set_can_recurse(source_.get(), TRUE);
     g_source_attach(source_.get(), nullptr);
   }
@@ -40,7 +41,7 @@ class GLibMainQueue : public MainQueueDriver {
   static constexpr gint64 kNow = 0;
   static constexpr gint64 kNever = -1;
 
-  /// One at a time, so that a full queue keeps nothing else waiting.
+  /// Runs one piece of work for each turn of the loop, so that a long queue does not starve other events.
   static gboolean runOne(gpointer data) {
     auto& queue = *static_cast<GLibMainQueue*>(data);
     std::function<void()> work;

@@ -18,15 +18,17 @@ class MainLoop {
   MainLoop(const MainLoop&) = delete;
   MainLoop& operator=(const MainLoop&) = delete;
 
-  /// Runs until quit.
+  /// Runs until quit() is called; returns at once if it already was.
   void run();
-  /// Main thread only; a quit before the run makes the run return at once.
+  /// Main thread only.
   void quit();
 
-  /// The main queue of the calling thread, which such a loop serves while it runs.
+  /// Returns the main queue, which any such loop serves while it runs. The calling thread becomes the main
+  /// thread.
   static std::unique_ptr<MainQueueDriver> makeMainQueue();
 
-  /// Runs what is ready now, without waiting; for the end of the program, when the loop no longer runs.
+  /// Runs the work that is ready, without waiting for more. For the end of the program, when no loop runs any
+  /// more.
   static void drain();
 
  private:

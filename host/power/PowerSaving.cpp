@@ -56,8 +56,8 @@ class SavingReaders : public CodeReaderDriver {
   void follow() {
     const bool saves = g_power_profile_monitor_get_power_saver_enabled(profile_.get()) != FALSE;
     if (saves != saving_->exchange(saves)) {
-      NSLog(saves ? "codes: looked for less often while the machine saves power"
-                  : "codes: looked for as often as before");
+      NSLog(saves ? "codes: the machine saves power, so codes are looked for less often"
+                  : "codes: the machine no longer saves power, so codes are looked for as often as usual");
     }
   }
 

@@ -1,4 +1,4 @@
-// Fewer looks for codes while the machine saves power.
+// Looks for codes less often while the machine saves power.
 #pragma once
 
 #include <memory>
@@ -7,8 +7,9 @@
 
 namespace nivlo {
 
-/// The same readers; while the desktop's power profile is the power saver they look 2.5 times a second. Where
-/// nothing tells of a power profile they look as ever. Main thread, as is the destruction.
+/// Returns the same readers, but limits them to 2.5 looks a second while the desktop's power profile is the
+/// power saver. Where no power profile is known they are not limited. Create and destroy it on the main
+/// thread.
 std::unique_ptr<CodeReaderDriver> savingPower(std::unique_ptr<CodeReaderDriver> readers);
 
 }  // namespace nivlo

@@ -20,12 +20,13 @@ void FrameStatistics::shown(Clock::time_point captured, Clock::time_point now) {
   ++frames_;
 }
 
-double FrameStatistics::age(double part) const {
+double FrameStatistics::age(double quantile) const {
   if (ages_.empty()) {
     return 0;
   }
   auto sorted = ages_;
-  const auto at = sorted.begin() + static_cast<std::ptrdiff_t>(part * static_cast<double>(sorted.size() - 1));
+  const auto at =
+      sorted.begin() + static_cast<std::ptrdiff_t>(quantile * static_cast<double>(sorted.size() - 1));
   std::nth_element(sorted.begin(), at, sorted.end());
   return *at;
 }

@@ -1,4 +1,4 @@
-// How many pictures were shown, and how old they were.
+// Counts the pictures that were shown, and knows how old they were.
 #pragma once
 
 #include <chrono>
@@ -7,8 +7,8 @@
 
 namespace nivlo {
 
-/// Ages are of the last few hundred pictures: from the camera's capture to the moment they were handed to the
-/// screen.
+/// A picture's age is the time from its capture to the moment at which it was handed to the screen. Ages are
+/// kept for the last 300 pictures.
 class FrameStatistics {
  public:
   using Clock = std::chrono::steady_clock;
@@ -16,8 +16,8 @@ class FrameStatistics {
   void shown(Clock::time_point captured, Clock::time_point now = Clock::now());
 
   long frames() const { return frames_; }
-  /// Milliseconds that this part of the ages, from 0 to 1, does not exceed; 0 before the first picture.
-  double age(double part) const;
+  /// Returns a quantile of the ages in milliseconds, 0 before the first picture. 0.5 asks for the median.
+  double age(double quantile) const;
 
  private:
   long frames_ = 0;

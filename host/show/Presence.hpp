@@ -1,4 +1,4 @@
-// When the wallpaper is to be animated.
+// Decides when the wallpaper is animated.
 #pragma once
 
 #include <functional>
@@ -7,26 +7,26 @@
 
 namespace nivlo {
 
-/// The wallpaper is animated, and a camera open, only while some of it can be seen, the person has not paused
-/// it, and the session is in the foreground. Main thread only.
+/// Animates the wallpaper, and so keeps a camera open, only while part of it can be seen, the user has not
+/// paused it, and the session is in the foreground. Main thread only.
 class Presence {
  public:
   struct Effects {
-    std::function<void(bool animating)> animate;  ///< at each change
-    std::function<void()> enterBackground;        ///< before the animation stops for it
-    std::function<void()> enterForeground;        ///< before the animation goes on after it
+    std::function<void(bool animating)> animate;  ///< called at each change
+    std::function<void()> enterBackground;        ///< called before the animation stops
+    std::function<void()> enterForeground;        ///< called before the animation resumes
   };
 
-  /// Visible, not paused and in the foreground, but not animated before `begin`.
+  /// Starts out visible, not paused and in the foreground, but animates nothing before begin().
   explicit Presence(Effects effects) : effects_(std::move(effects)) {}
 
   void begin();
-  /// What becomes visible counts at once, what is hidden only when it stays so for a moment: windows that
-  /// change places must not make the camera's light blink.
+  /// Becoming visible counts at once; being hidden counts after 0.3 seconds, so that the camera's light does
+  /// not blink while windows change places.
   void setVisible(bool visible);
   void setPaused(bool paused);
-  /// A session that comes to the foreground while the wallpaper cannot be seen is announced when it can: a
-  /// wallpaper starts its camera at the announcement.
+  /// Returning to the foreground is announced only when the wallpaper is animated again, because a wallpaper
+  /// opens its camera at the announcement, whether or not anybody can see it.
   void setInForeground(bool inForeground);
 
   bool isAnimating() const { return animating_; }

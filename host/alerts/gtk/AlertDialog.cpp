@@ -11,11 +11,10 @@ namespace nivlo {
 
 namespace {
 
-constexpr int kLineLength = 48;  // characters
-// Pixels.
-constexpr int kWidestMessage = 440;
-constexpr int kTallestMessage = 360;
-// What a dialog has around its message, with room for a title of two lines and for buttons under each other.
+constexpr int kLineLength = 48;       // characters
+constexpr int kWidestMessage = 440;   // pixels
+constexpr int kTallestMessage = 360;  // pixels
+// Pixels that a dialog needs around its message when the title takes two lines and the buttons are stacked.
 constexpr int kFrameWidth = 80;
 constexpr int kFrameHeight = 280;
 
@@ -24,8 +23,8 @@ struct Size {
   int height;
 };
 
-/// The largest message that leaves the buttons in reach on every screen, as it is the desktop that chooses
-/// one.
+/// The largest message with which the buttons still fit on the smallest screen: the desktop chooses the
+/// screen.
 Size largestMessage() {
   Size size{kWidestMessage, kTallestMessage};
   auto* monitors = gdk_display_get_monitors(gdk_display_get_default());
@@ -40,7 +39,7 @@ Size largestMessage() {
   return {std::max(size.width, 1), std::max(size.height, 1)};
 }
 
-/// A button's text, in which an underscore would mark the next letter as a shortcut.
+/// Doubles underscores, because a single one in a button's label marks the next letter as a shortcut.
 std::string buttonLabel(const std::string& text) {
   std::string label;
   for (const char c : visibleText(text)) {
@@ -60,8 +59,8 @@ GtkWidget* messageLabel(const std::string& message) {
   return label;
 }
 
-/// Gives the scrolled label the size of its text, as far as that fits; the dialog takes as little room as it
-/// is asked for.
+/// Requests the size of the label's text for its scroller, up to the largest message. Without a request the
+/// dialog would give the scroller the least room that it can do with.
 void fit(GtkWidget* scroller, GtkWidget* label) {
   const auto largest = largestMessage();
   int width = 0;
@@ -77,10 +76,9 @@ void addMessage(AdwMessageDialog* window, const std::string& message) {
   auto* scroller = gtk_scrolled_window_new();
   gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scroller), label);
   gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
-  // Always in view, so that nobody takes a part of the text for all of it.
+  // The scroll bar stays visible, so that nobody mistakes the first part of a text for all of it.
   gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(scroller), FALSE);
-  // The keys that scroll work at once, and those that press a button do not: a dialog comes unasked, while
-  // somebody may be typing.
+  // A dialog may appear while somebody is typing, so the first focus is not on a button but on the text.
   gtk_widget_set_focusable(scroller, TRUE);
   adw_message_dialog_set_extra_child(window, scroller);
   gtk_window_set_focus(GTK_WINDOW(window), scroller);

@@ -1,4 +1,4 @@
-// One alert as a window of the desktop.
+// One alert in a window of the desktop.
 #pragma once
 
 #include <cstddef>
@@ -12,15 +12,16 @@
 
 namespace nivlo {
 
-/// On the screen from construction until it is answered or destroyed. Main thread only, with the toolkit
-/// started.
+/// Shows an alert from construction until it is answered or destroyed. Main thread only; startToolkit() must
+/// have succeeded.
 class AlertDialog {
  public:
-  /// Told which button was pressed. Escape and the window's end press the cancel button, without one the last
-  /// button; nothing is told where that one cannot be pressed. May destroy the dialog.
+  /// Called once with the button that was pressed. Escape and closing the window press the cancel button, or
+  /// the last button when there is no cancel button; if that button is disabled, the index is null. The
+  /// callee may destroy the dialog.
   using Answered = std::function<void(std::optional<long> buttonIndex)>;
 
-  /// Takes a window out of `windows`, which must outlive the dialog, and gives it back.
+  /// Borrows a window from `windows`, which must outlive the dialog.
   AlertDialog(DialogWindows& windows, const AlertContent& content, Answered answered);
   ~AlertDialog();
   AlertDialog(const AlertDialog&) = delete;

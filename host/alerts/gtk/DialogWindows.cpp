@@ -8,7 +8,8 @@ namespace nivlo {
 
 namespace {
 
-/// Asked after the dialog itself, which takes its end for an answer.
+/// Keeps the window when somebody closes it. The dialog's own handler runs first and counts the closing as an
+/// answer.
 gboolean stay(GtkWindow*, gpointer) { return TRUE; }
 
 }  // namespace
@@ -31,7 +32,7 @@ DialogWindow DialogWindows::take(std::size_t buttons) {
 
 void DialogWindows::giveBack(DialogWindow window, std::size_t buttons) {
   gtk_widget_set_visible(GTK_WIDGET(window.get()), FALSE);
-  // Else GTK looks for another widget to focus, at a time when the next dialog may have chosen its own.
+  // Otherwise GTK would look for a new widget to focus later, perhaps after the next dialog has chosen one.
   gtk_window_set_focus(GTK_WINDOW(window.get()), nullptr);
   adw_message_dialog_set_extra_child(window.get(), nullptr);
   kept_.push_back({std::move(window), buttons});

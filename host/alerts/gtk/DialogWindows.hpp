@@ -1,4 +1,4 @@
-// Windows of dialogs, used again and again.
+// Dialog windows that are reused.
 #pragma once
 
 #include <cstddef>
@@ -16,19 +16,19 @@ struct WindowEnd {
   }
 };
 
-/// A dialog's window, with a response "0", "1", ... for each of its buttons.
+/// A dialog's window. Its responses are named "0", "1" and so on, one for each button.
 using DialogWindow = std::unique_ptr<AdwMessageDialog, WindowEnd>;
 
-/// GTK's software renderer keeps a picture's memory for ever when the compositor returns it after its window
-/// has ended (seen with 4.8), so windows do not end: they are hidden, and taken for the next dialog. Main
-/// thread only, with the toolkit started.
+/// Hides answered dialogs and hands their windows out again. They are not destroyed, because GTK's software
+/// renderer never frees a buffer that the compositor releases after its window is gone (seen in 4.8). Main
+/// thread only; startToolkit() must have succeeded.
 class DialogWindows {
  public:
-  /// A hidden window with so many buttons; everything about it is to be set anew. It does not end when it is
-  /// answered.
+  /// Returns a hidden window with this many buttons. Its texts and signal handlers are the caller's to set,
+  /// as it may have shown another alert before. Answering it does not destroy it.
   DialogWindow take(std::size_t buttons);
 
-  /// Hides the window and keeps it.
+  /// Hides the window and keeps it for the next dialog.
   void giveBack(DialogWindow window, std::size_t buttons);
 
  private:

@@ -18,7 +18,7 @@ bool isDirectional(gunichar c) {
          (c >= 0x2066 && c <= 0x2069);
 }
 
-/// These copy ASCII, and no label shows them.
+/// Tag characters mirror ASCII but are invisible in a label.
 bool isTag(gunichar c) { return c >= 0xe0000 && c <= 0xe007f; }
 
 bool isLineBreak(gunichar c) { return c == '\n' || c == '\r' || c == 0x2028 || c == 0x2029; }
@@ -28,7 +28,7 @@ class LabelTextBuilder {
   LabelTextBuilder() {
     result_.attributes.reset(pango_attr_list_new());
     apply(pango_attr_show_new(PANGO_SHOW_IGNORABLES), {0, PANGO_ATTR_INDEX_TO_TEXT_END});
-    // A hyphen at the end of a line would look like a part of the text.
+    // A hyphen inserted at the end of a line would look like part of the text.
     apply(pango_attr_insert_hyphens_new(FALSE), {0, PANGO_ATTR_INDEX_TO_TEXT_END});
   }
 
@@ -75,7 +75,7 @@ void addCharacter(LabelTextBuilder& label, gunichar character, std::string_view 
   }
 }
 
-/// Adds what the text begins with and returns its size.
+/// Adds the first character of the text, or its first byte where that is not UTF-8. Returns the bytes taken.
 std::size_t addNext(LabelTextBuilder& label, std::string_view text) {
   const auto first = static_cast<unsigned char>(text.front());
   if (first == 0) {

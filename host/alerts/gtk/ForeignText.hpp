@@ -1,4 +1,4 @@
-// Foreign text made fit for a label.
+// Makes foreign text safe to show in a label.
 #pragma once
 
 #include <string>
@@ -10,16 +10,16 @@
 
 namespace nivlo {
 
-/// A text as a label takes it, with attributes instead of markup.
+/// What a label shows: a text, and attributes in place of markup.
 struct LabelText {
   std::string text;  ///< valid UTF-8 without NUL
   Owned<PangoAttrList, pango_attr_list_unref> attributes;
 };
 
-/// The text, in which nothing is hidden and nothing can change the order in which it is read. It stays byte
-/// for byte; only what a label would not show, or would obey, has a dimmed mark in its place: an escape for
-/// directional controls, tag characters and bytes that are not UTF-8, a symbol for NUL. A line break has such
-/// a mark before it. The host of a link is bold.
+/// Returns the text in a form in which nothing is hidden and nothing can change the reading order.
+/// Directional controls, tag characters and bytes that are not UTF-8 are replaced by dimmed escapes, and NUL
+/// by a dimmed symbol; everything else stays byte for byte. A dimmed mark precedes each line break, so that a
+/// text cannot pretend to be several messages. The host of a link is bold.
 LabelText foreignText(std::string_view text);
 
 }  // namespace nivlo

@@ -28,7 +28,7 @@ class GtkAlerts : public AlertPresenter {
       return;
     }
     alerts_.push_back(std::make_shared<Alert>(Alert{std::move(content), std::move(callbacks), nullptr}));
-    // Later, as whoever shows an alert must have finished showing it before it hears of it.
+    // Deferred, because no callback may run before present() has returned.
     dispatch_async(dispatch_get_main_queue(), [this, waiting = std::weak_ptr(alerts_.back())] {
       if (const auto alert = waiting.lock()) {
         show(*alert);
@@ -66,7 +66,7 @@ class GtkAlerts : public AlertPresenter {
 
   std::unique_ptr<AlertPresenter> fallback_;
   DialogWindows windows_;
-  std::vector<std::shared_ptr<Alert>> alerts_;  ///< the oldest first
+  std::vector<std::shared_ptr<Alert>> alerts_;  // oldest first
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Alerts as dialogs of the desktop.
+// Alerts as dialogs on the desktop.
 #pragma once
 
 #include <memory>
@@ -7,9 +7,9 @@
 
 namespace nivlo {
 
-/// Shows each alert as a window in the desktop's look; the newest takes all input until it is answered. What
-/// is in a message is shown as it is: see foreignText. The toolkit starts with the first alert; on a machine
-/// without a desktop the alerts go to `fallback`.
+/// Shows each alert in a window with the desktop's look; the newest takes all input until it is answered.
+/// Messages are shown as foreignText() makes them. The toolkit starts with the first alert; where there is no
+/// desktop, alerts go to `fallback`.
 std::unique_ptr<AlertPresenter> makeGtkAlerts(std::unique_ptr<AlertPresenter> fallback);
 
 }  // namespace nivlo

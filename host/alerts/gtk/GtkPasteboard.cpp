@@ -12,7 +12,7 @@ namespace nivlo {
 
 namespace {
 
-/// What programs ask for when they want text: Wayland's and the web's name first, then those of X11.
+/// The type names under which programs ask for text: those of Wayland and the web, then those of X11.
 constexpr std::array kTextTypes{"text/plain;charset=utf-8", "text/plain", "UTF8_STRING", "STRING", "TEXT"};
 
 class GtkPasteboard : public PasteboardDriver {

@@ -1,11 +1,11 @@
-// The desktop's toolkit.
+// Starts the desktop's toolkit.
 #pragma once
 
 namespace nivlo {
 
-/// Starts GTK and libadwaita under the program's name, the first time that it is called; so a wallpaper that
-/// shows no dialog carries no toolkit. Returns whether there is a desktop to show anything on; that there is
-/// none is logged once. Main thread only.
+/// Starts GTK and libadwaita when it is called for the first time, so that a wallpaper that has not shown a
+/// dialog does not carry a toolkit. Returns whether there is a desktop to show windows on; if there is none,
+/// that is logged once. Main thread only.
 bool startToolkit();
 
 }  // namespace nivlo

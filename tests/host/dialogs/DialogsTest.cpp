@@ -1,4 +1,4 @@
-// What a person does with dialogs, on a desktop of the test's own.
+// Dialogs on a private desktop, answered with a mouse and a keyboard.
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
@@ -10,8 +10,9 @@ namespace {
 
 using namespace std::string_literals;
 
-/// Markup, a line made to look like another message, a right-to-left override, an escape sequence, invisible
-/// characters, a tag, a byte that is not UTF-8, and NUL; after it so much text that no screen holds it.
+/// Markup, a line that poses as another message, a right-to-left override, an escape sequence, invisible
+/// characters, a tag character, a byte that is not UTF-8 and NUL, followed by more text than fits on a
+/// screen.
 std::string hostileText() {
   auto text =
       "<b>bold</b> &amp; https://bank.example@evil.example:80/ \u202emoc.knab\u202c\nGet a Barcode with "
@@ -36,7 +37,7 @@ class DialogsTest : public testing::Test {
     ASSERT_TRUE(waitFor([&] { return sway_.focusedWindow() != earlier; }));
   }
 
-  /// The buttons share the lowest line of a dialog.
+  /// The two buttons lie side by side at the bottom of a dialog.
   void clickSecondButton() { input_.clickBottomRow(*sway_.focusedWindow(), 0.75); }
 
   bool told(const std::string& line) { return program_.waitForLine(line).has_value(); }
@@ -48,11 +49,11 @@ class DialogsTest : public testing::Test {
   ChildProcess program_{{NIVLO_TEST_DIALOGS}, sway_.environment()};
 };
 
-TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextAndTheOlderDialogWaits) {
+TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextWhileTheOlderDialogWaits) {
   const auto text = hostileText();
   show("older", "Get an URL link: https://bank.example@evil.example/login?next=https://bank.example");
   sway_.screenshot("HEADLESS-1", "dialog-link");
-  EXPECT_EQ(sway_.focusedWindow()->application, "nivlo") << "the name of the desktop entry";
+  EXPECT_EQ(sway_.focusedWindow()->application, "nivlo") << "must be the name of the desktop entry";
   show("newer", text);
   sway_.screenshot("HEADLESS-1", "dialog-hostile");
   clickSecondButton();
@@ -68,11 +69,11 @@ TEST_F(DialogsTest, EscapePressesTheCancelButtonAndTheEndOfTheProgramCancelsTheN
   show("second", "two", "1 -1");
   sway_.message("[con_id=" + first + "] focus");
   input_.key(KEY_ESC);
-  EXPECT_TRUE(told("second tapped Copy")) << "its cancel button";
+  EXPECT_TRUE(told("second tapped Copy")) << "Copy is its cancel button";
   show("third", "three", "-1 1");
   input_.key(KEY_ENTER);
   input_.key(KEY_ESC);
-  EXPECT_TRUE(told("third cancelled")) << "the last button is not available";
+  EXPECT_TRUE(told("third cancelled")) << "without a cancel button the last one counts, which is disabled";
   show("fourth", "four");
   program_.write("cancel-all\n");
   for (const auto* line : {"fourth cancelled", "fourth gone", "first cancelled", "first gone"}) {
@@ -87,7 +88,7 @@ class PhoneDialogsTest : public DialogsTest {
   PhoneDialogsTest() : DialogsTest({360, 640}) {}
 };
 
-TEST_F(PhoneDialogsTest, KeepsTheButtonsOfALongTextInReach) {
+TEST_F(PhoneDialogsTest, KeepsTheButtonsBelowALongTextOnTheScreen) {
   show("long", hostileText());
   sway_.screenshot("HEADLESS-1", "dialog-phone");
   const auto window = *sway_.focusedWindow();
@@ -106,7 +107,7 @@ TEST_F(PhoneDialogsTest, PicksAPresetByTouchAndByKeyboardOnAPhone) {
   input_.key(KEY_SPACE);
   EXPECT_TRUE(picker.waitForLine("picked 4")) << picker.output();
   sway_.screenshot("HEADLESS-1", "pick-phone");
-  // The first one takes the error message away.
+  // The first Escape only dismisses the error message of preset 4.
   EXPECT_TRUE(waitFor([&] {
     input_.key(KEY_ESC);
     return picker.waitForExit(std::chrono::milliseconds(200)) == 0;

@@ -1,4 +1,4 @@
-// What foreign text may not do to its reader.
+// Foreign text must not deceive its reader.
 #include <gmock/gmock.h>
 
 #include "host/alerts/gtk/ForeignText.hpp"
@@ -15,7 +15,7 @@ std::string hostIn(std::string_view text) {
   return std::string(range ? text.substr(range->begin, range->end - range->begin) : "none");
 }
 
-TEST(ForeignTextTest, TheHostThatStandsOutIsTheOneThatABrowserGoesTo) {
+TEST(ForeignTextTest, TheBoldHostIsTheOneThatABrowserWouldVisit) {
   EXPECT_EQ(hostIn("Get an URL link: https://example.org:8080/a@b?c"), "example.org");
   EXPECT_EQ(hostIn("https://bank.example@evil.example/"), "evil.example");
   EXPECT_EQ(hostIn("https://bank.example:443@x@evil.example:80?@bank.example"), "evil.example");
@@ -26,7 +26,7 @@ TEST(ForeignTextTest, TheHostThatStandsOutIsTheOneThatABrowserGoesTo) {
   EXPECT_EQ(hostIn("no link: at all"), "none");
 }
 
-TEST(ForeignTextTest, NothingHidesOrReordersAndTheRestStaysByteForByte) {
+TEST(ForeignTextTest, NothingIsHiddenOrReorderedAndTheRestStaysByteForByte) {
   EXPECT_EQ(foreignText("<b>a</b> _x &amp;\tß\u200b 中\x1b[0m").text, "<b>a</b> _x &amp;\tß\u200b 中\x1b[0m");
   EXPECT_EQ(foreignText("a\u202e\u2067\u200f\U000e0041z").text, "a\\u{202e}\\u{2067}\\u{200f}\\u{e0041}z");
   EXPECT_EQ(foreignText("a\0b\xff\xe4\xbd"s).text, "a\u2400b\\xff\\xe4\\xbd");

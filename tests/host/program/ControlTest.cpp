@@ -83,7 +83,7 @@ TEST_F(ControlTest, ItOutlivesTheBusAndIsReachableAgainOnceTheBusIsBack) {
     const ChildProcess daemon({"/usr/bin/python3", "-m", "dbusmock", "--template", "power_profiles_daemon",
                                "--parameters", R"({"ActiveProfile": "power-saver"})"},
                               session());
-    EXPECT_TRUE(program.waitForLine("looked for less often"));
+    EXPECT_TRUE(program.waitForLine("codes are looked for less often"));
   }
   EXPECT_TRUE(program.waitForLine("as often as before"));
   bus_.stopDaemon();

@@ -1,4 +1,4 @@
-// When a camera may be open, whatever windows, locks and people do.
+// When a camera may be open, whatever windows, screen lockers and users do.
 #include <string>
 #include <vector>
 
@@ -35,12 +35,12 @@ TEST_F(PresenceTest, AnUnlockedSessionIsAnnouncedOnlyWhenSomebodyCanSeeTheWallpa
   EXPECT_THAT(taken(), ElementsAre("background", "off"));
   hide();
   presence_.setInForeground(true);
-  EXPECT_THAT(taken(), IsEmpty()) << "a wallpaper starts its camera when it is told";
+  EXPECT_THAT(taken(), IsEmpty()) << "a wallpaper opens its camera at the announcement";
   presence_.setVisible(true);
   EXPECT_THAT(taken(), ElementsAre("foreground", "on"));
 }
 
-TEST_F(PresenceTest, WhatIsSeenWhileLockedOrPausedOpensNothingAndAShortCoverClosesNothing) {
+TEST_F(PresenceTest, AScreenThatAppearsWhileLockedOrPausedOpensNothingAndABriefCoverClosesNothing) {
   presence_.begin();
   presence_.setVisible(false);
   presence_.setVisible(true);
@@ -50,8 +50,7 @@ TEST_F(PresenceTest, WhatIsSeenWhileLockedOrPausedOpensNothingAndAShortCoverClos
   presence_.setPaused(false);
   hide();
   presence_.setVisible(true);
-  EXPECT_THAT(taken(), ElementsAre("background"))
-      << "a screen that is plugged in while the session is locked";
+  EXPECT_THAT(taken(), ElementsAre("background")) << "a screen was plugged in while the session was locked";
 }
 
 }  // namespace

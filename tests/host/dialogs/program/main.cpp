@@ -1,8 +1,9 @@
-// nivlo-test-dialogs: shows alerts and tells what becomes of them. Commands on standard input:
-//   show TITLE CANCEL DISABLED FILE  an alert with the file's content and the buttons Cancel and Copy;
-//                                    CANCEL and DISABLED are indices
-//   cancel-all                       as at the end of the program
-// nivlo-test-dialogs BUNDLE: shows the presets instead and tells what is picked; the last cannot be applied.
+// nivlo-test-dialogs: shows alerts and prints what happens to them. It reads commands from standard input:
+//   show TITLE CANCEL DISABLED FILE  shows an alert with the file's content and the buttons Cancel and Copy;
+//                                    CANCEL and DISABLED are indices of buttons, or -1
+//   cancel-all                       cancels all alerts, as the end of the program does
+// nivlo-test-dialogs BUNDLE: shows the presets instead and prints which are picked. Preset 4 cannot be
+// applied.
 #include <fstream>
 #include <iostream>
 #include <iterator>
