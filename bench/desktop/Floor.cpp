@@ -1,7 +1,9 @@
 #include "bench/desktop/Floor.hpp"
 
+#include <chrono>
+#include <cstdint>
 #include <iostream>
-#include <optional>
+#include <memory>
 #include <string>
 
 #include "host/loop/EventSource.hpp"

@@ -1,5 +1,6 @@
 #include "host/render/ColorMatrices.hpp"
 
+#include <cstddef>
 #include <cstdint>
 
 #include <libyuv/row.h>

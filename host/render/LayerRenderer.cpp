@@ -1,6 +1,7 @@
 #include "host/render/LayerRenderer.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 #include <vector>
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "host/render/LayerRenderer.hpp"
 #include "host/surfaces/FrameClock.hpp"

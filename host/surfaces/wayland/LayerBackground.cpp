@@ -1,6 +1,6 @@
 #include "host/surfaces/wayland/LayerBackground.hpp"
 
-#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace nivlo {

@@ -1,7 +1,6 @@
 #include "host/surfaces/wayland/WaylandEvents.hpp"
 
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include <fmt/format.h>

@@ -1,6 +1,5 @@
 #include "host/surfaces/wayland/WaylandPainter.hpp"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 

@@ -1,7 +1,9 @@
 #include "host/surfaces/wayland/WaylandToplevels.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <set>
 #include <utility>
 
 namespace nivlo {

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <set>
 #include <vector>
 
 #include "host/surfaces/wayland/WaylandHandles.hpp"

@@ -1,5 +1,6 @@
 #include "host/surfaces/wayland/WaylandWindow.hpp"
 
+#include <cstdint>
 #include <utility>
 
 namespace nivlo {

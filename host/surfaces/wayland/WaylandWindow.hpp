@@ -1,6 +1,7 @@
 // An ordinary window on a Wayland compositor.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 

@@ -1,17 +1,17 @@
 #include "host/surfaces/x11/X11Canvas.hpp"
 
 #include <array>
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include "host/surfaces/x11/X11Events.hpp"
 
 namespace nivlo {
 
 namespace {
 
 constexpr std::chrono::milliseconds kMapRetryDelay{500};
-
-template <typename Event>
-const Event& as(const xcb_generic_event_t& event) {
-  return reinterpret_cast<const Event&>(event);
-}
 
 }  // namespace
 
@@ -91,7 +91,7 @@ void X11Canvas::handle(const xcb_generic_event_t& event) {
   if (picture_) {
     picture_->handle(event);
   }
-  switch (event.response_type & 0x7f) {
+  switch (typeOf(event)) {
     case XCB_EXPOSE:
       stale_ = stale_ || as<xcb_expose_event_t>(event).window == window_;
       break;

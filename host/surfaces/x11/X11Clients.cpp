@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
+
+#include "host/surfaces/x11/X11Events.hpp"
 
 namespace nivlo {
 
@@ -20,11 +23,11 @@ std::uint32_t firstValue(const std::vector<std::uint32_t>& values, std::uint32_t
 }  // namespace
 
 void X11Clients::handle(const xcb_generic_event_t& event) {
-  const auto kind = event.response_type & 0x7f;
+  const auto kind = typeOf(event);
   if (kind == XCB_PROPERTY_NOTIFY) {
-    propertyChanged(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+    propertyChanged(as<xcb_property_notify_event_t>(event));
   } else if (kind == XCB_CONFIGURE_NOTIFY) {
-    const auto moved = clients_.find(reinterpret_cast<const xcb_configure_notify_event_t&>(event).window);
+    const auto moved = clients_.find(as<xcb_configure_notify_event_t>(event).window);
     if (moved != clients_.end() && moved->second.covers()) {
       moved->second.stale = true;
     }

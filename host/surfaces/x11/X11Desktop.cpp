@@ -1,6 +1,8 @@
 #include "host/surfaces/x11/X11Desktop.hpp"
 
 #include <algorithm>
+#include <cstdint>
+#include <memory>
 #include <utility>
 
 #include <fmt/format.h>

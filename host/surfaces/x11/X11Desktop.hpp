@@ -1,7 +1,7 @@
 // The desktop background of an X server.
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 

@@ -1,6 +1,12 @@
 #include "host/surfaces/x11/X11Monitors.hpp"
 
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
 #include <xcb/randr.h>
+
+#include "host/surfaces/x11/X11Events.hpp"
 
 namespace nivlo {
 
@@ -43,9 +49,9 @@ std::vector<X11Monitor> X11Monitors::list() {
 
 /// Monitors that a program defines (xrandr --setmonitor) are announced only by a change of the root window.
 bool X11Monitors::isChange(const xcb_generic_event_t& event) const {
-  const auto kind = event.response_type & 0x7f;
+  const auto kind = typeOf(event);
   if (kind == XCB_CONFIGURE_NOTIFY) {
-    return reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root();
+    return as<xcb_configure_notify_event_t>(event).window == connection_.root();
   }
   return firstEvent_ != 0 &&
          (kind == firstEvent_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY || kind == firstEvent_ + XCB_RANDR_NOTIFY);

@@ -1,6 +1,7 @@
 // The monitors of an X server.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 

@@ -7,6 +7,8 @@
 #include <unistd.h>
 #include <xcb/shm.h>
 
+#include "host/surfaces/x11/X11Events.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -93,12 +95,12 @@ void X11Picture::send(xcb_window_t window, xcb_gcontext_t context) {
 }
 
 void X11Picture::handle(const xcb_generic_event_t& event) {
-  const auto kind = event.response_type & 0x7f;
+  const auto kind = typeOf(event);
   if (segment_ != 0 && kind == completion_) {
-    const auto& completion = reinterpret_cast<const xcb_shm_completion_event_t&>(event);
+    const auto& completion = as<xcb_shm_completion_event_t>(event);
     inUse_ = inUse_ && completion.shmseg != segment_;
   } else if (segment_ == 0 && kind == XCB_PROPERTY_NOTIFY) {
-    const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    const auto& property = as<xcb_property_notify_event_t>(event);
     inUse_ = inUse_ && !(property.window == window_ && property.atom == connection_.atom(kSentMark));
   }
 }

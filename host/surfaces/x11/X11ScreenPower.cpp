@@ -1,5 +1,7 @@
 #include "host/surfaces/x11/X11ScreenPower.hpp"
 
+#include <chrono>
+
 #include <xcb/dpms.h>
 
 namespace nivlo {

@@ -1,6 +1,7 @@
 #include "host/surfaces/x11/X11Surface.hpp"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace nivlo {

@@ -1,9 +1,13 @@
 #include "host/surfaces/x11/X11Window.hpp"
 
 #include <algorithm>
+#include <memory>
+#include <string>
 #include <utility>
 
 #include <xcb/xcb_icccm.h>
+
+#include "host/surfaces/x11/X11Events.hpp"
 
 namespace nivlo {
 
@@ -43,14 +47,14 @@ void X11Window::openCanvases() {
 }
 
 void X11Window::handle(const xcb_generic_event_t& event) {
-  const auto kind = event.response_type & 0x7f;
+  const auto kind = typeOf(event);
   if (kind == XCB_CLIENT_MESSAGE) {
-    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    const auto& message = as<xcb_client_message_event_t>(event);
     if (message.data.data32[0] == connection().atom("WM_DELETE_WINDOW")) {
       handlers().closed();
     }
   } else if (kind == XCB_PROPERTY_NOTIFY) {
-    const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    const auto& property = as<xcb_property_notify_event_t>(event);
     stateChanged_ = stateChanged_ || property.atom == connection().atom("_NET_WM_STATE");
   }
 }

@@ -1,6 +1,9 @@
 // An ordinary window on an X server.
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "host/surfaces/x11/X11Surface.hpp"
 
 namespace nivlo {

@@ -1,6 +1,9 @@
 #include "host/surfaces/x11/X11WindowManager.hpp"
 
 #include <algorithm>
+#include <cstdint>
+
+#include "host/surfaces/x11/X11Events.hpp"
 
 namespace nivlo {
 
@@ -29,14 +32,14 @@ void X11WindowManager::query() {
 }
 
 bool X11WindowManager::handle(const xcb_generic_event_t& event) {
-  const auto kind = event.response_type & 0x7f;
+  const auto kind = typeOf(event);
   bool changed = false;
   if (kind == XCB_PROPERTY_NOTIFY) {
-    const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    const auto& property = as<xcb_property_notify_event_t>(event);
     changed = property.window == connection_.root() &&
               (property.atom == connection_.atom(kCheck) || property.atom == connection_.atom(kSupported));
   } else if (kind == XCB_DESTROY_NOTIFY) {
-    changed = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == check_;
+    changed = as<xcb_destroy_notify_event_t>(event).window == check_;
   }
   if (changed) {
     query();

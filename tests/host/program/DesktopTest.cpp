@@ -1,4 +1,13 @@
 // The wallpaper as the background of a headless Wayland desktop, with a real PipeWire camera.
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"

@@ -1,4 +1,9 @@
 // Where each part of a picture lies on the screen, read back from the drawn pixels.
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <vector>
+
 #include <gmock/gmock.h>
 
 #include "bundle/NivloWallpaper/NivloWallpaper.hpp"

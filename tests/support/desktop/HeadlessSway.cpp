@@ -1,9 +1,12 @@
 #include "tests/support/desktop/HeadlessSway.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 #include <unistd.h>

@@ -1,5 +1,7 @@
 #include "tests/support/desktop/VirtualInput.hpp"
 
+#include <string>
+
 namespace nivlo::test {
 
 VirtualInput::VirtualInput(const HeadlessSway& sway)

@@ -1,6 +1,8 @@
 // Mouse and keyboard input on a headless desktop.
 #pragma once
 
+#include <string>
+
 #include "tests/support/ChildProcess.hpp"
 #include "tests/support/desktop/HeadlessSway.hpp"
 

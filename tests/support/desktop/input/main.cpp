@@ -5,10 +5,10 @@
 #include "virtual-pointer-client-protocol.h"
 
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <type_traits>
 
