@@ -29,7 +29,7 @@ constexpr std::chrono::milliseconds kDeadline = 10 * kLiveDeadline;
 struct Scan {
   std::vector<DecodedCode> codes;
   std::chrono::duration<double, std::milli> duration{};
-  std::string error;  ///< empty if the file could be read
+  std::string error;  ///< names the file; empty if that could be read
 };
 
 Scan scanFile(CodeReaderDriver& driver, const std::filesystem::path& file) {
@@ -40,7 +40,7 @@ Scan scanFile(CodeReaderDriver& driver, const std::filesystem::path& file) {
   if (reader) {
     scan.codes = scanPicture(*reader, *image.frame);
   } else {
-    scan.error = image.frame ? "the code reader cannot be started" : image.error;
+    scan.error = image.frame ? file.string() + ": the code reader cannot be started" : image.error;
   }
   scan.duration = std::chrono::steady_clock::now() - start;
   return scan;
@@ -140,17 +140,16 @@ int scanFiles(const ScanOptions& options, std::ostream& out, std::ostream& err) 
     progress.show(i);
     const Scan scan = scans.take(i);
     progress.wipe();
-    const std::string name = visibleText(file.string());
     if (options.json) {
       writeJSON(out, file, scan);
     } else {
-      writeText(out, err, options.files.size() > 1 ? name + ": " : "", scan);
+      writeText(out, err, options.files.size() > 1 ? visibleText(file.string()) + ": " : "", scan);
     }
     out << std::flush;
     if (scan.error.empty()) {
       continue;
     }
-    err << "nivlo: " << name << ": " << visibleText(scan.error) << '\n';
+    err << "nivlo: " << visibleText(scan.error) << '\n';
     status = 1;
   }
   return status;

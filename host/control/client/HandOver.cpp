@@ -55,7 +55,7 @@ int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOn
   const auto changed = running.call("Change", changesFor(changes));
   const auto status = running.call("GetStatus");
   if (!changed.error.empty() || !status.error.empty()) {
-    std::cerr << fmt::format("nivlo: another Nivlo is running in this session, but: {}\n",
+    std::cerr << fmt::format("nivlo: Nivlo is already running and cannot take these options over: {}\n",
                              changed.error.empty() ? status.error : changed.error);
     return 1;
   }
@@ -63,7 +63,7 @@ int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOn
                            inWords(changes));
   if (!startOnly.empty()) {
     std::cout << fmt::format(
-        "{} {} ignored: Nivlo is already running; end it with 'nivlo ctl quit' and start it again\n",
+        "{} {} ignored: Nivlo is already running. To use such options, end it first: 'nivlo ctl quit'\n",
         inWords(startOnly), startOnly.size() == 1 ? "was" : "were");
   }
   return 0;
