@@ -100,7 +100,7 @@ void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, Code
     auto frame = waitForFrame(stop);
     const auto start = std::chrono::steady_clock::now();
     if (frame) {
-      lookAt(*frame, reader, sightings, reported);
+      examine(*frame, reader, sightings, reported);
       frame.reset();  // The camera may need its buffer before the next frame is due.
     }
     std::unique_lock lock(mutex_);
@@ -109,8 +109,8 @@ void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, Code
 }
 
 /// Holds the delegate only while it examines the frame, so that the delegate's owner is the one to end it.
-void AVCaptureMetadataOutput::lookAt(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
-                                     std::vector<DecodedCode>& reported) {
+void AVCaptureMetadataOutput::examine(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
+                                      std::vector<DecodedCode>& reported) {
   const auto delegate = metadataObjectsDelegate();
   // The delegate may have changed its mind since the frame came.
   if (!delegate || reportUnderWay_ || !delegate->wantsMetadataObjects()) {

@@ -46,10 +46,10 @@ class AVCaptureMetadataOutputObjectsDelegate {
 /// Finds codes in the frames of a capture session and reports each to a delegate when it comes into view.
 ///
 /// To scan, add the output to a session, set the delegate and its queue, and choose the types. While the
-/// session runs, a thread of the output's own takes the newest frame as often as the code reader allows, and
-/// skips the frames between. It examines none while there is no delegate, while the delegate's
-/// wantsMetadataObjects() is false, while no type is chosen, and while the previous report waits in the
-/// queue.
+/// session runs, a thread of the output's own, named "looks", takes the newest frame as often as the code
+/// reader allows, and skips the frames between. It examines none while there is no delegate, while the
+/// delegate's wantsMetadataObjects() is false, while no type is chosen, and while the previous report waits
+/// in the queue.
 ///
 /// A code that stays in view is reported once. It is reported again after it has been out of view for a
 /// second; time during which no frame is examined does not count towards that second. A report that the
@@ -86,7 +86,7 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
   /// The session that the output is in. Null before it is added to one, and once that session is gone.
   std::shared_ptr<AVCaptureSession> session() const { return session_.lock(); }
 
-  // The session calls these. Stopping waits until the frame that is being examined is done with.
+  // The session calls these three. Stopping waits until the frame that is being examined is done with.
   void setSession(const std::shared_ptr<AVCaptureSession>& session) { session_ = session; }
   void startReading();
   void stopReading();
@@ -97,8 +97,8 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
  private:
   AVCaptureMetadataOutput() = default;
   void readUntilStopped(const std::stop_token& stop, CodeReader& reader);
-  void lookAt(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
-              std::vector<DecodedCode>& reported);
+  void examine(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
+               std::vector<DecodedCode>& reported);
   std::optional<CaptureFrame> waitForFrame(const std::stop_token& stop);
   void report(const std::vector<DecodedCode>& codes, const PictureGeometry& picture);
   std::vector<DecodedCode> ofChosenTypes(std::vector<DecodedCode> codes) const;

@@ -25,9 +25,9 @@ class AVCaptureVideoPreviewLayer : public CALayer, public CaptureFrameConsumer {
   /// Seen when any layer of the tree next gets a picture.
   void setVideoGravity(AVLayerVideoGravity gravity) { gravity_ = gravity; }
 
-  /// Returns the reported code with its corners and bounds in this layer's coordinates, for the layer's size
-  /// and gravity of now. Null for null. Convert each reported object only once: the result does not remember
-  /// that it was converted.
+  /// Returns the reported code with its corners and bounds in this layer's coordinates, according to the
+  /// layer's present size and gravity. Null for null. The object must be one that was reported: converting a
+  /// result again would move its corners a second time.
   std::shared_ptr<const AVMetadataMachineReadableCodeObject> transformedMetadataObjectForMetadataObject(
       const std::shared_ptr<const AVMetadataMachineReadableCodeObject>& object) const;
 

@@ -19,8 +19,7 @@ concept Describable = requires(const T& value) {
 /// What stringWithFormat calls.
 std::string vStringWithFormat(std::string_view format, fmt::printf_args arguments);
 
-namespace detail {
-
+/// What stringWithFormat makes of an argument before it is formatted.
 template <typename T>
 auto formatArgument(const T& value) {
   if constexpr (Describable<T>) {
@@ -34,8 +33,6 @@ auto formatArgument(const T& value) {
   }
 }
 
-}  // namespace detail
-
 /// Fills in a format: "%@" takes a string or an object with a description; "%d", "%ld", "%f", "%.2f", "%s",
 /// "%x" and "%%" are printf's, with its flags, width and precision. The types of the arguments are known, so
 /// length modifiers such as "l" may be left out, and strings may hold any bytes. When an argument is missing
@@ -45,7 +42,7 @@ template <typename... Arguments>
 std::string stringWithFormat(std::string_view format, const Arguments&... arguments) {
   return [&](const auto&... converted) {
     return vStringWithFormat(format, fmt::make_printf_args(converted...));
-  }(detail::formatArgument(arguments)...);
+  }(formatArgument(arguments)...);
 }
 
 }  // namespace nivlo

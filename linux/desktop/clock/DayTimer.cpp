@@ -17,7 +17,8 @@ namespace nivlo {
 
 namespace {
 
-/// Not time(), which reads a coarser clock that may still show the previous day when the timer expires.
+/// Does not use time(), which reads a coarser clock that may still show the previous day when the timer
+/// expires.
 std::time_t now() {
   timespec time{};
   clock_gettime(CLOCK_REALTIME, &time);

@@ -33,7 +33,7 @@ ZoneWatch::~ZoneWatch() {
 }
 
 void ZoneWatch::onEvent(GFileMonitor*, GFile*, GFile*, GFileMonitorEvent event, gpointer data) {
-  // While the file is being written it may be incomplete; the end of writing is another event.
+  // A file that is being written may be incomplete. The end of writing has an event of its own.
   if (event != G_FILE_MONITOR_EVENT_CHANGED) {
     static_cast<ZoneWatch*>(data)->check();
   }

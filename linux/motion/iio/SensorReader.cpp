@@ -51,7 +51,7 @@ Clock::time_point earliest(const Listeners& listeners) {
   return (*std::min_element(listeners.begin(), listeners.end(), isEarlier))->due();
 }
 
-/// Reads the sensor that is there now.
+/// Reads the sensor, while there is one, for all listeners.
 class Sampler {
  public:
   bool hasSensor() const { return watch_.sensor() != nullptr; }
