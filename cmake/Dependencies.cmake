@@ -1,4 +1,4 @@
-# Everything the rooms link, found once for all of them; docs/dependencies.md says why each is here.
+# Finds everything that the rooms link. docs/dependencies.md says why each library is used.
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 find_package(fmt REQUIRED)

@@ -1,4 +1,5 @@
-# What the author of a wallpaper builds it with: headers, libraries, and the files by which CMake and pkg-config find them.
+# Installs what a wallpaper outside this tree is built with: headers, libraries, and the files by which CMake and
+# pkg-config find them.
 include(CMakePackageConfigHelpers)
 set(NIVLO_PACKAGE_DIR lib/cmake/nivlo)
 set(NIVLO_PACKAGE_SOURCES ${PROJECT_SOURCE_DIR}/cmake/package)

@@ -1,7 +1,7 @@
-# nivlo_wayland_protocol(TARGET XML): gives the target a Wayland protocol's client side, to be included as
-# "<name of the XML>-client-protocol.h".
+# nivlo_wayland_protocol(TARGET XML): adds the client side of a Wayland protocol to the target, which includes it as
+# <NAME-client-protocol.h>, where NAME is the name of the XML file.
 pkg_get_variable(WAYLAND_SCANNER wayland-scanner wayland_scanner)
-# For clang-tidy, which reads sources that nothing has been built of.
+# Generates the headers only. clang-tidy needs no more of a build than that.
 add_custom_target(protocols)
 
 function(nivlo_wayland_protocol target xml)
@@ -10,8 +10,8 @@ function(nivlo_wayland_protocol target xml)
   set(code ${CMAKE_CURRENT_BINARY_DIR}/${name}-protocol.cpp)
   add_custom_command(OUTPUT ${header} DEPENDS ${xml} COMMAND ${WAYLAND_SCANNER} client-header ${xml} ${header})
   add_custom_command(OUTPUT ${code} DEPENDS ${xml} COMMAND ${WAYLAND_SCANNER} private-code ${xml} ${code})
-  # The header's declarations give the tables external linkage, which C++ would deny them otherwise; it ignores their
-  # visibility, which is of no matter within a program.
+  # The generated code is C. Compiled as C++, its constant tables would have internal linkage without the header's
+  # declarations. The warning is about their visibility, which does not matter within a program.
   set_source_files_properties(${code} PROPERTIES COMPILE_OPTIONS "-include;${header};-Wno-attributes"
     OBJECT_DEPENDS ${header})
   target_sources(${target} PRIVATE ${code} ${header})

@@ -1,1 +1,1 @@
-// Carries the headers that tests/CMakeLists.txt has compiled ahead.
+// An empty source for the target that precompiles the headers of all tests; see tests/CMakeLists.txt.
