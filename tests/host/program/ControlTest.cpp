@@ -85,7 +85,7 @@ TEST_F(ControlTest, ItOutlivesTheBusAndIsReachableAgainOnceTheBusIsBack) {
                               session());
     EXPECT_TRUE(program.waitForLine("codes are looked for less often"));
   }
-  EXPECT_TRUE(program.waitForLine("as often as before"));
+  EXPECT_TRUE(program.waitForLine("as often as usual"));
   bus_.stopDaemon();
   EXPECT_TRUE(program.waitForLine("'nivlo ctl' cannot reach"));
   bus_.startDaemon();
