@@ -16,12 +16,8 @@ namespace {
 class GLibMainQueue : public MainQueueDriver {
  public:
   GLibMainQueue() {
-    static GSourceFuncs functions{nullptr,
-                                  nullptr,
-                                  [](GSource*, GSourceFunc callback, gpointer queue) -> gboolean { return callback(queue); },
-                                  nullptr,
-                                  nullptr,
-                                  nullptr};
+    static GSourceFuncs functions{};
+    functions.dispatch = [](GSource*, GSourceFunc callback, gpointer data) { return callback(data); };
     source_.reset(g_source_new(&functions, sizeof(GSource)));
     g_source_set_callback(source_.get(), runOne, this, nullptr);
     // Work may run a nested loop in which it waits for other work, as toolkits do.

@@ -63,7 +63,7 @@ class SavingReaders : public CodeReaderDriver {
 
   std::unique_ptr<CodeReaderDriver> readers_;
   Saving saving_ = std::make_shared<std::atomic<bool>>(false);
-  SharedBus bus_{G_BUS_TYPE_SYSTEM};  // the monitor's
+  SharedBus bus_{G_BUS_TYPE_SYSTEM};  // keeps a lost bus of profile_ from ending the process
   Owned<GPowerProfileMonitor, g_object_unref> profile_;
   gulong changed_ = 0;
 };
