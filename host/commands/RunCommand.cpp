@@ -42,7 +42,7 @@ class Run {
   }
 
   /// Returns the exit status.
-  int show(std::shared_ptr<const WallpaperBundle> bundle, std::shared_ptr<const CameraActivity> cameras) {
+  int show(std::shared_ptr<const WallpaperBundle> bundle, const std::shared_ptr<CameraActivity>& cameras) {
     std::string error;
     surface_ = chooseSurface(options_.surfaceKind, options_.surface, handlers(), &error);
     if (!surface_) {
@@ -50,8 +50,7 @@ class Run {
       return status_;
     }
     MFInfo("surface: %@", surface_->name());
-    show_ =
-        WallpaperShow::make(std::move(bundle), options_.show, surface_->size(), std::move(cameras), &error);
+    show_ = WallpaperShow::make(std::move(bundle), options_.show, surface_->size(), cameras, &error);
     if (!show_) {
       fail(error);
       return status_;
@@ -61,9 +60,11 @@ class Run {
     const auto session =
         makeSessionMonitor([this](bool inForeground) { show_->presence().setInForeground(inForeground); });
     const auto clock = makeClockMonitor();
+    cameras->onReplaced([this] { useNewCameras(); });
     control_.attach(show_.get());
     loop_.run();
     control_.attach(nullptr);
+    cameras->onReplaced([] {});
     end();
     return status_;
   }
@@ -74,6 +75,13 @@ class Run {
             .visible = [this](bool visible) { show_->presence().setVisible(visible); },
             .closed = [this] { loop_.quit(); },
             .lost = [this](const std::string& cause) { fail(cause); }};
+  }
+
+  /// A wallpaper chooses its camera when it is built.
+  void useNewCameras() {
+    if (const auto error = show_->rebuild(); !error.empty()) {
+      MFWarning("the new camera is not shown: %@", error);
+    }
   }
 
   void drawn() {

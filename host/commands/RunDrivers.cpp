@@ -41,7 +41,7 @@ std::string installDriversFor(const RunOptions& options, const std::shared_ptr<C
   Drivers set;
   set.logSink = makeConsoleLog();
   set.mainQueue = MainLoop::makeMainQueue();
-  set.cameras = observed(makeSelectedCameras(options.sources, &error),
+  set.cameras = observed(makeSelectedCameras(options.sources, &error, [cameras] { cameras->replaced(); }),
                          [cameras](CameraEvent event, const CameraInfo& camera) {
                            logCameraEvent(event, camera);
                            cameras->follow(event, camera);

@@ -1,7 +1,9 @@
 // Which camera is open.
 #pragma once
 
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "host/show/ObservedCameras.hpp"
@@ -12,6 +14,10 @@ namespace nivlo {
 class CameraActivity {
  public:
   void follow(CameraEvent event, const CameraInfo& camera);
+  /// To be called when the cameras that were listed so far only stood in, and real ones are listed instead.
+  void replaced() const { onReplaced_(); }
+  /// Calls `handler` at each such change from now on, instead of an earlier handler.
+  void onReplaced(std::function<void()> handler) { onReplaced_ = std::move(handler); }
 
   /// The open camera. While a session switches cameras two are open, and the one opened last counts.
   std::optional<CameraInfo> open() const;
@@ -21,6 +27,7 @@ class CameraActivity {
   AVCaptureDevicePosition lastPosition() const { return lastPosition_; }
 
  private:
+  std::function<void()> onReplaced_ = [] {};
   std::vector<CameraInfo> open_;  // in the order of opening
   unsigned openings_ = 0;
   AVCaptureDevicePosition lastPosition_ = AVCaptureDevicePosition::Unspecified;

@@ -54,6 +54,14 @@ std::string WallpaperShow::replace(std::shared_ptr<const WallpaperBundle> bundle
   return "";
 }
 
+std::string WallpaperShow::rebuild() {
+  ShowOptions same{.preset = preset_, .scans = status().scanning, .camera = {}};
+  if (bundle_->understands(kCameraPositionKey)) {
+    same.camera = cameraInUse();
+  }
+  return replace(bundle_, same);
+}
+
 void WallpaperShow::start(std::shared_ptr<const WallpaperBundle> bundle, std::shared_ptr<Wallpaper> wallpaper,
                           const ShowOptions& options) {
   bundle_ = std::move(bundle);

@@ -62,6 +62,10 @@ class WallpaperShow {
   /// the old wallpaper stays; empty on success.
   std::string replace(std::shared_ptr<const WallpaperBundle> bundle, const ShowOptions& options);
 
+  /// Builds the wallpaper anew with the options of now, for example because other cameras are there. Returns
+  /// what `replace` returns.
+  std::string rebuild();
+
  private:
   WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> cameras);
   void start(std::shared_ptr<const WallpaperBundle> bundle, std::shared_ptr<Wallpaper> wallpaper,

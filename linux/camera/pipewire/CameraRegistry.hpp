@@ -37,6 +37,9 @@ class CameraRegistry {
   /// Whether the first list of cameras is complete, or there is no daemon that could send one.
   bool isSettled() const { return !core_ || listed_; }
 
+  /// Whether the daemon runs, as far as is known.
+  bool isConnected() const { return core_ && !broken_; }
+
   /// Null while there is no connection.
   pw_core* core() const { return core_.get(); }
 

@@ -9,6 +9,7 @@
 #include "linux/camera/pipewire/CameraCapture.hpp"
 #include "linux/camera/pipewire/CameraRegistry.hpp"
 #include "linux/camera/pipewire/PipeWireLoop.hpp"
+#include "platform/Foundation/Dispatch.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
@@ -16,15 +17,20 @@ namespace {
 
 constexpr std::string_view kPrefix = "pipewire:";
 constexpr std::chrono::milliseconds kFirstListTimeout{900};
+constexpr std::chrono::milliseconds kSettling{300};
+
+/// Belongs to the driver, so that nobody calls it once the driver is gone.
+using ChangeHandler = std::function<void()>;
 
 /// What the driver shares with its open streams, which may outlive it. Everything but the loop is used on the
 /// loop's thread only.
 struct PipeWireSession {
-  PipeWireSession() {
+  explicit PipeWireSession(std::weak_ptr<ChangeHandler> onChange) : onChange(std::move(onChange)) {
     if (!loop.isRunning()) {
       return;
     }
     loop.run([this] {
+      settled.emplace(loop, [this] { tellMainThread(); });
       registry.emplace(loop,
                        CameraRegistry::Callbacks{[this] { camerasChanged(); }, [this] { connectionLost(); }});
     });
@@ -33,11 +39,15 @@ struct PipeWireSession {
 
   ~PipeWireSession() {
     if (loop.isRunning()) {
-      loop.run([this] { registry.reset(); });
+      loop.run([this] {
+        registry.reset();
+        settled.reset();
+      });
     }
   }
 
   void camerasChanged() {
+    settled->set(kSettling);
     for (CameraCapture& capture : captures) {
       capture.camerasChanged();
     }
@@ -49,7 +59,17 @@ struct PipeWireSession {
     }
   }
 
+  void tellMainThread() {
+    dispatch_async(dispatch_get_main_queue(), [onChange = onChange] {
+      if (const auto handler = onChange.lock()) {
+        (*handler)();
+      }
+    });
+  }
+
+  const std::weak_ptr<ChangeHandler> onChange;
   PipeWireLoop loop;
+  std::optional<LoopTimer> settled;
   std::optional<CameraRegistry> registry;
   std::list<CameraCapture> captures;
 };
@@ -74,8 +94,11 @@ class PipeWireStream : public CameraStream {
   std::list<CameraCapture>::iterator capture_;
 };
 
-class PipeWireCameras : public CameraDriver {
+class PipeWireCameras : public PipeWireCameraDriver {
  public:
+  explicit PipeWireCameras(ChangeHandler onChange)
+      : onChange_(onChange ? std::make_shared<ChangeHandler>(std::move(onChange)) : nullptr) {}
+
   std::vector<CameraInfo> cameras() override {
     std::vector<CameraInfo> result;
     if (!session_->loop.isRunning()) {
@@ -87,6 +110,14 @@ class PipeWireCameras : public CameraDriver {
       }
     });
     return result;
+  }
+
+  bool daemonRuns() override {
+    bool runs = false;
+    if (session_->loop.isRunning()) {
+      session_->loop.run([&] { runs = session_->registry->isConnected(); });
+    }
+    return runs;
   }
 
   std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
@@ -110,11 +141,14 @@ class PipeWireCameras : public CameraDriver {
                        [&](const CameraInfo& camera) { return camera.uniqueID == uniqueID; });
   }
 
-  std::shared_ptr<PipeWireSession> session_ = std::make_shared<PipeWireSession>();
+  const std::shared_ptr<ChangeHandler> onChange_;
+  const std::shared_ptr<PipeWireSession> session_ = std::make_shared<PipeWireSession>(onChange_);
 };
 
 }  // namespace
 
-std::unique_ptr<CameraDriver> makePipeWireCameras() { return std::make_unique<PipeWireCameras>(); }
+std::unique_ptr<PipeWireCameraDriver> makePipeWireCameras(std::function<void()> onChange) {
+  return std::make_unique<PipeWireCameras>(std::move(onChange));
+}
 
 }  // namespace nivlo

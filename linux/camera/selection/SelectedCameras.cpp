@@ -7,6 +7,7 @@
 #include "linux/camera/demo/DemoCameras.hpp"
 #include "linux/camera/files/FileCameras.hpp"
 #include "linux/camera/pipewire/PipeWireCameras.hpp"
+#include "linux/camera/selection/WhyNoCamera.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
@@ -26,6 +27,8 @@ struct Side {
 
 class SelectedCameras : public CameraDriver {
  public:
+  explicit SelectedCameras(std::function<void()> onReplaced) : onReplaced_(std::move(onReplaced)) {}
+
   /// Returns an error message for people, empty on success.
   std::string select(const CameraSources& sources) {
     const auto error = selectSide(Position::Back, sources.back);
@@ -61,7 +64,7 @@ class SelectedCameras : public CameraDriver {
     if (!hasAutomaticSide()) {
       return nullptr;
     }
-    return (demoStandsIn_ ? demo() : pipeWire()).open(uniqueID, std::move(onFrame));
+    return (uniqueID.starts_with("demo:") ? demo() : pipeWire()).open(uniqueID, std::move(onFrame));
   }
 
  private:
@@ -117,18 +120,32 @@ class SelectedCameras : public CameraDriver {
     auto found = pipeWire().cameras();
     if (found.empty() && !pipeWireHadCameras_) {
       demoStandsIn_ = true;
-      NSLog(
-          "cameras: PipeWire has no camera, so the demo scenes stand in; plug in a camera and start Nivlo "
-          "again, or choose one with --source");
+      const auto why = whyNoCamera(pipeWire().daemonRuns(), videoDevices());
+      NSLog("cameras: %@, so the demo scenes stand in until there is a camera; %@", why.cause, why.remedy);
       return demo().cameras();
     }
     pipeWireHadCameras_ = true;
     return found;
   }
 
-  CameraDriver& pipeWire() {
+  /// Once there has been a real camera, the demo never comes back: whoever unplugs a camera expects it to
+  /// return when it is plugged in again.
+  void camerasChanged() {
+    const auto found = pipeWire().cameras();
+    if (!demoStandsIn_ || found.empty()) {
+      return;
+    }
+    demoStandsIn_ = false;
+    pipeWireHadCameras_ = true;
+    NSLog("cameras: PipeWire now has %@, which takes the place of the demo scenes", found.front().uniqueID);
+    if (onReplaced_) {
+      onReplaced_();
+    }
+  }
+
+  PipeWireCameraDriver& pipeWire() {
     if (!pipeWire_) {
-      pipeWire_ = makePipeWireCameras();
+      pipeWire_ = makePipeWireCameras([this] { camerasChanged(); });
     }
     return *pipeWire_;
   }
@@ -140,8 +157,9 @@ class SelectedCameras : public CameraDriver {
     return *demo_;
   }
 
+  const std::function<void()> onReplaced_;
   std::array<Side, 2> sides_;
-  std::unique_ptr<CameraDriver> pipeWire_;
+  std::unique_ptr<PipeWireCameraDriver> pipeWire_;
   std::unique_ptr<CameraDriver> demo_;
   std::vector<std::unique_ptr<CameraDriver>> files_;
   bool demoStandsIn_ = false;
@@ -150,8 +168,9 @@ class SelectedCameras : public CameraDriver {
 
 }  // namespace
 
-std::unique_ptr<CameraDriver> makeSelectedCameras(const CameraSources& sources, std::string* error) {
-  auto cameras = std::make_unique<SelectedCameras>();
+std::unique_ptr<CameraDriver> makeSelectedCameras(const CameraSources& sources, std::string* error,
+                                                  std::function<void()> onReplaced) {
+  auto cameras = std::make_unique<SelectedCameras>(std::move(onReplaced));
   *error = cameras->select(sources);
   return error->empty() ? std::move(cameras) : nullptr;
 }

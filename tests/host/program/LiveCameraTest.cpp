@@ -82,6 +82,31 @@ TEST_F(LiveCameraTest, CamerasAreListedWithTheirSides) {
   EXPECT_THAT(chosen.standardOutput(), HasSubstr("back         pipewire:cam-front"));
 }
 
+TEST(LateCameraTest, TheDemoGivesWayToACameraThatComesLateAndTheLogSaysWhyThereWasNone) {
+  PrivateBus bus;
+  Nivlo beforeTheDaemon({"--qr", "off"}, bus.environment());
+  ASSERT_TRUE(beforeTheDaemon.waitForLine("PipeWire does not run, so the demo scenes stand in"));
+  ASSERT_TRUE(beforeTheDaemon.waitForLine("camera demo:back opened"));
+  PrivatePipeWire pipeWire(bus);
+  {
+    VirtualCamera camera(pipeWire.environment(), {"late", {"--location", "back"}});
+    EXPECT_TRUE(camera.waitForStreaming());
+    EXPECT_TRUE(beforeTheDaemon.waitForLine("PipeWire now has pipewire:late, which takes the place"));
+    EXPECT_THAT(beforeTheDaemon.terminate(), Eq(0));
+  }
+  Nivlo beforeTheCamera({"--qr", "off", "--camera", "front"}, bus.environment());
+  ASSERT_TRUE(beforeTheCamera.waitForLine("PipeWire has no camera, so the demo scenes stand in"));
+  ASSERT_TRUE(beforeTheCamera.waitForLine("camera demo:front opened"));
+  VirtualCamera back(pipeWire.environment(), {"late-back", {"--location", "back"}});
+  VirtualCamera front(pipeWire.environment(), {"late-front", {"--location", "front"}});
+  EXPECT_TRUE(front.waitForStreaming()) << "the side that was asked for";
+  EXPECT_TRUE(beforeTheCamera.waitForLine("camera demo:front closed"));
+  Nivlo status({"ctl", "status"}, bus.environment());
+  EXPECT_THAT(status.waitForExit(), Eq(0));
+  EXPECT_THAT(status.output(), HasSubstr("pipewire:late-front, front"));
+  EXPECT_THAT(beforeTheCamera.terminate(), Eq(0));
+}
+
 }  // namespace
 
 }  // namespace nivlo::test

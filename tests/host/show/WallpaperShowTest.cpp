@@ -111,6 +111,18 @@ TEST_F(WallpaperShowTest, TheOldWallpaperHasLetGoBeforeTheNewOneStarts) {
       << "what is paused stays paused";
 }
 
+TEST_F(WallpaperShowTest, AWallpaperIsBuiltAnewWithTheOptionsOfNow) {
+  const auto shown = show(nivloWallpaperClass_Cam);
+  shown->presence().begin();
+  shown->change({.preset = 2, .scans = true});
+  cameras_->follow(CameraEvent::Opened, {"back", "Back", AVCaptureDevicePosition::Back});
+  taken();
+  EXPECT_EQ(shown->rebuild(), "");
+  EXPECT_THAT(taken(), ElementsAre("cam built", "cam off", "cam gone", "cam variant 0", "cam qr=1",
+                                   "cam cameraPosition=back", "cam on"));
+  EXPECT_EQ(shown->status().preset, 2);
+}
+
 TEST_F(WallpaperShowTest, AWallpaperThatCannotBeShownLeavesTheOldOneAsItWas) {
   const auto shown = show(nivloWallpaperClass_Cam);
   shown->presence().begin();
