@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::string_view kPrefix = "pipewire:";
 constexpr std::chrono::milliseconds kFirstListTimeout{900};
+// The cameras of one device come one after the other; they are announced together.
 constexpr std::chrono::milliseconds kSettling{300};
 
 /// Belongs to the driver, so that nobody calls it once the driver is gone.
@@ -25,7 +26,7 @@ using ChangeHandler = std::function<void()>;
 /// What the driver shares with its open streams, which may outlive it. Everything but the loop is used on the
 /// loop's thread only.
 struct PipeWireSession {
-  explicit PipeWireSession(std::weak_ptr<ChangeHandler> onChange) : onChange(std::move(onChange)) {
+  explicit PipeWireSession(std::weak_ptr<ChangeHandler> changeHandler) : onChange(std::move(changeHandler)) {
     if (!loop.isRunning()) {
       return;
     }

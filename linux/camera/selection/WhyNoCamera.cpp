@@ -10,13 +10,15 @@
 #include <fmt/format.h>
 #include <linux/videodev2.h>
 #include <sys/ioctl.h>
-#include <unistd.h>
+
+#include "linux/handles/Descriptor.hpp"
 
 namespace nivlo {
 
 namespace {
 
-// A webcam has further files for its metadata, and decoders of video look like cameras by their names.
+// A webcam has further device files for its metadata, and the names of video decoders look like those of
+// cameras.
 bool takesPictures(int device) {
   v4l2_capability answer{};
   if (ioctl(device, VIDIOC_QUERYCAP, &answer) != 0) {
@@ -28,13 +30,11 @@ bool takesPictures(int device) {
 }
 
 std::optional<VideoDevice> cameraAt(const std::filesystem::path& path) {
-  const int device = ::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
-  if (device < 0) {
+  const Descriptor device(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+  if (device.get() < 0) {
     return errno == EACCES ? std::optional(VideoDevice{path.string(), false}) : std::nullopt;
   }
-  const bool isCamera = takesPictures(device);
-  ::close(device);
-  return isCamera ? std::optional(VideoDevice{path.string()}) : std::nullopt;
+  return takesPictures(device.get()) ? std::optional(VideoDevice{path.string()}) : std::nullopt;
 }
 
 }  // namespace
@@ -55,14 +55,14 @@ std::vector<VideoDevice> videoDevices(const std::filesystem::path& folder) {
 
 WhyNoCamera whyNoCamera(bool daemonRuns, const std::vector<VideoDevice>& devices) {
   if (!daemonRuns) {
-    return {"PipeWire does not run", "start it with 'systemctl --user start pipewire wireplumber'"};
+    return {"PipeWire is not running", "start it with 'systemctl --user start pipewire wireplumber'"};
   }
   if (devices.empty()) {
     return {"PipeWire has no camera", "plug one in, or choose something else with --source"};
   }
   const auto usable = std::ranges::find(devices, true, &VideoDevice::mayBeUsed);
   if (usable == devices.end()) {
-    return {fmt::format("you may not use {}", devices.front().path),
+    return {fmt::format("you lack the permission to use {}", devices.front().path),
             "log in at the computer itself, or have yourself added to the group video"};
   }
   return {fmt::format("PipeWire does not show {}", usable->path),

@@ -10,11 +10,12 @@ namespace nivlo {
 /// A camera as the kernel offers it.
 struct VideoDevice {
   std::string path;
-  bool mayBeUsed = true;  ///< false where this user lacks the permission; then it may be no camera at all
+  bool mayBeUsed =
+      true;  ///< false when this user lacks the permission; it may then be something other than a camera
 };
 
-/// Returns the files "video*" of the folder behind which the kernel has a camera, in the order of their
-/// names. Cameras are asked for what they can do, which does not switch them on.
+/// Returns the cameras behind the device files "video*" of the folder, ordered by path. Each file is asked
+/// what it can do, which does not switch a camera on.
 std::vector<VideoDevice> videoDevices(const std::filesystem::path& folder = "/dev");
 
 /// A cause, and what the user can do about it. Neither begins with a capital or ends in a full stop.

@@ -85,7 +85,7 @@ TEST_F(LiveCameraTest, CamerasAreListedWithTheirSides) {
 TEST(LateCameraTest, TheDemoGivesWayToACameraThatComesLateAndTheLogSaysWhyThereWasNone) {
   PrivateBus bus;
   Nivlo beforeTheDaemon({"--qr", "off"}, bus.environment());
-  ASSERT_TRUE(beforeTheDaemon.waitForLine("PipeWire does not run, so the demo scenes stand in"));
+  ASSERT_TRUE(beforeTheDaemon.waitForLine("PipeWire is not running, so the demo scenes stand in"));
   ASSERT_TRUE(beforeTheDaemon.waitForLine("camera demo:back opened"));
   PrivatePipeWire pipeWire(bus);
   {

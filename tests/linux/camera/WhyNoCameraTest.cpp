@@ -19,11 +19,11 @@ TEST(WhyNoCamera, TheRemedyFitsTheCause) {
   EXPECT_EQ(hidden.cause, "PipeWire does not show /dev/video2");
   EXPECT_THAT(hidden.remedy, HasSubstr("restart wireplumber"));
   const auto denied = whyNoCamera(true, {forbidden});
-  EXPECT_EQ(denied.cause, "you may not use /dev/video0");
+  EXPECT_EQ(denied.cause, "you lack the permission to use /dev/video0");
   EXPECT_THAT(denied.remedy, HasSubstr("group video"));
 }
 
-TEST(WhyNoCamera, AFileThatIsNoCameraIsNotTakenForOne) {
+TEST(WhyNoCamera, AFileThatIsNotACameraIsNotTakenForOne) {
   const TemporaryDirectory folder;
   folder.write("video0", "not a device");
   std::filesystem::create_symlink("/dev/null", folder.path() / "video1");
