@@ -103,7 +103,7 @@ void RunArguments::addDrawing(CLI::App& app) {
   addChoice(
       app, "--surface", kSurfaces, options_.surfaceKind,
       "Draw on the desktop background (wayland, x11), in an ordinary window, or offscreen, into memory; "
-      "auto takes the first of these that works");
+      "auto takes the first that works, and offscreen only at a terminal without a display");
   app.add_option_function<std::string>(
          "--size", [this](const std::string& text) { readSize(text, options_.surface); },
          "The size in pixels of a window or an offscreen surface")

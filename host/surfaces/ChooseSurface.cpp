@@ -1,8 +1,13 @@
 #include "host/surfaces/ChooseSurface.hpp"
 
+#include <algorithm>
 #include <cstdlib>
-#include <initializer_list>
 #include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <unistd.h>
 
 #include "host/surfaces/OffscreenSurface.hpp"
 #include "host/surfaces/wayland/WaylandDesktop.hpp"
@@ -17,38 +22,83 @@ namespace {
 
 using Open = std::unique_ptr<Surface> (*)(const SurfaceOptions&, SurfaceHandlers, std::string*);
 
+constexpr auto kWaylandDisplay = "WAYLAND_DISPLAY";
+constexpr auto kX11Display = "DISPLAY";
+/// Set by ./run, which shows what the program does wherever it is started.
+constexpr auto kWithoutDisplay = "NIVLO_WITHOUT_DISPLAY";
+
 bool isSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value && *value;
 }
 
-/// Returns the first surface that opens and logs why those before it did not.
-std::unique_ptr<Surface> firstOf(std::initializer_list<Open> openers, const SurfaceOptions& options,
-                                 const SurfaceHandlers& handlers) {
-  for (const auto open : openers) {
+/// Opens surfaces until one works.
+class Attempts {
+ public:
+  Attempts(const SurfaceOptions& options, const SurfaceHandlers& handlers)
+      : options_(options), handlers_(handlers) {}
+
+  /// Does nothing once a surface is open.
+  void attempt(Open open) {
     std::string cause;
-    if (auto surface = open(options, handlers, &cause)) {
-      return surface;
+    if (!surface_ && !(surface_ = open(options_, handlers_, &cause)) &&
+        std::find(causes_.begin(), causes_.end(), cause) == causes_.end()) {
+      causes_.push_back(std::move(cause));
     }
-    NSLog("surface: %@", cause);
   }
-  return nullptr;
+
+  /// Returns the surface, and logs what kept it from a better one; or null, with all causes in `*error`.
+  std::unique_ptr<Surface> finish(std::string* error) {
+    if (!surface_) {
+      *error = fmt::format("{}", fmt::join(causes_, "; and "));
+      return nullptr;
+    }
+    for (const auto& cause : causes_) {
+      NSLog("surface: %@", cause);
+    }
+    return std::move(surface_);
+  }
+
+ private:
+  const SurfaceOptions& options_;
+  const SurfaceHandlers& handlers_;
+  std::unique_ptr<Surface> surface_;
+  std::vector<std::string> causes_;
+};
+
+/// A display that is named but does not answer may have just ended, or not be there yet. Drawing into memory
+/// instead would keep the camera on for nobody, and the desktop from starting the program again.
+std::unique_ptr<Surface> onDisplay(const SurfaceOptions& options, const SurfaceHandlers& handlers,
+                                   std::string* error) {
+  Attempts attempts(options, handlers);
+  if (isSet(kWaylandDisplay)) {
+    attempts.attempt(WaylandDesktop::open);
+    attempts.attempt(WaylandWindow::open);
+  }
+  if (isSet(kX11Display)) {
+    attempts.attempt(X11Desktop::open);
+    attempts.attempt(X11Window::open);
+  }
+  return attempts.finish(error);
 }
 
-std::unique_ptr<Surface> automatic(const SurfaceOptions& options, const SurfaceHandlers& handlers) {
-  std::unique_ptr<Surface> surface;
-  if (isSet("WAYLAND_DISPLAY")) {
-    surface = firstOf({WaylandDesktop::open, WaylandWindow::open}, options, handlers);
+/// Somebody at a terminal without a display wants to see the program work. A program that the desktop starts
+/// has no terminal; without a display it was started too early.
+std::unique_ptr<Surface> withoutDisplay(const SurfaceOptions& options, const SurfaceHandlers& handlers,
+                                        std::string* error) {
+  if (isatty(STDIN_FILENO) == 0 && !isSet(kWithoutDisplay)) {
+    *error =
+        "there is no display: neither WAYLAND_DISPLAY nor DISPLAY is set; start Nivlo from a desktop "
+        "session, "
+        "or use --surface offscreen to draw into memory";
+    return nullptr;
   }
-  if (!surface && isSet("DISPLAY")) {
-    surface = firstOf({X11Desktop::open, X11Window::open}, options, handlers);
-  }
-  return surface ? std::move(surface) : std::make_unique<OffscreenSurface>(options, handlers);
+  return std::make_unique<OffscreenSurface>(options, handlers);
 }
 
 }  // namespace
 
-bool hasDisplay() { return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"); }
+bool hasDisplay() { return isSet(kWaylandDisplay) || isSet(kX11Display); }
 
 std::unique_ptr<Surface> chooseSurface(SurfaceKind kind, const SurfaceOptions& options,
                                        const SurfaceHandlers& handlers, std::string* error) {
@@ -58,14 +108,14 @@ std::unique_ptr<Surface> chooseSurface(SurfaceKind kind, const SurfaceOptions& o
     case SurfaceKind::X11:
       return X11Desktop::open(options, handlers, error);
     case SurfaceKind::Window:
-      return isSet("WAYLAND_DISPLAY") ? WaylandWindow::open(options, handlers, error)
-                                      : X11Window::open(options, handlers, error);
+      return isSet(kWaylandDisplay) ? WaylandWindow::open(options, handlers, error)
+                                    : X11Window::open(options, handlers, error);
     case SurfaceKind::Offscreen:
       return std::make_unique<OffscreenSurface>(options, handlers);
     case SurfaceKind::Auto:
       break;
   }
-  return automatic(options, handlers);
+  return hasDisplay() ? onDisplay(options, handlers, error) : withoutDisplay(options, handlers, error);
 }
 
 }  // namespace nivlo

@@ -12,6 +12,7 @@ namespace {
 
 using testing::Eq;
 using testing::HasSubstr;
+using testing::Not;
 
 TEST(ProgramTest, WrongUsageIsExplainedAndEndsWithStatus2) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
@@ -51,6 +52,26 @@ TEST(ProgramTest, WhatCannotBeUsedIsNamedWithTheCause) {
                     (directory.path() / "none" / "wall.png").string()});
   EXPECT_THAT(unwritable.waitForExit(), Eq(1));
   EXPECT_THAT(unwritable.output(), HasSubstr("wall.png"));
+}
+
+TEST(ProgramTest, WithoutADisplayThatAnswersItEndsSoThatTheDesktopStartsItAgain) {
+  const auto refused = [](const Environment& environment) {
+    Nivlo program({"--source", "back=demo", "--qr", "off"}, environment);
+    EXPECT_THAT(program.waitForExit(), Eq(1)) << program.output();
+    EXPECT_THAT(program.output(), Not(HasSubstr("opened"))) << "nobody could have seen the camera's picture";
+    return program.output();
+  };
+  EXPECT_THAT(refused({{"WAYLAND_DISPLAY", "wayland-none"}}),
+              HasSubstr("cannot connect to a Wayland compositor"));
+  EXPECT_THAT(refused({{"DISPLAY", ":9999"}}), HasSubstr("cannot connect to an X11 display"));
+  EXPECT_THAT(refused({{"WAYLAND_DISPLAY", "wayland-none"}, {"DISPLAY", ":9999"}}),
+              testing::AllOf(HasSubstr("Wayland compositor"), HasSubstr("cannot connect to an X11 display")));
+  EXPECT_THAT(
+      refused({{"NIVLO_WITHOUT_DISPLAY", std::nullopt}}),
+      testing::AllOf(HasSubstr("neither WAYLAND_DISPLAY nor DISPLAY"), HasSubstr("--surface offscreen")));
+  Nivlo asked({"--surface", "offscreen", "--source", "back=demo", "--qr", "off", "--frames", "1"},
+              {{"WAYLAND_DISPLAY", "wayland-none"}, {"NIVLO_WITHOUT_DISPLAY", std::nullopt}});
+  EXPECT_THAT(asked.waitForExit(), Eq(0)) << asked.output();
 }
 
 TEST(ProgramTest, ABundleThatDoesNotFitIsRefusedWithTheReason) {

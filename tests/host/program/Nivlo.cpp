@@ -19,7 +19,8 @@ const Environment kBareMachine{{"XDG_RUNTIME_DIR", "/nonexistent"},
                                {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
                                {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"},
                                {"DISPLAY", std::nullopt},
-                               {"WAYLAND_DISPLAY", std::nullopt}};
+                               {"WAYLAND_DISPLAY", std::nullopt},
+                               {"NIVLO_WITHOUT_DISPLAY", "1"}};
 
 std::vector<std::string> withProgram(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), NIVLO_PROGRAM);

@@ -15,7 +15,8 @@
 namespace nivlo::test {
 
 /// Runs `nivlo` as on a machine without PipeWire, message buses and displays, but for those that
-/// `environment` names.
+/// `environment` names. Where it names no display, the wallpaper is drawn into memory unless it takes
+/// NIVLO_WITHOUT_DISPLAY away.
 class Nivlo : public ChildProcess {
  public:
   explicit Nivlo(const std::vector<std::string>& arguments, const Environment& environment = {});
