@@ -63,7 +63,7 @@ std::filesystem::path defaultBundlePath() {
 
 std::shared_ptr<const WallpaperBundle> openWallpaperBundle(const std::filesystem::path& path,
                                                            std::string* error) {
-  auto folder = std::filesystem::absolute(path).lexically_normal();
+  auto folder = std::filesystem::absolute(path.empty() ? defaultBundlePath() : path).lexically_normal();
   if (!folder.has_filename()) {
     folder = folder.parent_path();  // "Tide.bundle/"
   }

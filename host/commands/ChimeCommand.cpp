@@ -3,6 +3,7 @@
 #include <iostream>
 #include <string>
 
+#include "host/bundle/BundleLoader.hpp"
 #include "host/commands/SharedOptions.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/loop/MainLoop.hpp"

@@ -38,8 +38,8 @@ constexpr auto kFooter = R"(Examples:
                                        draw 30 frames into memory, and save the last one
   nivlo scan *.png                     read the codes in pictures
   nivlo ctl pause                      close the camera of the running wallpaper
-'nivlo COMMAND --help' explains a command. While Nivlo is running, starting it again passes --preset, --qr and
---camera on to it. With the power-saver profile, it looks for codes less often.
+'nivlo COMMAND --help' explains a command. While Nivlo is running, starting it again passes --bundle, --preset,
+--qr and --camera on to it. With the power-saver profile, it looks for codes less often.
 )";
 
 using Commands = std::vector<std::unique_ptr<Command>>;

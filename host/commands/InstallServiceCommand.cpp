@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 #include <glib.h>
 
+#include "host/bundle/BundleLoader.hpp"
 #include "host/service/InstalledService.hpp"
 #include "host/service/LauncherTexts.hpp"
 #include "linux/handles/Owned.hpp"

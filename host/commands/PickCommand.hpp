@@ -3,14 +3,17 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
-#include "host/bundle/BundleLoader.hpp"
+#include "host/bundle/WallpaperBundle.hpp"
 #include "host/commands/Command.hpp"
+#include "host/control/client/WallpaperChoice.hpp"
 
 namespace nivlo {
 
-/// Lets a person pick one of the wallpaper's presets: the running Nivlo shows it, and so does the one that
+/// Lets a user pick a wallpaper and one of its presets: the running Nivlo shows it, and so does the one that
 /// the desktop starts.
 class PickCommand : public Command {
  public:
@@ -18,14 +21,15 @@ class PickCommand : public Command {
   int run() const override;
 
  private:
-  std::filesystem::path bundle_ = defaultBundlePath();
+  std::filesystem::path bundle_;  // empty: any installed wallpaper
 };
 
-/// Applies a preset, counted from 1. Returns what the person should know if that failed, empty on success.
-using ChoosePreset = std::function<std::string(int preset)>;
+/// Applies a choice. Returns what the user should know if that failed, empty on success.
+using ChooseWallpaper = std::function<std::string(const WallpaperChoice&)>;
 
-/// Shows the bundle's presets in a window and applies each one that is picked until the window is closed.
-/// `current`, counted from 1, is marked at first; 0 marks none. Returns the exit status.
-int pickPreset(const std::filesystem::path& bundle, int current, const ChoosePreset& choose);
+/// Shows the wallpapers in a window and applies each choice until the window is closed. `shown` is marked at
+/// first. Returns the exit status.
+int pickWallpaper(const std::vector<std::shared_ptr<const WallpaperBundle>>& wallpapers,
+                  const WallpaperChoice& shown, const ChooseWallpaper& choose);
 
 }  // namespace nivlo

@@ -3,7 +3,6 @@
 
 #include <filesystem>
 
-#include "host/bundle/BundleLoader.hpp"
 #include "host/commands/Command.hpp"
 
 namespace nivlo {
@@ -15,7 +14,7 @@ class PresetsCommand : public Command {
   int run() const override;
 
  private:
-  std::filesystem::path bundle_ = defaultBundlePath();
+  std::filesystem::path bundle_;
   bool json_ = false;
 };
 

@@ -96,7 +96,7 @@ void RunArguments::addBehaviour(CLI::App& app) {
   addChoice(app, "--alerts", kAlerts, options_.alerts,
             "Ask in the desktop's dialogs, or in the terminal with numbered buttons; auto is desktop if the "
             "wallpaper is shown on one");
-  addBundle(app, options_.bundle);
+  changes_.insert(addBundle(app, options_.bundle));
 }
 
 void RunArguments::addDrawing(CLI::App& app) {
@@ -179,8 +179,8 @@ std::vector<std::string> lastingArguments(const RunOptions& options) {
   if (options.alerts != standard.alerts) {
     add("alerts", wordFor(kAlerts, options.alerts));
   }
-  if (options.bundle != standard.bundle) {
-    add("bundle", absolute(options.bundle));
+  if (!options.bundle.empty()) {
+    add("bundle", options.bundle.string());
   }
   return arguments;
 }

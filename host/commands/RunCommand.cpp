@@ -149,7 +149,7 @@ int RunCommand::run() const {
   MainLoop loop;
   ControlService control([&loop] { loop.quit(); });
   if (control.anotherIsRunning()) {
-    return handOver(options.show, options.startOnly);
+    return handOver(options.bundle, options.show, options.startOnly);
   }
   int status = 1;
   const auto cameras = std::make_shared<CameraActivity>();

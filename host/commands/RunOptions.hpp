@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "host/bundle/BundleLoader.hpp"
 #include "host/control/client/HandOver.hpp"
 #include "host/show/ShowOptions.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
@@ -23,7 +22,7 @@ enum class AlertKind {
 };
 
 struct RunOptions {
-  std::filesystem::path bundle = defaultBundlePath();
+  std::filesystem::path bundle;  ///< empty: Nivlo's own
   ShowOptions show;
   CameraSources sources;
   std::string machine;                                       ///< the machine identifier; empty: the kernel's

@@ -15,7 +15,7 @@ namespace nivlo {
 
 // Each adds its option. What is given goes to the last argument, which must exist until parsing is over.
 
-/// "--bundle WALLPAPER". Stores the bundle's folder (see findBundle).
+/// "--bundle WALLPAPER". Stores the bundle's folder (see findBundle), an absolute path.
 CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle);
 
 /// "--source SIDE=SOURCE", once for each side of the device or for one of them.

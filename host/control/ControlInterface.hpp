@@ -7,10 +7,15 @@ inline constexpr auto kControlName = "org.nivlo.Wallpaper";
 inline constexpr auto kControlPath = "/org/nivlo/Wallpaper";
 inline constexpr auto kControlInterface = "org.nivlo.Wallpaper1";
 
-/// The interface in D-Bus's own language. These are the keys of its two dictionaries:
+/// The interface in D-Bus's own language. These are the keys of its two dictionaries, and what needs
+/// explaining:
 ///
-/// Change: "preset" (i, counted from 1), "scanning" (b) and "camera" (s, "back" or "front"). Each may be
-/// absent; then it stays as it is.
+/// Change: "wallpaper" (s, as SetWallpaper takes it), "preset" (i, counted from 1), "scanning" (b) and
+/// "camera" (s, "back" or "front"). Each may be absent; then it stays as it is, but for the preset of another
+/// wallpaper, which is the first one.
+///
+/// SetWallpaper takes a bundle's absolute path or the name of an installed wallpaper. If the wallpaper cannot
+/// be shown, the one that is shown stays.
 ///
 /// GetStatus: "process" (i, the process ID); "wallpaper" and "bundle" (s, its name and its folder); "preset"
 /// (i) and "presets" (i, how many there are); "scanning" (b, absent if the wallpaper does not read codes);
@@ -23,6 +28,9 @@ inline constexpr auto kControlDescription = R"(<node><interface name="org.nivlo.
 <method name="Resume"/>
 <method name="Swap"/>
 <method name="SetPreset"><arg name="preset" type="i" direction="in"/></method>
+<method name="SetWallpaper">
+<arg name="wallpaper" type="s" direction="in"/><arg name="preset" type="i" direction="in"/>
+</method>
 <method name="SetScanning"><arg name="scanning" type="b" direction="in"/></method>
 <method name="Change"><arg name="changes" type="a{sv}" direction="in"/></method>
 <method name="Quit"/>

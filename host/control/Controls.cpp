@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include "host/bundle/BundleLoader.hpp"
+#include "host/bundle/InstalledWallpapers.hpp"
+#include "kit/MFLog/MFLog.hpp"
 #include "linux/handles/Owned.hpp"
 
 namespace nivlo {
@@ -59,28 +62,46 @@ GVariant* describe(const WallpaperShow& show) {
   return g_variant_builder_end(&entries);
 }
 
-ShowOptions changesOf(std::string_view method, GVariant* arguments) {
-  const Owned<GVariant, g_variant_unref> argument(g_variant_get_child_value(arguments, 0));
-  if (method == "SetPreset") {
-    return {.preset = g_variant_get_int32(argument.get())};
+struct Changes {
+  std::string wallpaper;  ///< a name or a path; empty: the shown one
+  ShowOptions options;
+};
+
+Changes changesFrom(GVariant* dictionary) {
+  Changes changes;
+  const gchar* wallpaper = nullptr;
+  if (g_variant_lookup(dictionary, "wallpaper", "&s", &wallpaper)) {
+    changes.wallpaper = wallpaper;
   }
-  if (method == "SetScanning") {
-    return {.scans = g_variant_get_boolean(argument.get()) != FALSE};
-  }
-  ShowOptions changes;
   gint32 preset = 0;
-  if (g_variant_lookup(argument.get(), "preset", "i", &preset)) {
-    changes.preset = preset;
+  if (g_variant_lookup(dictionary, "preset", "i", &preset)) {
+    changes.options.preset = preset;
   }
   gboolean scans = FALSE;
-  if (g_variant_lookup(argument.get(), "scanning", "b", &scans)) {
-    changes.scans = scans != FALSE;
+  if (g_variant_lookup(dictionary, "scanning", "b", &scans)) {
+    changes.options.scans = scans != FALSE;
   }
   const gchar* camera = nullptr;
-  if (g_variant_lookup(argument.get(), "camera", "&s", &camera)) {
-    changes.camera = camera;
+  if (g_variant_lookup(dictionary, "camera", "&s", &camera)) {
+    changes.options.camera = camera;
   }
   return changes;
+}
+
+Changes changesOf(std::string_view method, GVariant* arguments) {
+  const Owned<GVariant, g_variant_unref> first(g_variant_get_child_value(arguments, 0));
+  if (method == "SetPreset") {
+    return {.options = {.preset = g_variant_get_int32(first.get())}};
+  }
+  if (method == "SetScanning") {
+    return {.options = {.scans = g_variant_get_boolean(first.get()) != FALSE}};
+  }
+  if (method == "SetWallpaper") {
+    const Owned<GVariant, g_variant_unref> preset(g_variant_get_child_value(arguments, 1));
+    return {.wallpaper = g_variant_get_string(first.get(), nullptr),
+            .options = {.preset = g_variant_get_int32(preset.get())}};
+  }
+  return changesFrom(first.get());
 }
 
 }  // namespace
@@ -110,9 +131,27 @@ std::string Controls::perform(std::string_view method, GVariant* arguments) {
   } else if (method == "Swap") {
     return show_->swapCameras();
   } else {
-    return show_->change(changesOf(method, arguments));
+    const auto changes = changesOf(method, arguments);
+    return changes.wallpaper.empty() ? show_->change(changes.options)
+                                     : showWallpaper(changes.wallpaper, changes.options);
   }
   return "";
+}
+
+std::string Controls::showWallpaper(const std::string& nameOrPath, const ShowOptions& options) {
+  std::string error;
+  const auto path = findBundle(nameOrPath, &error);
+  if (path == show_->bundle().path()) {
+    return show_->change(options);
+  }
+  const auto bundle = error.empty() ? openWallpaperBundle(path, &error) : nullptr;
+  if (bundle) {
+    error = show_->replace(bundle, options);
+  }
+  if (error.empty()) {
+    MFNotice("wallpaper: %@, preset %d", bundle->identifier(), show_->status().preset);
+  }
+  return error;
 }
 
 }  // namespace nivlo

@@ -36,6 +36,7 @@ class Controls {
 
  private:
   std::string perform(std::string_view method, GVariant* arguments);
+  std::string showWallpaper(const std::string& nameOrPath, const ShowOptions& options);
 
   std::function<void()> quit_;
   std::function<void()> changed_ = [] {};

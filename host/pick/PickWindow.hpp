@@ -1,4 +1,4 @@
-// The window in which a preset is picked.
+// The window in which a user picks a wallpaper and one of its presets.
 #pragma once
 
 #include <functional>
@@ -8,40 +8,55 @@
 
 #include <adwaita.h>
 
+#include "host/pick/PickPage.hpp"
 #include "linux/handles/Owned.hpp"
-#include "platform/UIKit/UIImage.hpp"
 
 namespace nivlo {
 
-struct PickEntry {
-  std::string words;
-  std::shared_ptr<const UIImage> picture;  ///< none is shown for null, or where it cannot be decoded
+struct PickWallpaper {
+  PickEntry entry;
+  std::vector<PickEntry> presets;
 };
 
-/// On the screen from construction until it is closed or destroyed; a column of pictures where it is narrow,
-/// else two. Main thread only, with the toolkit started.
+/// A preset of one of the wallpapers, both counted from 1; 0 stands for none.
+struct PickedPreset {
+  int wallpaper = 0;
+  int preset = 0;
+};
+
+/// On the screen from construction until it is closed or destroyed. Shows the wallpapers, and for the one
+/// that is picked its presets, with a way back; a single wallpaper's presets at once. Main thread only, with
+/// the toolkit started.
 class PickWindow {
  public:
-  /// Entries are counted from 1. `choose` is called for each pick; what it returns is shown as an error, and
-  /// the mark moves to the picked entry only when that is empty. `closed` is called when a person closes the
-  /// window.
-  PickWindow(const std::vector<PickEntry>& entries, int chosen, std::function<std::string(int)> choose,
-             std::function<void()> closed);
+  /// `shown` is marked at first. `choose` is called for each preset that is picked: the text that it returns
+  /// is shown as an error, and the mark moves only if that is empty. `closed` is called when a user closes
+  /// the window.
+  PickWindow(std::vector<PickWallpaper> wallpapers, PickedPreset shown,
+             std::function<std::string(PickedPreset)> choose, std::function<void()> closed);
   ~PickWindow();
   PickWindow(const PickWindow&) = delete;
   PickWindow& operator=(const PickWindow&) = delete;
 
  private:
-  void build(const std::vector<PickEntry>& entries);
-  void add(const PickEntry& entry);
-  void mark(int chosen);
-  void pick(int picked);
+  void build();
+  GtkWidget* framed(const PickPage& page, const std::string& title, bool hasWayBack);
+  void openWallpapers();
+  void openPresets(int wallpaper);
+  bool goBack();
+  void pick(PickedPreset picked);
+  void markShown();
 
   Owned<GtkWindow, g_object_unref> window_;
   AdwToastOverlay* messages_;
-  GtkFlowBox* grid_;
-  std::vector<GtkWidget*> marks_;
-  std::function<std::string(int)> choose_;
+  AdwLeaflet* pages_;
+  std::vector<PickWallpaper> all_;
+  PickedPreset shown_;
+  std::unique_ptr<PickPage> wallpapers_;  // null for a single wallpaper
+  std::unique_ptr<PickPage> presets_;     // null until a wallpaper is picked
+  int opened_ = 0;                        // the wallpaper whose presets these are, counted from 1
+  GtkWidget* presetsWidget_ = nullptr;
+  std::function<std::string(PickedPreset)> choose_;
   std::function<void()> closed_;
 };
 

@@ -91,14 +91,17 @@ std::vector<std::filesystem::path> uninstall() {
   return removed;
 }
 
-bool rememberPreset(int preset) {
+bool rememberWallpaper(const std::string& bundle, int preset) {
   for (const auto launcher : kLaunchers) {
     gchar* raw = nullptr;
     if (g_file_get_contents(fileOf(launcher).c_str(), &raw, nullptr, nullptr) == FALSE) {
       continue;
     }
     const Owned<gchar, g_free> text(raw);
-    if (!writeWhole(fileOf(launcher), withPreset(text.get(), preset)).empty()) {
+    const auto changed = launcher == Launcher::SystemdUnit
+                             ? unitWithWallpaper(text.get(), bundle, preset)
+                             : autostartWithWallpaper(text.get(), bundle, preset);
+    if (!writeWhole(fileOf(launcher), changed).empty()) {
       return false;
     }
     if (launcher == Launcher::SystemdUnit) {

@@ -27,8 +27,8 @@ std::string install(Launcher launcher, const std::string& text);
 /// Removes both launchers. Returns the files that existed.
 std::vector<std::filesystem::path> uninstall();
 
-/// Makes the desktop start the program with this preset from now on. Returns false if nothing is installed,
-/// or if its file cannot be changed.
-bool rememberPreset(int preset);
+/// Makes the desktop start the program with this wallpaper (see withWallpaper) from now on. Returns false if
+/// nothing is installed, or if its file cannot be changed.
+bool rememberWallpaper(const std::string& bundle, int preset);
 
 }  // namespace nivlo

@@ -1,5 +1,6 @@
 #include "host/service/LauncherTexts.hpp"
 
+#include <algorithm>
 #include <regex>
 #include <string_view>
 
@@ -34,6 +35,8 @@ RestartMaxDelaySec=120
 WantedBy=graphical-session.target
 )";
 
+constexpr auto kBundle = "--bundle=";
+
 std::string doubled(std::string_view text, std::string_view characters) {
   std::string result;
   for (const char c : text) {
@@ -60,6 +63,35 @@ std::string execWord(const std::string& word) {
     result += c;
   }
   return fmt::format("\"{}\"", result);
+}
+
+/// Whether the word, quoted or not, gives a value to the option.
+bool gives(std::string_view word, std::string_view option) {
+  word.remove_prefix(word.starts_with('"') ? 1 : 0);
+  return word.starts_with(option) && word.substr(option.size()).starts_with('=');
+}
+
+/// Changes the words of a command line, which stay quoted as they are. `bundle` is the quoted option of that
+/// name, or empty.
+std::string withWallpaper(const std::string& line, const std::string& bundle, int preset) {
+  static const std::regex kWord(R"("(?:[^"\\]|\\.)*"|\S+)");
+  std::vector<std::string> words;
+  std::string earlierBundle;
+  for (std::sregex_iterator match(line.begin(), line.end(), kWord), end; match != end; ++match) {
+    words.push_back(match->str());
+    if (gives(words.back(), "--bundle")) {
+      earlierBundle = words.back();
+    }
+  }
+  std::erase_if(words, [&](const std::string& word) {
+    const bool forEarlier = gives(word, "--qr") || gives(word, "--camera");
+    return gives(word, "--preset") || gives(word, "--bundle") || (forEarlier && bundle != earlierBundle);
+  });
+  words.push_back(fmt::format("\"--preset={}\"", preset));
+  if (!bundle.empty()) {
+    words.push_back(bundle);
+  }
+  return fmt::format("{}", fmt::join(words, " "));
 }
 
 }  // namespace
@@ -89,10 +121,34 @@ std::string autostartText(const LaunchCommand& command) {
   return text.get();
 }
 
-std::string withPreset(const std::string& text, int preset) {
-  static const std::regex argument("\"--preset=[0-9]+\"");
-  return std::regex_replace(text, argument, fmt::format("\"--preset={}\"", preset),
-                            std::regex_constants::format_first_only);
+std::string unitWithWallpaper(const std::string& text, const std::string& bundle, int preset) {
+  constexpr std::string_view kKey = "\nExecStart=";
+  const auto key = text.find(kKey);
+  if (key == std::string::npos) {
+    return text;
+  }
+  const auto start = key + kKey.size();
+  const auto end = std::min(text.find('\n', start), text.size());
+  const auto option = bundle.empty() ? "" : unitWord(kBundle + bundle, false);
+  return text.substr(0, start) + withWallpaper(text.substr(start, end - start), option, preset) +
+         text.substr(end);
+}
+
+std::string autostartWithWallpaper(const std::string& text, const std::string& bundle, int preset) {
+  const Owned<GKeyFile, g_key_file_unref> entry(g_key_file_new());
+  g_key_file_load_from_data(
+      entry.get(), text.c_str(), text.size(),
+      static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS), nullptr);
+  const Owned<gchar, g_free> line(
+      g_key_file_get_string(entry.get(), G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
+  if (!line) {
+    return text;
+  }
+  const auto option = bundle.empty() ? "" : execWord(kBundle + bundle);
+  g_key_file_set_string(entry.get(), G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_EXEC,
+                        withWallpaper(line.get(), option, preset).c_str());
+  const Owned<gchar, g_free> changed(g_key_file_to_data(entry.get(), nullptr, nullptr));
+  return changed.get();
 }
 
 }  // namespace nivlo

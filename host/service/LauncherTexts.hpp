@@ -16,7 +16,11 @@ std::string unitText(const LaunchCommand& command);
 /// Writes a desktop entry for the autostart folder.
 std::string autostartText(const LaunchCommand& command);
 
-/// Returns the text of either with another preset in its command, or unchanged if its command names none.
-std::string withPreset(const std::string& text, int preset);
+// Each returns the text of a launcher with another wallpaper in its command, or unchanged if it has no
+// command. `bundle` is the wallpaper's path, or empty for Nivlo's own. When that changes, the options --qr
+// and --camera go: they were meant for the earlier wallpaper, and the new one may not understand them. All
+// else stays as it is.
+std::string unitWithWallpaper(const std::string& text, const std::string& bundle, int preset);
+std::string autostartWithWallpaper(const std::string& text, const std::string& bundle, int preset);
 
 }  // namespace nivlo

@@ -33,6 +33,16 @@ int ControlClient::Answer::number(const char* key) const {
   return result;
 }
 
+std::string ControlClient::Answer::text(const char* key) const {
+  const gchar* result = "";
+  if (!values) {
+    return result;
+  }
+  const Owned<GVariant, g_variant_unref> status(g_variant_get_child_value(values.get(), 0));
+  g_variant_lookup(status.get(), key, "&s", &result);
+  return result;
+}
+
 ControlClient::Answer ControlClient::call(const char* method, GVariant* arguments) const {
   const Owned<GVariant, g_variant_unref> owned(arguments ? g_variant_ref_sink(arguments) : nullptr);
   if (!connection_) {

@@ -25,6 +25,8 @@ class ControlClient {
 
     /// Returns an integer from the answer to GetStatus; 0 if it is absent.
     int number(const char* key) const;
+    /// Returns a string from the answer to GetStatus; empty if it is absent.
+    std::string text(const char* key) const;
   };
   /// Calls a method of kControlInterface. `arguments` is a floating tuple, which the call takes over, or
   /// null.

@@ -11,9 +11,13 @@ namespace nivlo {
 
 namespace {
 
-GVariant* changesFor(const ShowOptions& changes) {
+GVariant* changesFor(const std::filesystem::path& bundle, const ShowOptions& changes) {
   GVariantBuilder entries;
   g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
+  if (!bundle.empty()) {
+    const Owned<gchar, g_free> path(g_utf8_make_valid(bundle.c_str(), -1));
+    g_variant_builder_add(&entries, "{sv}", "wallpaper", g_variant_new_string(path.get()));
+  }
   if (changes.preset) {
     g_variant_builder_add(&entries, "{sv}", "preset", g_variant_new_int32(*changes.preset));
   }
@@ -26,8 +30,11 @@ GVariant* changesFor(const ShowOptions& changes) {
   return g_variant_new("(@a{sv})", g_variant_builder_end(&entries));
 }
 
-std::string inWords(const ShowOptions& changes) {
+std::string inWords(const std::string& wallpaper, const ShowOptions& changes) {
   std::vector<std::string> parts;
+  if (!wallpaper.empty()) {
+    parts.push_back(fmt::format("shows {}", wallpaper));
+  }
   if (changes.preset) {
     parts.push_back(fmt::format("shows preset {}", *changes.preset));
   }
@@ -50,9 +57,10 @@ std::string inWords(const std::vector<GivenOption>& options) {
 
 }  // namespace
 
-int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOnly) {
+int handOver(const std::filesystem::path& bundle, const ShowOptions& changes,
+             const std::vector<GivenOption>& startOnly) {
   const ControlClient running;
-  const auto changed = running.call("Change", changesFor(changes));
+  const auto changed = running.call("Change", changesFor(bundle, changes));
   const auto status = running.call("GetStatus");
   if (!changed.error.empty() || !status.error.empty()) {
     std::cerr << fmt::format("nivlo: Nivlo is already running and cannot take these options over: {}\n",
@@ -60,7 +68,7 @@ int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOn
     return 1;
   }
   std::cout << fmt::format("Nivlo is already running (process {}){}\n", status.number("process"),
-                           inWords(changes));
+                           inWords(bundle.empty() ? "" : status.text("wallpaper"), changes));
   if (!startOnly.empty()) {
     std::cout << fmt::format(
         "{} {} ignored: Nivlo is already running. To use such options, end it first: 'nivlo ctl quit'\n",

@@ -1,6 +1,7 @@
 // What a second start of the program does.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -14,9 +15,10 @@ struct GivenOption {
   std::string value;
 };
 
-/// Asks the Nivlo that is already running to make these changes, and tells the user about it.
-/// `startOnly` are options that a running program cannot take over; they are reported as ignored. Returns the
-/// exit status.
-int handOver(const ShowOptions& changes, const std::vector<GivenOption>& startOnly);
+/// Asks the Nivlo that is already running to show this bundle (an empty path: the one that it shows) with
+/// these changes, and tells the user about it. `startOnly` are options that a running program cannot take
+/// over; they are reported as ignored. Returns the exit status.
+int handOver(const std::filesystem::path& bundle, const ShowOptions& changes,
+             const std::vector<GivenOption>& startOnly);
 
 }  // namespace nivlo

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
+#include "tests/support/TestBundle.hpp"
 #include "tests/support/desktop/VirtualInput.hpp"
 
 namespace nivlo::test {
@@ -102,13 +103,42 @@ TEST_F(PhoneDialogsTest, PicksAPresetByTouchAndByKeyboardOnAPhone) {
   ChildProcess picker({NIVLO_TEST_DIALOGS, NIVLO_BUNDLE}, sway_.environment());
   ASSERT_TRUE(waitFor([&] { return sway_.focusedWindow().has_value(); })) << picker.output();
   input_.click(180, 340);
-  EXPECT_TRUE(picker.waitForLine("picked 2")) << picker.output();
+  EXPECT_TRUE(picker.waitForLine("picked NivloWallpaper 2")) << picker.output();
   input_.key(KEY_END);
   input_.key(KEY_SPACE);
-  EXPECT_TRUE(picker.waitForLine("picked 4")) << picker.output();
+  EXPECT_TRUE(picker.waitForLine("picked NivloWallpaper 4")) << picker.output();
   sway_.screenshot("HEADLESS-1", "pick-phone");
   // The first Escape only dismisses the error message of preset 4.
   EXPECT_TRUE(waitFor([&] {
+    input_.key(KEY_ESC);
+    return picker.waitForExit(std::chrono::milliseconds(200)) == 0;
+  })) << picker.output();
+}
+
+TEST_F(PhoneDialogsTest, PicksAmongSeveralWallpapersAndFindsTheWayBack) {
+  const auto paint = writeBundle(directory_.path(), "Paint", "Paint", NIVLO_TEST_WALLPAPERS);
+  std::filesystem::copy_file(NIVLO_BUNDLE "/nivlowallpaper3.png", paint / "sample.png");
+  const auto plain = writeBundle(directory_.path(), "Plain", "Plain", NIVLO_TEST_WALLPAPERS);
+  ChildProcess picker({NIVLO_TEST_DIALOGS, NIVLO_BUNDLE, paint, plain}, sway_.environment());
+  ASSERT_TRUE(waitFor([&] { return sway_.focusedWindow().has_value(); })) << picker.output();
+  // Clicks until a wallpaper, and then the first of its presets, which takes its place, have been picked. A
+  // second click that comes too early makes a double click, which picks nothing.
+  const auto pickFirstAt = [&](double x, double y, const std::string& line) {
+    return waitFor([&] {
+      input_.click(x, y);
+      return picker.waitForLine(line, std::chrono::milliseconds(600)).has_value();
+    });
+  };
+  EXPECT_TRUE(pickFirstAt(270, 180, "picked Paint 1")) << picker.output();
+  input_.key(KEY_END);
+  input_.key(KEY_SPACE);
+  EXPECT_TRUE(picker.waitForLine("picked Paint 2")) << picker.output();
+  sway_.screenshot("HEADLESS-1", "pick-presets-phone");
+  input_.key(KEY_ESC);
+  EXPECT_TRUE(pickFirstAt(90, 180, "picked NivloWallpaper 1")) << picker.output();
+  input_.click(22, 22);  // the button that leads back
+  EXPECT_TRUE(waitFor([&] {
+    sway_.screenshot("HEADLESS-1", "pick-wallpapers-phone");
     input_.key(KEY_ESC);
     return picker.waitForExit(std::chrono::milliseconds(200)) == 0;
   })) << picker.output();

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
-#include "tests/host/program/TestBundle.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/TestBundle.hpp"
 #include "tests/support/pictures/PictureFile.hpp"
 
 namespace nivlo::test {

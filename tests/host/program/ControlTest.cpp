@@ -6,6 +6,7 @@
 #include "linux/handles/Owned.hpp"
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/PrivateBus.hpp"
+#include "tests/support/TestBundle.hpp"
 
 namespace nivlo::test {
 namespace {
@@ -165,6 +166,47 @@ TEST_F(ControlTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePath
                           "--camera=front", "--source=back=pipewire:n", "--source=front=file:" + here + "/f",
                           "--accelerometer=script:" + here + "/s", "--machine=iPhone4,1", "--output=eDP-1",
                           "--pause=never", "--alerts=terminal", "--bundle=" + bundle.string()));
+}
+
+TEST_F(ControlTest, AnotherWallpaperTakesTheShownOnesPlaceAndOneThatCannotLeavesIt) {
+  const auto wallpapers = bus_.dataDirectory() / "nivlo" / "wallpapers";
+  const auto paint = writeBundle(wallpapers, "Paint", "Paint", NIVLO_TEST_WALLPAPERS);
+  writeBundle(wallpapers, "Throwing", "Throwing", NIVLO_TEST_WALLPAPERS);
+  // Over D-Bus, waiting for words in the answer.
+  const auto setWallpaper = [&](const std::string& wallpaper, int preset, const std::string& answer) {
+    ChildProcess call(
+        {"gdbus", "call", "--session", "--dest=org.nivlo.Wallpaper", "--object-path=/org/nivlo/Wallpaper",
+         "--method=org.nivlo.Wallpaper1.SetWallpaper", wallpaper, std::to_string(preset)},
+        session());
+    call.waitForExit();
+    EXPECT_THAT(call.output(), HasSubstr(answer));
+  };
+  Nivlo program(offscreen_, session());
+  ASSERT_TRUE(program.waitForLine("camera demo:back opened"));
+  setWallpaper(paint, 2, "()");
+  EXPECT_TRUE(program.waitForLine("camera demo:back closed"));
+  EXPECT_TRUE(program.waitForLine("paint: animating"));
+  auto now = status();
+  EXPECT_EQ(now["wallpaper"], "Paint");
+  EXPECT_EQ(now["bundle"], paint.string());
+  EXPECT_EQ(now["preset"], 2);
+  EXPECT_FALSE(now.contains("scanning"));
+  EXPECT_THAT(run({"ctl", "status"}, 0), AllOf(HasSubstr("Paint, shown"), HasSubstr("does not read codes")));
+  EXPECT_THAT(run({"ctl", "scan", "on"}, 1), HasSubstr("Paint does not read codes"));
+  EXPECT_THAT(run({"ctl", "swap"}, 1), HasSubstr("Paint has no camera to choose"));
+  setWallpaper("Throwing", 1, "throws: not today");
+  setWallpaper("/none.bundle", 1, "Info.plist");
+  setWallpaper("unheard-of", 1, "nor an installed wallpaper");
+  EXPECT_THAT(run({"--bundle", "paint", "--preset", "3"}, 1), HasSubstr("Paint has 2 presets"));
+  now = status();
+  EXPECT_EQ(now["wallpaper"], "Paint");
+  EXPECT_EQ(now["preset"], 2);
+  EXPECT_THAT(run({"--bundle", "nivlo", "--camera", "front"}, 0),
+              HasSubstr("it now shows Nivlo, uses the front camera"));
+  EXPECT_TRUE(program.waitForLine("paint: still"));
+  EXPECT_TRUE(program.waitForLine("paint: gone"));
+  EXPECT_TRUE(program.waitForLine("camera demo:front opened"));
+  EXPECT_THAT(program.terminate(), Eq(0));
 }
 
 }  // namespace

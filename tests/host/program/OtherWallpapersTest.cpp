@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/host/program/Nivlo.hpp"
-#include "tests/host/program/TestBundle.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
+#include "tests/support/TestBundle.hpp"
 #include "tests/support/pictures/PictureFile.hpp"
 
 namespace nivlo::test {

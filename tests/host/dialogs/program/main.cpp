@@ -2,7 +2,7 @@
 //   show TITLE CANCEL DISABLED FILE  shows an alert with the file's content and the buttons Cancel and Copy;
 //                                    CANCEL and DISABLED are indices of buttons, or -1
 //   cancel-all                       cancels all alerts, as the end of the program does
-// nivlo-test-dialogs BUNDLE: shows the presets instead and prints which are picked. Preset 4 cannot be
+// nivlo-test-dialogs BUNDLE...: shows the wallpapers instead and prints what is picked. A preset 4 cannot be
 // applied.
 #include <fstream>
 #include <iostream>
@@ -15,6 +15,7 @@
 #include "host/alerts/TerminalPasteboard.hpp"
 #include "host/alerts/gtk/GtkAlerts.hpp"
 #include "host/alerts/gtk/GtkPasteboard.hpp"
+#include "host/bundle/BundleLoader.hpp"
 #include "host/commands/PickCommand.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
@@ -53,16 +54,26 @@ void obey(const std::string& line) {
   }
 }
 
+int pick(const std::vector<std::string>& bundles) {
+  std::vector<std::shared_ptr<const WallpaperBundle>> wallpapers;
+  for (const auto& bundle : bundles) {
+    std::string error;
+    wallpapers.push_back(openWallpaperBundle(bundle, &error));
+  }
+  const auto choose = [](const WallpaperChoice& choice) {
+    std::cout << "picked " << choice.bundle.stem().string() << ' ' << choice.preset << std::endl;
+    return choice.preset == 4 ? "The front camera is <gone>." : "";
+  };
+  return pickWallpaper(wallpapers, {.bundle = wallpapers.front()->path(), .preset = 1}, choose);
+}
+
 }  // namespace
 }  // namespace nivlo
 
 int main(int count, char** arguments) {
   using namespace nivlo;
-  if (count == 2) {
-    return pickPreset(arguments[1], 1, [](int preset) {
-      std::cout << "picked " << preset << std::endl;
-      return preset == 4 ? "The front camera is <gone>." : "";
-    });
+  if (count > 1) {
+    return pick({arguments + 1, arguments + count});
   }
   Drivers machine;
   machine.mainQueue = MainLoop::makeMainQueue();

@@ -1,4 +1,4 @@
-#include "tests/host/program/TestBundle.hpp"
+#include "tests/support/TestBundle.hpp"
 
 #include <fstream>
 
