@@ -56,6 +56,7 @@ void AVCaptureMetadataOutput::startReading() {
   }
   reader_ = drivers().codeReader->makeReader();
   if (reader_) {
+    reading_ = true;
     thread_ = std::jthread([this](const std::stop_token& stop) { readUntilStopped(stop, *reader_); });
   }
 }
@@ -64,6 +65,7 @@ void AVCaptureMetadataOutput::stopReading() {
   if (!thread_.joinable()) {
     return;
   }
+  reading_ = false;
   thread_.request_stop();
   thread_.join();
   reader_.reset();
@@ -94,13 +96,11 @@ std::optional<CaptureFrame> AVCaptureMetadataOutput::waitForFrame(const std::sto
 
 void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, CodeReader& reader) {
   NSThread::currentThread().setName("looks");
-  CodeSightings sightings;
-  std::vector<DecodedCode> reported;
   while (!stop.stop_requested()) {
     auto frame = waitForFrame(stop);
     const auto start = std::chrono::steady_clock::now();
     if (frame) {
-      examine(*frame, reader, sightings, reported);
+      examine(*frame, reader, stop);
       frame.reset();  // The camera may need its buffer before the next frame is due.
     }
     std::unique_lock lock(mutex_);
@@ -109,21 +109,26 @@ void AVCaptureMetadataOutput::readUntilStopped(const std::stop_token& stop, Code
 }
 
 /// Holds the delegate only while it examines the frame, so that the delegate's owner is the one to end it.
-void AVCaptureMetadataOutput::examine(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
-                                      std::vector<DecodedCode>& reported) {
+void AVCaptureMetadataOutput::examine(const CaptureFrame& frame, CodeReader& reader,
+                                      const std::stop_token& stop) {
   const auto delegate = metadataObjectsDelegate();
   // The delegate may have changed its mind since the frame came.
-  if (!delegate || reportUnderWay_ || !delegate->wantsMetadataObjects()) {
+  if (!delegate || reportUnderWay_ || !delegate->wantsMetadataObjects() || !reader.mayLook()) {
     return;
   }
   auto seen = ofChosenTypes(reader.look(*frame.picture));
-  if (reportDropped_.exchange(false)) {
-    sightings.forget(reported);
+  // Whoever has ended the watching during the look does not expect to hear of it.
+  if (stop.stop_requested() || !reader.mayLook()) {
+    return;
   }
-  auto codes = sightings.comingIntoView(std::move(seen), std::chrono::steady_clock::now());
-  if (!codes.empty()) {
-    report(codes, frame.geometry);
-    reported.swap(codes);
+  if (reportDropped_.exchange(false)) {
+    sightings_.forget(reported_);
+  }
+  auto code = sightings_.nextNew(frame.device ? frame.device->uniqueID() : "", std::move(seen),
+                                 std::chrono::steady_clock::now());
+  if (code) {
+    report(*code, frame.geometry);
+    reported_ = std::move(*code);
   }
 }
 
@@ -135,16 +140,13 @@ std::vector<DecodedCode> AVCaptureMetadataOutput::ofChosenTypes(std::vector<Deco
   return codes;
 }
 
-void AVCaptureMetadataOutput::report(const std::vector<DecodedCode>& codes, const PictureGeometry& picture) {
+void AVCaptureMetadataOutput::report(const DecodedCode& code, const PictureGeometry& picture) {
   const auto queue = metadataObjectsCallbackQueue();
   if (!queue) {
     return;
   }
-  MetadataObjects objects;
-  for (const auto& code : codes) {
-    objects.push_back(
-        std::make_shared<AVMetadataMachineReadableCodeObject>(code.type, code.text, code.corners, picture));
-  }
+  MetadataObjects objects{
+      std::make_shared<AVMetadataMachineReadableCodeObject>(code.type, code.text, code.corners, picture)};
   reportUnderWay_ = true;
   dispatch_async(queue, [self = weak_from_this(), objects = std::move(objects)] {
     const auto output = self.lock();
@@ -152,7 +154,7 @@ void AVCaptureMetadataOutput::report(const std::vector<DecodedCode>& codes, cons
       return;
     }
     const auto delegate = output->metadataObjectsDelegate();
-    if (delegate && delegate->wantsMetadataObjects()) {
+    if (delegate && output->reading_ && delegate->wantsMetadataObjects()) {
       delegate->captureOutput(*output, objects, {output->session_});
     } else {
       output->reportDropped_ = true;

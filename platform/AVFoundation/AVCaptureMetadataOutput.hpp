@@ -32,8 +32,8 @@ class AVCaptureMetadataOutputObjectsDelegate {
  public:
   virtual ~AVCaptureMetadataOutputObjectsDelegate() = default;
 
-  /// Reports the codes that have just come into view: at least one, and of several the one that the user
-  /// points at last. Called on the queue given to setMetadataObjectsDelegate.
+  /// Reports a code that has come into view. `objects` holds this code alone. Called on the queue given to
+  /// setMetadataObjectsDelegate.
   virtual void captureOutput(AVCaptureMetadataOutput& output, const MetadataObjects& objects,
                              const AVCaptureConnection& connection) = 0;
 
@@ -48,13 +48,17 @@ class AVCaptureMetadataOutputObjectsDelegate {
 /// To scan, add the output to a session, set the delegate and its queue, and choose the types. While the
 /// session runs, a thread of the output's own, named "looks", takes the newest frame as often as the code
 /// reader allows, and skips the frames between. It examines none while there is no delegate, while the
-/// delegate's wantsMetadataObjects() is false, while no type is chosen, and while the previous report waits
-/// in the queue.
+/// delegate's wantsMetadataObjects() or the reader's mayLook() is false, while no type is chosen, and while
+/// the previous report waits in the queue.
 ///
 /// A code that stays in view is reported once. It is reported again after it has been out of view for a
-/// second; time during which no frame is examined does not count towards that second. A report that the
-/// delegate does not want any more when its turn comes is dropped, and its codes are reported again if they
-/// are still in view.
+/// second. Time during which no frame is examined does not count towards that second, and nor does time
+/// during which another camera was chosen, so a code is not reported again because the session was stopped or
+/// changed cameras meanwhile. Of several codes that have come into view the one nearest to the picture's
+/// centre is reported, and the others follow with later looks, for as long as they stay in view. A look that
+/// is under way when the session stops reports nothing. A report that the delegate does not want any more
+/// when its turn comes, or that comes after the session's end, is dropped, and its code is reported again if
+/// it is still in view.
 ///
 /// Main thread only, except where a comment says otherwise.
 class AVCaptureMetadataOutput : public CaptureFrameConsumer,
@@ -97,10 +101,9 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
  private:
   AVCaptureMetadataOutput() = default;
   void readUntilStopped(const std::stop_token& stop, CodeReader& reader);
-  void examine(const CaptureFrame& frame, CodeReader& reader, CodeSightings& sightings,
-               std::vector<DecodedCode>& reported);
+  void examine(const CaptureFrame& frame, CodeReader& reader, const std::stop_token& stop);
   std::optional<CaptureFrame> waitForFrame(const std::stop_token& stop);
-  void report(const std::vector<DecodedCode>& codes, const PictureGeometry& picture);
+  void report(const DecodedCode& code, const PictureGeometry& picture);
   std::vector<DecodedCode> ofChosenTypes(std::vector<DecodedCode> codes) const;
 
   std::weak_ptr<AVCaptureSession> session_;
@@ -113,6 +116,10 @@ class AVCaptureMetadataOutput : public CaptureFrameConsumer,
   std::atomic<bool> reportUnderWay_{false};
   std::atomic<bool> reportDropped_{false};
   std::unique_ptr<CodeReader> reader_;
+  std::atomic<bool> reading_{false};
+  // Used by the thread alone; here, because they outlast it and serve the next one.
+  CodeSightings sightings_;
+  DecodedCode reported_;  // the last one
   std::jthread thread_;
 };
 

@@ -148,9 +148,9 @@ bool AVCaptureSession::openChosenDevice() {
   }
   // People expect to see themselves as in a mirror.
   const bool mirrored = device->position() == AVCaptureDevicePosition::Front;
-  auto stream =
-      drivers().cameras->open(device->uniqueID(), [feed = feed_, mirrored](const VideoFramePtr& picture) {
-        feed->deliver({picture, pictureGeometry(*picture, mirrored)});
+  auto stream = drivers().cameras->open(
+      device->uniqueID(), [feed = feed_, device, mirrored](const VideoFramePtr& picture) {
+        feed->deliver({picture, pictureGeometry(*picture, mirrored), device});
       });
   if (!stream) {
     return false;

@@ -1,6 +1,9 @@
 // A frame as a capture session hands it out.
 #pragma once
 
+#include <memory>
+
+#include "platform/AVFoundation/AVCaptureDevice.hpp"
 #include "platform/AVFoundation/PictureGeometry.hpp"
 #include "platform/drivers/VideoFrame.hpp"
 
@@ -10,6 +13,8 @@ namespace nivlo {
 struct CaptureFrame {
   VideoFramePtr picture;     ///< null for an empty layer
   PictureGeometry geometry;  ///< meaningless without a picture
+  /// The camera that the picture is from; null where that does not matter.
+  std::shared_ptr<const AVCaptureDevice> device = nullptr;
 };
 
 /// Takes the frames of a running session.

@@ -1,7 +1,17 @@
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+
+#include "platform/Foundation/Dispatch.hpp"
 #include "tests/bundle/WallpaperTest.hpp"
 
 namespace nivlo {
 namespace {
+
+DecodedCode inView(const char* text) {
+  return {"org.iso.QRCode", text, {{0, 0}, {64, 0}, {64, 48}, {0, 48}}};
+}
 
 class Detection : public WallpaperTest {};
 
@@ -31,7 +41,7 @@ TEST_F(Detection, LetsAnEarlierCodeOfAReportDecide) {
 TEST_F(Detection, OffersACodeInViewTwiceOrDecodesDuringADialog) {
   view->setIsDetactable(false);
   view->setAnimating(true);
-  machine.reader.putInView({{"org.iso.QRCode", "seen", {{0, 0}, {64, 0}, {64, 48}, {0, 48}}}});
+  machine.reader.putInView({inView("seen")});
   ASSERT_TRUE(machine.watchFrames(100));
   EXPECT_EQ(machine.reader.looks, 0) << "frames were examined behind a closed gate";
   view->setWallpaperOptions({{"qr", true}});
@@ -45,6 +55,76 @@ TEST_F(Detection, OffersACodeInViewTwiceOrDecodesDuringADialog) {
   ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return machine.reader.looks >= looks + 3; }));
   EXPECT_TRUE(machine.alerts.shown.empty()) << "a code that stayed in view was offered again";
   EXPECT_TRUE(view->isDetactable());
+}
+
+TEST_F(Detection, NagsAboutACodeThatStayedInViewOverAStop) {
+  const auto looksAfter = [this](const std::function<void()>& change) {
+    change();
+    return machine.mainQueue.drainUntil(
+        [&, wanted = machine.reader.looks + 3] { return machine.reader.looks >= wanted; });
+  };
+  machine.reader.putInView({inView("poster")});
+  view->setAnimating(true);
+  ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return !machine.alerts.shown.empty(); }));
+  machine.alerts.tapTop(0);
+  EXPECT_TRUE(looksAfter([&] {
+    view->setAnimating(false);
+    view->setAnimating(true);
+  }));
+  EXPECT_TRUE(looksAfter([&] {
+    post(UIApplicationDidEnterBackgroundNotification);
+    post(UIApplicationWillEnterForegroundNotification);
+  }));
+  EXPECT_TRUE(looksAfter([&] { view->swapFrontAndBackCameras(); }));
+  EXPECT_EQ(messages(), Strings{});
+}
+
+TEST_F(Detection, LosesOneOfSeveralCodesInView) {
+  machine.reader.putInView({inView("corner"), inView("side"), inView("centre")});
+  view->setAnimating(true);
+  for (const char* text : {"centre", "side", "corner"}) {
+    ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return !machine.alerts.shown.empty(); })) << text;
+    EXPECT_EQ(messages(), Strings{std::string("Get a Barcode with content: ") + text});
+    machine.alerts.tapTop(0);
+  }
+}
+
+TEST_F(Detection, ReportsALookThatWasUnderWayAtTheStop) {
+  machine.reader.putInView({inView("seen")});
+  std::atomic<bool> stopping{false};
+  machine.reader.onLook = [&] { test::waitFor([&] { return stopping.load(); }); };
+  view->setAnimating(true);
+  ASSERT_TRUE(test::waitFor([&] { return machine.reader.looks == 1; }));
+  {
+    const std::jthread release([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      stopping = true;
+    });
+    view->setAnimating(false);
+  }
+  bool handled = false;
+  dispatch_async(view->metadataOutput()->metadataObjectsCallbackQueue(),
+                 [&] { dispatch_async(dispatch_get_main_queue(), [&] { handled = true; }); });
+  ASSERT_TRUE(machine.mainQueue.drainUntil([&] { return handled; }));
+  EXPECT_EQ(messages(), Strings{});
+  view->setAnimating(true);
+  EXPECT_TRUE(machine.mainQueue.drainUntil([&] { return !machine.alerts.shown.empty(); }))
+      << "the code counts as offered";
+  view->setAnimating(false);
+}
+
+TEST_F(Detection, LooksWhileTheReaderMayNot) {
+  machine.reader.mayLook = false;
+  machine.reader.putInView({inView("seen")});
+  view->setAnimating(true);
+  ASSERT_TRUE(machine.watchFrames(100));
+  EXPECT_EQ(machine.reader.looks, 0);
+  machine.reader.onLook = [&] { machine.reader.mayLook = false; };
+  machine.reader.mayLook = true;
+  ASSERT_TRUE(test::waitFor([&] { return machine.reader.looks == 1; }));
+  ASSERT_TRUE(machine.watchFrames(100));
+  machine.mainQueue.drain();
+  EXPECT_EQ(messages(), Strings{}) << "a look was reported that was forbidden while it was under way";
 }
 
 class Dialogs : public WallpaperTest {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -19,7 +20,9 @@ namespace nivlo {
 class FakeCodeReader : public CodeReaderDriver {
  public:
   std::vector<std::string> types{"org.iso.QRCode", "org.gs1.EAN-13", "org.example.Other"};
-  std::atomic<int> looks{0};  ///< frames looked at so far by all readers
+  std::atomic<int> looks{0};        ///< frames looked at so far by all readers
+  std::atomic<bool> mayLook{true};  ///< the answer of the readers
+  std::function<void()> onLook;     ///< called by each look, on its thread; change it while none is possible
 
   /// Replaces the codes in view.
   void putInView(std::vector<DecodedCode> codes) {
@@ -34,9 +37,13 @@ class FakeCodeReader : public CodeReaderDriver {
     explicit Reader(FakeCodeReader& owner) : driver(owner) {}
     std::vector<DecodedCode> look(const VideoFrame&) override {
       ++driver.looks;
+      if (driver.onLook) {
+        driver.onLook();
+      }
       const std::lock_guard lock(driver.mutex_);
       return driver.codes_;
     }
+    bool mayLook() const override { return driver.mayLook; }
     FakeCodeReader& driver;
   };
 
