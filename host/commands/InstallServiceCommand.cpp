@@ -8,19 +8,22 @@
 
 #include <CLI/App.hpp>
 #include <fmt/format.h>
-#include <glib.h>
 
-#include "host/bundle/BundleLoader.hpp"
+#include "host/commands/LastingCheck.hpp"
+#include "host/service/ConfiguredDesktops.hpp"
 #include "host/service/InstalledService.hpp"
 #include "host/service/LauncherTexts.hpp"
-#include "linux/handles/Owned.hpp"
+#include "host/service/ProgramToStart.hpp"
+#include "host/service/SessionDesktop.hpp"
 
 namespace nivlo {
 
 namespace {
 
-LaunchCommand commandFor(const RunOptions& options) {
-  LaunchCommand command{std::filesystem::read_symlink("/proc/self/exe"), "run"};
+using Starts = SessionDesktop::Starts;
+
+LaunchCommand commandFor(const ProgramToStart& program, const RunOptions& options) {
+  LaunchCommand command{program.path, "run"};
   std::ranges::move(lastingArguments(options), std::back_inserter(command));
   return command;
 }
@@ -29,20 +32,88 @@ std::string textOf(Launcher launcher, const LaunchCommand& command) {
   return launcher == Launcher::SystemdUnit ? unitText(command) : autostartText(command);
 }
 
-void print(Launcher launcher, const LaunchCommand& command) {
-  std::cout << fmt::format("# {}\n{}", fileOf(launcher).string(), textOf(launcher, command));
+/// What would be done in this session, in words.
+std::string plan(const SessionDesktop& desktop, bool systemdStartsIt) {
+  if (systemdStartsIt) {
+    return "systemd runs this graphical session: 'nivlo install-service' writes the unit";
+  }
+  switch (desktop.starts) {
+    case Starts::AutostartEntries:
+      return fmt::format("{} runs autostart entries: 'nivlo install-service' writes the entry", desktop.name);
+    case Starts::ConfigurationLines:
+      return fmt::format("{} starts only what its configuration names: put its line there yourself",
+                         desktop.name);
+    case Starts::Unknown:
+      break;
+  }
+  return "This session does not tell how it starts programs: 'nivlo install-service' writes the entry";
 }
 
-std::string lineThatStartsItNow(Launcher launcher, const LaunchCommand& command) {
+void print(Launcher launcher, const LaunchCommand& command) {
+  std::cout << fmt::format("# {}\n{}\n", fileOf(launcher).string(), textOf(launcher, command));
+}
+
+void printAll(const LaunchCommand& command, const SessionDesktop& desktop, bool systemdStartsIt) {
+  std::cout << fmt::format("# {}\n\n", plan(desktop, systemdStartsIt));
+  print(Launcher::SystemdUnit, command);
+  print(Launcher::AutostartEntry, command);
+  for (const auto& configured : configuredDesktops()) {
+    std::cout << fmt::format("# {}: {}\n{}\n", configured.name, fileOf(configured).string(),
+                             configured.write(command));
+  }
+}
+
+/// Nothing is installed: to change a configuration that a person wrote by hand is not for a program.
+int askForLine(const ConfiguredDesktop& desktop, const LaunchCommand& command) {
+  const auto file = fileOf(desktop);
+  std::cerr << fmt::format(
+      "nivlo: {} starts only what its configuration names, so nothing was installed. Put this line into "
+      "{}:\n",
+      desktop.name, file.string());
+  std::cout << desktop.write(command) << '\n';
+  if (desktop.standard && !std::filesystem::exists(file)) {
+    std::cerr << fmt::format("That file does not exist yet. {} reads {} instead; copy it there first\n",
+                             desktop.name, desktop.standard);
+  }
+  return 1;
+}
+
+std::string whoStartsIt(Launcher launcher, const SessionDesktop& desktop) {
   if (launcher == Launcher::SystemdUnit) {
-    return "systemctl --user restart nivlo.service";
+    return "systemd will start Nivlo with the graphical session from now on.";
   }
-  std::string line;
-  for (const auto& word : command) {
-    const Owned<gchar, g_free> quoted(g_shell_quote(word.c_str()));
-    line += fmt::format("{} ", quoted.get());
+  if (desktop.starts == Starts::AutostartEntries) {
+    return fmt::format("{} will start Nivlo from now on.", desktop.name);
   }
-  return line + "&";
+  return "Desktops that run autostart entries will start Nivlo from now on. This session does not tell "
+         "whether "
+         "it does; if not, 'nivlo install-service --print' shows lines for its configuration.";
+}
+
+int installFor(const SessionDesktop& desktop, Launcher launcher, const LaunchCommand& command) {
+  if (const auto error = install(launcher, textOf(launcher, command)); !error.empty()) {
+    std::cerr << fmt::format("nivlo: {}\n", error);
+    print(launcher, command);
+    return 1;
+  }
+  std::cout << fmt::format("Wrote {}\n{} To start it now:\n  {}\n", fileOf(launcher).string(),
+                           whoStartsIt(launcher, desktop),
+                           launcher == Launcher::SystemdUnit ? "systemctl --user restart nivlo.service"
+                                                             : shellLine(command) + " &");
+  return 0;
+}
+
+void warn(const ProgramToStart& program, const std::string& note) {
+  if (!program.installed) {
+    std::cerr << fmt::format(
+        "nivlo: {} lies in a build folder, and no Nivlo is installed. Nivlo will no longer start when that "
+        "folder "
+        "is moved or cleaned; install it with 'cmake --install', then run this again\n",
+        program.path.string());
+  }
+  if (!note.empty()) {
+    std::cerr << fmt::format("nivlo: {}\n", note);
+  }
 }
 
 int remove() {
@@ -60,11 +131,15 @@ int remove() {
 InstallServiceCommand::InstallServiceCommand(CLI::App& app)
     : Command(app, "install-service", "Have the desktop start Nivlo with these options") {
   options_.addLastingTo(arguments());
-  auto* print = arguments().add_flag("--print", print_, "Only print what would be installed");
+  auto* print = arguments().add_flag("--print", print_,
+                                     "Only print what would be installed, here and on other desktops");
   arguments().add_flag("--remove", remove_, "Undo the installation")->excludes(print);
   arguments().footer(
-      "Installs a systemd user unit where systemd runs the graphical session, an autostart entry elsewhere.\n"
-      "Installing again replaces what was installed before.");
+      "Installs a systemd user unit where systemd runs the graphical session, or an autostart entry where "
+      "the\n"
+      "desktop runs those. For sway, i3, Hyprland, river, labwc, niri and bspwm it prints the line to put "
+      "into\n"
+      "their configuration, and exits with status 1. Installing again replaces what was installed before.");
 }
 
 int InstallServiceCommand::run() const {
@@ -72,32 +147,24 @@ int InstallServiceCommand::run() const {
     return remove();
   }
   const auto options = options_.options();
-  std::string error;
-  const auto bundle = openWallpaperBundle(options.bundle, &error);
-  if (bundle) {
-    error = whyImpossible(options.show, *bundle);
-  }
-  if (!error.empty()) {
-    std::cerr << fmt::format("nivlo: {}\n", error);
+  const auto check = checkLasting(options);
+  if (!check.refusal.empty()) {
+    std::cerr << fmt::format("nivlo: {}\n", check.refusal);
     return 1;
   }
-  const auto command = commandFor(options);
+  const auto program = programToStart();
+  const auto command = commandFor(program, options);
+  const auto desktop = sessionDesktop();
+  const bool systemdStartsIt = systemdRunsTheSession();
+  warn(program, check.note);
   if (print_) {
-    print(Launcher::SystemdUnit, command);
-    std::cout << '\n';
-    print(Launcher::AutostartEntry, command);
+    printAll(command, desktop, systemdStartsIt);
     return 0;
   }
-  const auto launcher = suitableLauncher();
-  error = install(launcher, textOf(launcher, command));
-  if (!error.empty()) {
-    std::cerr << fmt::format("nivlo: {}\n", error);
-    print(launcher, command);
-    return 1;
+  if (desktop.configured && !systemdStartsIt) {
+    return askForLine(*desktop.configured, command);
   }
-  std::cout << fmt::format("Wrote {}\nThe desktop will start Nivlo from now on. To start it now:\n  {}\n",
-                           fileOf(launcher).string(), lineThatStartsItNow(launcher, command));
-  return 0;
+  return installFor(desktop, systemdStartsIt ? Launcher::SystemdUnit : Launcher::AutostartEntry, command);
 }
 
 }  // namespace nivlo

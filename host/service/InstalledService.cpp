@@ -54,10 +54,7 @@ bool remove(Launcher launcher) {
 
 }  // namespace
 
-Launcher suitableLauncher() {
-  return systemctl({"is-active", "--quiet", "graphical-session.target"}) ? Launcher::SystemdUnit
-                                                                         : Launcher::AutostartEntry;
-}
+bool systemdRunsTheSession() { return systemctl({"is-active", "--quiet", "graphical-session.target"}); }
 
 std::filesystem::path fileOf(Launcher launcher) {
   const std::filesystem::path config = g_get_user_config_dir();

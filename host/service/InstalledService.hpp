@@ -11,11 +11,12 @@ namespace nivlo {
 /// twice.
 enum class Launcher {
   SystemdUnit,     ///< where systemd runs the graphical session; restarts the program if it fails
-  AutostartEntry,  ///< everywhere else
+  AutostartEntry,  ///< on desktops that run such entries
 };
 
-/// Returns the one that suits the session that this process runs in.
-Launcher suitableLauncher();
+/// Whether the user's graphical session is one of systemd's. Many compositors never start the target that
+/// stands for it, and a unit that belongs to it would then never be started.
+bool systemdRunsTheSession();
 
 /// Returns the path of its file, whether or not that exists.
 std::filesystem::path fileOf(Launcher launcher);

@@ -14,22 +14,21 @@ namespace nivlo {
 
 namespace {
 
-// From version 254 on, systemd waits longer before each restart; every version gives up after ten restarts in
-// ten minutes. Wrong usage would fail again, so it is not restarted.
+// Only keys that systemd 252 knows. A compositor that comes late has more than a minute and a half; then, or
+// when the program crashes again and again, systemd gives up. Wrong usage would fail again, so it is not
+// restarted.
 constexpr auto kUnit = R"([Unit]
 Description=Nivlo, the live camera wallpaper
 PartOf=graphical-session.target
 After=graphical-session.target pipewire.service wireplumber.service
 StartLimitIntervalSec=600
-StartLimitBurst=10
+StartLimitBurst=20
 
 [Service]
 ExecStart={}
 Restart=on-failure
 RestartPreventExitStatus=2
-RestartSec=2
-RestartSteps=6
-RestartMaxDelaySec=120
+RestartSec=5
 
 [Install]
 WantedBy=graphical-session.target

@@ -9,8 +9,7 @@ namespace nivlo {
 /// The program's absolute path, followed by its arguments.
 using LaunchCommand = std::vector<std::string>;
 
-/// Writes a systemd user unit that belongs to the graphical session. It restarts the program if that fails,
-/// with growing pauses.
+/// Writes a systemd user unit that belongs to the graphical session. It restarts the program if that fails.
 std::string unitText(const LaunchCommand& command);
 
 /// Writes a desktop entry for the autostart folder.

@@ -1,9 +1,7 @@
-// One Nivlo in a session: controlled, started a second time, and started by the desktop.
-#include <glib.h>
+// One Nivlo in a session: controlled, and started a second time.
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include "linux/handles/Owned.hpp"
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/PrivateBus.hpp"
 #include "tests/support/TestBundle.hpp"
@@ -12,7 +10,6 @@ namespace nivlo::test {
 namespace {
 
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::Eq;
 using testing::HasSubstr;
 using Words = std::vector<std::string>;
@@ -92,80 +89,6 @@ TEST_F(ControlTest, ItOutlivesTheBusAndIsReachableAgainOnceTheBusIsBack) {
   bus_.startDaemon();
   EXPECT_TRUE(waitFor([&] { return Nivlo({"ctl", "status"}, session()).waitForExit() == 0; }));
   EXPECT_THAT(program.terminate(), Eq(0));
-}
-
-/// The command in a launcher's file as words, in which "%" and "$" are still doubled.
-Words commandIn(const std::filesystem::path& path) {
-  const Owned<GKeyFile, g_key_file_unref> file(g_key_file_new());
-  g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr);
-  const Owned<gchar, g_free> line(path.extension() == ".service"
-                                      ? g_key_file_get_value(file.get(), "Service", "ExecStart", nullptr)
-                                      : g_key_file_get_string(file.get(), "Desktop Entry", "Exec", nullptr));
-  gint count = 0;
-  gchar** parsed = nullptr;
-  g_shell_parse_argv(line ? line.get() : "", &count, &parsed, nullptr);
-  const Owned<gchar*, g_strfreev> words(parsed);
-  return {parsed, parsed + count};
-}
-
-TEST_F(ControlTest, TheDesktopStartsItOnceWithTheSameArgumentsUntilItIsRemoved) {
-  const auto entry = bus_.configDirectory() / "autostart" / "nivlo.desktop";
-  const auto unit = bus_.configDirectory() / "systemd" / "user" / "nivlo.service";
-  const auto program = std::filesystem::canonical(NIVLO_PROGRAM).string();
-  const Words install{"install-service", "--preset", "3", R"(--source=back=file:/a b/50% "x" \t $H 'y' `z`)"};
-  run(install, 0);
-  EXPECT_THAT(commandIn(entry),
-              ElementsAre(program, "run", "--preset=3", R"(--source=back=file:/a b/50%% "x" \t $H 'y' `z`)"));
-  const TemporaryDirectory tools;
-  const auto systemctl = tools.write("systemctl", "#!/bin/sh\necho $* >> ${0%/*}/calls\n");
-  std::filesystem::permissions(systemctl, std::filesystem::perms::owner_all);
-  const Environment systemd{{"PATH", tools.path().string() + ":" + std::getenv("PATH")}};
-  run(install, 0, systemd);
-  EXPECT_THAT(commandIn(unit), ElementsAre(program, "run", "--preset=3",
-                                           R"(--source=back=file:/a b/50%% "x" \t $$H 'y' `z`)"));
-  EXPECT_FALSE(std::filesystem::exists(entry)) << "it would be started twice";
-  run({"install-service", "--remove"}, 0, systemd);
-  EXPECT_FALSE(std::filesystem::exists(unit));
-  EXPECT_THAT(tools.read("calls"),
-              AllOf(HasSubstr("enable nivlo.service"), HasSubstr("disable nivlo.service")));
-}
-
-TEST_F(ControlTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePaths) {
-  const auto here = std::filesystem::current_path().string();
-  const auto entry = bus_.configDirectory() / "autostart" / "nivlo.desktop";
-  const TemporaryDirectory elsewhere;
-  const auto bundle = elsewhere.path() / "Copy.bundle";
-  std::filesystem::create_directory_symlink(
-      std::filesystem::canonical(NIVLO_PROGRAM).parent_path() / "NivloWallpaper.bundle", bundle);
-  EXPECT_THAT(run({"install-service", "--preset", "5"}, 1), HasSubstr("Nivlo has 4 presets"));
-  EXPECT_FALSE(std::filesystem::exists(entry)) << "the desktop could not start it";
-  run({"install-service",
-       "--bundle",
-       bundle.lexically_relative(here),
-       "--alerts",
-       "terminal",
-       "--pause",
-       "never",
-       "--output",
-       "eDP-1",
-       "--machine",
-       "iPhone4,1",
-       "--accelerometer",
-       "script:s",
-       "--source",
-       "front=file:f",
-       "--source",
-       "back=pipewire:n",
-       "--camera",
-       "front",
-       "--qr",
-       "off"},
-      0);
-  EXPECT_THAT(commandIn(entry),
-              ElementsAre(std::filesystem::canonical(NIVLO_PROGRAM).string(), "run", "--preset=1", "--qr=off",
-                          "--camera=front", "--source=back=pipewire:n", "--source=front=file:" + here + "/f",
-                          "--accelerometer=script:" + here + "/s", "--machine=iPhone4,1", "--output=eDP-1",
-                          "--pause=never", "--alerts=terminal", "--bundle=" + bundle.string()));
 }
 
 TEST_F(ControlTest, AnotherWallpaperTakesTheShownOnesPlaceAndOneThatCannotLeavesIt) {
