@@ -87,8 +87,10 @@ void RunArguments::addDevices(CLI::App& app) {
 }
 
 void RunArguments::addBehaviour(CLI::App& app) {
-  app.add_option("--output", options_.surface.output,
-                 "Show the wallpaper on this output only, for example eDP-1 (default: on all outputs)")
+  app.add_option(
+         "--output", options_.surface.output,
+         "Show the wallpaper on this output only, for example eDP-1, and wait for it while it is not there "
+         "(default: on all outputs)")
       ->type_name("NAME");
   addChoice(app, "--pause", kPauses, options_.surface.pause,
             "Close the camera while windows hide the wallpaper on every output: covered counts maximised and "

@@ -56,6 +56,7 @@ class Run {
       return status_;
     }
     surface_->show(show_->view());
+    show_->presence().setAwaited(surface_->awaited());
     show_->presence().begin();
     const auto session =
         makeSessionMonitor([this](bool inForeground) { show_->presence().setInForeground(inForeground); });
@@ -73,6 +74,7 @@ class Run {
   SurfaceHandlers handlers() {
     return {.drawn = [this] { drawn(); },
             .visible = [this](bool visible) { show_->presence().setVisible(visible); },
+            .awaits = [this](const std::string& what) { show_->presence().setAwaited(what); },
             .closed = [this] { loop_.quit(); },
             .lost = [this](const std::string& cause) { fail(cause); }};
   }

@@ -51,6 +51,9 @@ GVariant* describe(const WallpaperShow& show) {
   }
   addFlag(entries, "animating", status.animating);
   addFlag(entries, "visible", status.visible);
+  if (!status.awaited.empty()) {
+    addText(entries, "awaited", status.awaited);
+  }
   addFlag(entries, "paused", status.paused);
   addFlag(entries, "foreground", status.inForeground);
   addNumber(entries, "frames", static_cast<int>(status.frames.frames()));

@@ -28,6 +28,11 @@ void Presence::setVisible(bool visible) {
   }
 }
 
+void Presence::setAwaited(std::string what) {
+  awaited_ = std::move(what);
+  update();
+}
+
 void Presence::setPaused(bool paused) {
   paused_ = paused;
   update();
@@ -46,7 +51,7 @@ void Presence::setInForeground(bool inForeground) {
 }
 
 void Presence::update() {
-  const bool animating = begun_ && visible_ && !paused_ && inForeground_;
+  const bool animating = begun_ && isVisible() && !paused_ && inForeground_;
   if (animating && std::exchange(foregroundOwed_, false)) {
     effects_.enterForeground();
   }

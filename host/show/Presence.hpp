@@ -2,13 +2,14 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "host/loop/EventSource.hpp"
 
 namespace nivlo {
 
 /// Animates the wallpaper, and so keeps a camera open, only while part of it can be seen, the user has not
-/// paused it, and the session is in the foreground. Main thread only.
+/// paused it, no output is waited for, and the session is in the foreground. Main thread only.
 class Presence {
  public:
   struct Effects {
@@ -24,13 +25,17 @@ class Presence {
   /// Becoming visible counts at once; being hidden counts after 0.3 seconds, so that the camera's light does
   /// not blink while windows change places.
   void setVisible(bool visible);
+  /// Takes what must be there before anything can be seen (see Surface::awaited); empty if nothing is
+  /// missing. Counts at once.
+  void setAwaited(std::string what);
   void setPaused(bool paused);
   /// Returning to the foreground is announced only when the wallpaper is animated again, because a wallpaper
   /// opens its camera at the announcement, whether or not anybody can see it.
   void setInForeground(bool inForeground);
 
   bool isAnimating() const { return animating_; }
-  bool isVisible() const { return visible_; }
+  bool isVisible() const { return visible_ && awaited_.empty(); }
+  const std::string& awaited() const { return awaited_; }
   bool isPaused() const { return paused_; }
   bool isInForeground() const { return inForeground_; }
 
@@ -41,6 +46,7 @@ class Presence {
   EventSource hiding_;
   bool begun_ = false;
   bool visible_ = true;
+  std::string awaited_;
   bool paused_ = false;
   bool inForeground_ = true;
   bool foregroundOwed_ = false;

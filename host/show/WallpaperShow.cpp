@@ -106,6 +106,7 @@ WallpaperStatus WallpaperShow::status() const {
       .scanning = readsCodes ? std::optional(boolValue(options_.objectForKey(kScansCodesKey))) : std::nullopt,
       .animating = presence_.isAnimating(),
       .visible = presence_.isVisible(),
+      .awaited = presence_.awaited(),
       .paused = presence_.isPaused(),
       .inForeground = presence_.isInForeground(),
       .camera = cameras_->open(),

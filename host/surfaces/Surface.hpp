@@ -12,8 +12,10 @@ namespace nivlo {
 struct SurfaceHandlers {
   std::function<void()> drawn;  ///< a new picture has been handed to the screen
   std::function<void(bool visible)>
-      visible;                   ///< whether any of it can be seen has changed; it starts visible
-  std::function<void()> closed;  ///< the user has closed it
+      visible;  ///< whether any of it can be seen has changed; it starts visible
+  std::function<void(const std::string& what)>
+      awaits;  ///< outputs have changed, and `awaited` may have; takes what that returns now
+  std::function<void()> closed;                        ///< the user has closed it
   std::function<void(const std::string& cause)> lost;  ///< the display is gone, and nothing is drawn any more
 };
 
@@ -28,7 +30,7 @@ enum class PausePolicy {
 struct SurfaceOptions {
   int width = 1920;    ///< pixels; for a surface whose size no screen decides
   int height = 1080;   ///< pixels
-  std::string output;  ///< the name of the only output to show it on; empty for all outputs
+  std::string output;  ///< the name of the only output to show it on, once it is there; empty for all outputs
   PausePolicy pause = PausePolicy::Covered;
 };
 
@@ -45,6 +47,10 @@ class Surface {
 
   /// The size of its first output in pixels, which a view should be laid out for.
   virtual CGSize size() const = 0;
+
+  /// What must be there before anything can be seen, in words for people: "the output eDP-1". Empty if
+  /// nothing is missing.
+  virtual std::string awaited() const { return {}; }
 
   /// Shows the view from now on, drawing whenever it has a new picture and the screen asks for one. May be
   /// called only once.

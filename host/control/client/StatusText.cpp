@@ -51,6 +51,9 @@ std::string whyNotShown(const Json& status) {
   if (!status.value("foreground", true)) {
     return "in the background: the session is locked, asleep or not on the screen";
   }
+  if (const auto awaited = status.value("awaited", ""); !awaited.empty()) {
+    return visibleText(fmt::format("waiting for {}", awaited));
+  }
   return status.value("visible", true) ? "about to be shown" : "hidden by other windows";
 }
 

@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 namespace nivlo {
 
 namespace {
@@ -32,14 +29,7 @@ std::unique_ptr<Surface> WaylandDesktop::open(const SurfaceOptions& options, Sur
         "use --surface window for a window instead";
     return nullptr;
   }
-  std::unique_ptr<WaylandDesktop> desktop(
-      new WaylandDesktop(std::move(connection), options, std::move(handlers)));
-  if (desktop->backgrounds_.empty() && !options.output.empty()) {
-    *error = fmt::format("the compositor has no output named {}; its outputs are: {}", options.output,
-                         fmt::join(namesOf(*desktop->connection_), ", "));
-    return nullptr;
-  }
-  return desktop;
+  return std::unique_ptr<Surface>(new WaylandDesktop(std::move(connection), options, std::move(handlers)));
 }
 
 WaylandDesktop::WaylandDesktop(std::unique_ptr<WaylandConnection> connection, const SurfaceOptions& options,
@@ -48,7 +38,8 @@ WaylandDesktop::WaylandDesktop(std::unique_ptr<WaylandConnection> connection, co
       handlers_(std::move(handlers)),
       connection_(std::move(connection)),
       painter_(connection_->globals(), [this] { handlers_.drawn(); }),
-      toplevels_(connection_->globals().toplevels.get(), [this] { updateVisible(); }) {
+      toplevels_(connection_->globals().toplevels.get(), [this] { updateVisible(); }),
+      awaited_(options.output) {
   followOutputs();
 }
 
@@ -67,6 +58,7 @@ void WaylandDesktop::show(LaidOutView view) {
                           [this] {
                             followOutputs();
                             updateVisible();
+                            handlers_.awaits(awaited());
                           },
                       .lost = handlers_.lost});
 }
@@ -92,6 +84,7 @@ void WaylandDesktop::followOutputs() {
                                                                [this] { updateVisible(); }));
     }
   }
+  awaited_.update(!backgrounds_.empty(), namesOf(*connection_));
 }
 
 void WaylandDesktop::updateVisible() {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/surfaces/AwaitedOutput.hpp"
 #include "host/surfaces/Surface.hpp"
 #include "host/surfaces/wayland/LayerBackground.hpp"
 #include "host/surfaces/wayland/WaylandPainter.hpp"
@@ -16,14 +17,15 @@ namespace nivlo {
 /// only.
 class WaylandDesktop : public Surface {
  public:
-  /// Returns null, with the cause and the remedy in `*error`, if the compositor cannot be reached, has no
-  /// layer shell, or has no output of the name that the options give.
+  /// Returns null, with the cause and the remedy in `*error`, if the compositor cannot be reached or has no
+  /// layer shell.
   static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
                                        std::string* error);
   ~WaylandDesktop() override;
 
   std::string name() const override { return "the desktop (Wayland)"; }
   CGSize size() const override;
+  std::string awaited() const override { return awaited_.text(); }
   void show(LaidOutView view) override;
 
  private:
@@ -40,6 +42,7 @@ class WaylandDesktop : public Surface {
   WaylandPainter painter_;
   WaylandToplevels toplevels_;
   std::vector<std::unique_ptr<LayerBackground>> backgrounds_;
+  AwaitedOutput awaited_;
   bool visible_ = true;
 };
 

@@ -5,8 +5,6 @@
 #include <memory>
 #include <utility>
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <xcb/shape.h>
 #include <xcb/xcb_icccm.h>
 
@@ -28,17 +26,7 @@ std::unique_ptr<Surface> X11Desktop::open(const SurfaceOptions& options, Surface
   if (!connection) {
     return nullptr;
   }
-  std::unique_ptr<X11Desktop> desktop(new X11Desktop(std::move(connection), options, std::move(handlers)));
-  if (options.output.empty() || !desktop->monitors_.empty()) {
-    return desktop;
-  }
-  std::vector<std::string> names;
-  for (const auto& monitor : desktop->allMonitors_.list()) {
-    names.push_back(monitor.name);
-  }
-  *error = fmt::format("the X11 display has no output named {}; its outputs are: {}", options.output,
-                       fmt::join(names, ", "));
-  return nullptr;
+  return std::unique_ptr<Surface>(new X11Desktop(std::move(connection), options, std::move(handlers)));
 }
 
 X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceOptions& options,
@@ -47,7 +35,8 @@ X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceO
       output_(options.output),
       windowManager_(this->connection()),
       clients_(this->connection()),
-      allMonitors_(this->connection()) {
+      allMonitors_(this->connection()),
+      awaited_(options.output) {
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(this->connection().get(), this->connection().root(), XCB_CW_EVENT_MASK, &mask);
   findMonitors();
@@ -63,11 +52,14 @@ CGSize X11Desktop::size() const {
 
 void X11Desktop::findMonitors() {
   monitors_.clear();
+  std::vector<std::string> names;
   for (auto& monitor : allMonitors_.list()) {
+    names.push_back(monitor.name);
     if ((output_.empty() || monitor.name == output_) && !contain(monitors_, monitor.place)) {
       monitors_.push_back(std::move(monitor));
     }
   }
+  awaited_.update(!monitors_.empty(), names);
 }
 
 void X11Desktop::openCanvases() { placeCanvases(); }
@@ -87,6 +79,7 @@ void X11Desktop::settle() {
   if (std::exchange(monitorsChanged_, false)) {
     findMonitors();
     placeCanvases();
+    handlers().awaits(awaited());
   }
   if (windowManager_.isRunning()) {
     clients_.update();

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/surfaces/AwaitedOutput.hpp"
 #include "host/surfaces/x11/X11Clients.hpp"
 #include "host/surfaces/x11/X11Monitors.hpp"
 #include "host/surfaces/x11/X11Surface.hpp"
@@ -20,13 +21,13 @@ namespace nivlo {
 /// window manager. They are made anew whenever a window manager comes or goes.
 class X11Desktop : public X11Surface {
  public:
-  /// Returns null, with the cause and the remedy in `*error`, if there is no usable display, or no monitor of
-  /// the name that the options give.
+  /// Returns null, with the cause and the remedy in `*error`, if there is no usable display.
   static std::unique_ptr<Surface> open(const SurfaceOptions& options, SurfaceHandlers handlers,
                                        std::string* error);
 
   std::string name() const override { return "the desktop (X11)"; }
   CGSize size() const override;
+  std::string awaited() const override { return awaited_.text(); }
 
  private:
   X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceOptions& options,
@@ -46,6 +47,7 @@ class X11Desktop : public X11Surface {
   X11WindowManager windowManager_;
   X11Clients clients_;
   X11Monitors allMonitors_;
+  AwaitedOutput awaited_;
   std::vector<X11Monitor> monitors_;  ///< those that show the wallpaper
   bool monitorsChanged_ = false;
   bool windowManagerChanged_ = false;

@@ -23,6 +23,7 @@ namespace {
 
 using testing::Eq;
 using testing::HasSubstr;
+using testing::Not;
 
 /// Whether the quarters of a picture (top left, top right, bottom left, bottom right) have these colours,
 /// from the corners to the middle.
@@ -120,6 +121,22 @@ TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
   EXPECT_THAT(program.waitForExit(), Eq(1)) << program.output();
   EXPECT_THAT(program.output(), HasSubstr("the Wayland compositor is gone"));
   EXPECT_TRUE(back.waitForPaused());
+}
+
+TEST_F(DesktopTest, AnOutputThatIsNotThereIsWaitedForWithTheCameraClosed) {
+  VirtualCamera back(environment(), camera("back", {}));
+  Nivlo program({"--preset", "3", "--output", "HEADLESS-3"}, environment());
+  const auto isWaiting = [this] {
+    Nivlo status({"ctl", "status"}, environment());
+    status.waitForExit();
+    return status.output().find("waiting for the output HEADLESS-3") != std::string::npos;
+  };
+  ASSERT_TRUE(program.waitForLine("waiting for the output HEADLESS-3")) << program.output();
+  EXPECT_TRUE(waitFor(isWaiting));
+  EXPECT_THAT(program.output(), testing::AllOf(HasSubstr("now are: HEADLESS-"), Not(HasSubstr("opened"))));
+  sway_->message("create_output");
+  EXPECT_TRUE(shows("HEADLESS-3", {kRed, kGreen, kBlue, kWhite}, "awaited"));
+  EXPECT_FALSE(isWaiting());
 }
 
 TEST(WindowTest, ACompositorWithoutLayerShellGetsAWindowAndAReason) {

@@ -176,6 +176,21 @@ TEST(X11Test, OnlyWindowsOverAllMonitorsCloseTheCamera) {
   EXPECT_TRUE(program.waitForLine("the X11 display is gone") && program.waitForLine("halves.png closed"));
 }
 
+TEST(X11Test, AMonitorThatIsNotThereIsWaitedForWithTheCameraClosed) {
+  PrivateDisplay display;
+  const TemporaryDirectory directory;
+  Nivlo program({"--output", "left", "--qr", "off", "--source", "back=file:" + halves(directory).string()},
+                display.environment());
+  ASSERT_TRUE(program.waitForLine("waiting for the output left")) << program.output();
+  EXPECT_FALSE(program.waitForLine("halves.png opened", std::chrono::milliseconds(500)));
+  display.split();
+  EXPECT_TRUE(display.shows(kLeftHalf, 20, 20) && display.shows(kRightHalf, 380, 20));
+  ASSERT_TRUE(program.waitForLine("halves.png opened"));
+  display.run({"xrandr", "--delmonitor", "left"});
+  EXPECT_TRUE(program.waitForLine("waiting for the output left")) << "it has gone again";
+  EXPECT_TRUE(program.waitForLine("halves.png closed"));
+}
+
 TEST(X11Test, WithoutSharedMemoryAWindowIsStillDrawnResizedAndClosed) {
   PrivateDisplay display({"-extension", "MIT-SHM"});
   const TemporaryDirectory directory;

@@ -40,6 +40,17 @@ TEST_F(PresenceTest, AnUnlockedSessionIsAnnouncedOnlyWhenSomebodyCanSeeTheWallpa
   EXPECT_THAT(taken(), ElementsAre("foreground", "on"));
 }
 
+TEST_F(PresenceTest, NothingIsOpenedBeforeTheOutputIsThere) {
+  presence_.setAwaited("the output eDP-1");
+  presence_.begin();
+  EXPECT_FALSE(presence_.isVisible());
+  EXPECT_THAT(taken(), IsEmpty());
+  presence_.setAwaited("");
+  EXPECT_THAT(taken(), ElementsAre("on"));
+  presence_.setAwaited("the output eDP-1");
+  EXPECT_THAT(taken(), ElementsAre("off"));
+}
+
 TEST_F(PresenceTest, AScreenThatAppearsWhileLockedOrPausedOpensNothingAndABriefCoverClosesNothing) {
   presence_.begin();
   presence_.setVisible(false);
