@@ -1,4 +1,4 @@
-// The log file that tells the program's life.
+// The log file, in which the program records what it does.
 #pragma once
 
 #include "host/show/ObservedCameras.hpp"

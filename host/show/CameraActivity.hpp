@@ -10,7 +10,7 @@
 
 namespace nivlo {
 
-/// Knows which cameras are open from the events that it is told. Main thread only.
+/// Knows which cameras are open, as long as follow() is told of all their events. Main thread only.
 class CameraActivity {
  public:
   void follow(CameraEvent event, const CameraInfo& camera);

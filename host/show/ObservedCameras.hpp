@@ -1,4 +1,4 @@
-// Cameras that tell what happens to them.
+// Reports what happens to cameras.
 #pragma once
 
 #include <functional>
@@ -19,8 +19,8 @@ enum class CameraEvent {
 /// Called on the main thread.
 using CameraObserver = std::function<void(CameraEvent event, const CameraInfo& camera)>;
 
-/// Returns the same cameras, with every event of theirs told to the observer; null when `cameras` is null.
-/// Main thread only, which goes for closing a stream too.
+/// Returns the same cameras, and reports all their events to the observer. Null when `cameras` is null. Main
+/// thread only, and so is closing a stream.
 std::unique_ptr<CameraDriver> observed(std::unique_ptr<CameraDriver> cameras, CameraObserver observer);
 
 }  // namespace nivlo
