@@ -27,6 +27,8 @@ constexpr Choice<SurfaceKind> kSurfaces[] = {{"auto", SurfaceKind::Auto},
 constexpr Choice<PausePolicy> kPauses[] = {{"covered", PausePolicy::Covered},
                                            {"fullscreen", PausePolicy::Fullscreen},
                                            {"never", PausePolicy::Never}};
+constexpr Choice<DesktopLayer> kLayers[] = {
+    {"auto", DesktopLayer::Auto}, {"background", DesktopLayer::Background}, {"bottom", DesktopLayer::Bottom}};
 constexpr Choice<AlertKind> kAlerts[] = {
     {"auto", AlertKind::Auto}, {"desktop", AlertKind::Desktop}, {"terminal", AlertKind::Terminal}};
 
@@ -92,6 +94,11 @@ void RunArguments::addBehaviour(CLI::App& app) {
          "Show the wallpaper on this output only, for example eDP-1, and wait for it while it is not there "
          "(default: on all outputs)")
       ->type_name("NAME");
+  addChoice(
+      app, "--layer", kLayers, options_.surface.layer,
+      "On Wayland, be the lowest background, or the layer above it, which hides the desktop's own background "
+      "and icons; auto is bottom on Plasma, whose desktop would cover the wallpaper, and background "
+      "elsewhere");
   addChoice(app, "--pause", kPauses, options_.surface.pause,
             "Close the camera while windows hide the wallpaper on every output: covered counts maximised and "
             "fullscreen windows, fullscreen only those, never none");
@@ -174,6 +181,9 @@ std::vector<std::string> lastingArguments(const RunOptions& options) {
   }
   if (!options.surface.output.empty()) {
     add("output", options.surface.output);
+  }
+  if (options.surface.layer != standard.surface.layer) {
+    add("layer", wordFor(kLayers, options.surface.layer));
   }
   if (options.surface.pause != standard.surface.pause) {
     add("pause", wordFor(kPauses, options.surface.pause));

@@ -26,12 +26,20 @@ enum class PausePolicy {
   Never,       ///< none
 };
 
+/// Which layer of a Wayland desktop the wallpaper belongs to. Both are below all windows.
+enum class DesktopLayer {
+  Auto,  ///< the bottom layer while the desktop draws a background of its own, else the background layer
+  Background,  ///< the lowest one, which a desktop's own background may share and cover
+  Bottom,      ///< the one above it, which hides the icons of the desktop's own background
+};
+
 /// How to open a surface.
 struct SurfaceOptions {
   int width = 1920;    ///< pixels; for a surface whose size no screen decides
   int height = 1080;   ///< pixels
   std::string output;  ///< the name of the only output to show it on, once it is there; empty for all outputs
   PausePolicy pause = PausePolicy::Covered;
+  DesktopLayer layer = DesktopLayer::Auto;
 };
 
 /// Shows one view on one or several outputs. Main thread only.

@@ -22,8 +22,9 @@ const zwlr_layer_surface_v1_listener LayerBackground::kListener{
     [](void* data, zwlr_layer_surface_v1*) { static_cast<LayerBackground*>(data)->closedByCompositor(); }};
 
 LayerBackground::LayerBackground(const WaylandGlobals& globals, const WaylandOutput& output,
-                                 WaylandPainter& painter, std::function<void()> changed)
-    : globals_(globals), output_(output), painter_(painter), changed_(std::move(changed)) {
+                                 WaylandPainter& painter, zwlr_layer_shell_v1_layer layer,
+                                 std::function<void()> changed)
+    : globals_(globals), output_(output), painter_(painter), layer_(layer), changed_(std::move(changed)) {
   open();
 }
 
@@ -32,11 +33,11 @@ LayerBackground::~LayerBackground() { close(); }
 void LayerBackground::open() {
   canvas_.emplace(globals_, WaylandCanvas::Handlers{[this] { painter_.paint(); }, [this] { changed_(); }});
   auto* surface = canvas_->surface();
-  layer_.reset(zwlr_layer_shell_v1_get_layer_surface(globals_.layerShell.get(), surface, output_.handle(),
-                                                     ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND, "wallpaper"));
-  zwlr_layer_surface_v1_add_listener(layer_.get(), &kListener, this);
-  zwlr_layer_surface_v1_set_anchor(layer_.get(), kAllEdges);
-  zwlr_layer_surface_v1_set_exclusive_zone(layer_.get(), kUnderPanels);
+  layerSurface_.reset(zwlr_layer_shell_v1_get_layer_surface(globals_.layerShell.get(), surface,
+                                                            output_.handle(), layer_, "wallpaper"));
+  zwlr_layer_surface_v1_add_listener(layerSurface_.get(), &kListener, this);
+  zwlr_layer_surface_v1_set_anchor(layerSurface_.get(), kAllEdges);
+  zwlr_layer_surface_v1_set_exclusive_zone(layerSurface_.get(), kUnderPanels);
   // With an empty input region, clicks fall through to the desktop, which may have menus of its own.
   const WaylandHandle<wl_region> empty(wl_compositor_create_region(globals_.compositor.get()));
   wl_surface_set_input_region(surface, empty.get());
@@ -47,12 +48,12 @@ void LayerBackground::close() {
   if (canvas_) {
     painter_.remove(&*canvas_);
   }
-  layer_.reset();
+  layerSurface_.reset();
   canvas_.reset();
 }
 
 void LayerBackground::configured(std::uint32_t serial, int width, int height) {
-  zwlr_layer_surface_v1_ack_configure(layer_.get(), serial);
+  zwlr_layer_surface_v1_ack_configure(layerSurface_.get(), serial);
   reopenDelay_.reset();
   scale_ = output_.scale();
   const bool first = !canvas_->isConfigured();
@@ -61,6 +62,18 @@ void LayerBackground::configured(std::uint32_t serial, int width, int height) {
     painter_.add(&*canvas_);
   }
   painter_.repaint(*canvas_);
+}
+
+void LayerBackground::setLayer(zwlr_layer_shell_v1_layer layer) {
+  layer_ = layer;
+  if (zwlr_layer_surface_v1_get_version(layerSurface_.get()) >=
+      ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION) {
+    zwlr_layer_surface_v1_set_layer(layerSurface_.get(), layer);
+    wl_surface_commit(canvas_->surface());
+  } else {
+    close();
+    open();
+  }
 }
 
 void LayerBackground::outputChanged() {

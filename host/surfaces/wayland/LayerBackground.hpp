@@ -17,9 +17,10 @@ namespace nivlo {
 /// object lives. Main thread only.
 class LayerBackground {
  public:
-  /// `changed` is called when `isStarved` has changed. Everything referred to must outlive this object.
+  /// It belongs to this layer of the layer shell. `changed` is called when `isStarved` has changed.
+  /// Everything referred to must outlive this object.
   LayerBackground(const WaylandGlobals& globals, const WaylandOutput& output, WaylandPainter& painter,
-                  std::function<void()> changed);
+                  zwlr_layer_shell_v1_layer layer, std::function<void()> changed);
   ~LayerBackground();
   LayerBackground(const LayerBackground&) = delete;
   LayerBackground& operator=(const LayerBackground&) = delete;
@@ -28,6 +29,8 @@ class LayerBackground {
   /// Whether the compositor has stopped asking for pictures (see WaylandCanvas).
   bool isStarved() const { return canvas_ && canvas_->isStarved(); }
 
+  /// Moves it to another layer.
+  void setLayer(zwlr_layer_shell_v1_layer layer);
   /// To be called when the output may have changed; a new scale makes it redraw.
   void outputChanged();
 
@@ -42,9 +45,10 @@ class LayerBackground {
   const WaylandGlobals& globals_;
   const WaylandOutput& output_;
   WaylandPainter& painter_;
+  zwlr_layer_shell_v1_layer layer_;
   std::function<void()> changed_;
   std::optional<WaylandCanvas> canvas_;
-  WaylandHandle<zwlr_layer_surface_v1> layer_;
+  WaylandHandle<zwlr_layer_surface_v1> layerSurface_;
   int scale_ = 1;
   /// Growing delays, so that a compositor that closes every surface at once cannot keep the program busy.
   Backoff reopenDelay_{std::chrono::milliseconds(200), std::chrono::seconds(10)};

@@ -39,6 +39,12 @@ WaylandDesktop::WaylandDesktop(std::unique_ptr<WaylandConnection> connection, co
       connection_(std::move(connection)),
       painter_(connection_->globals(), [this] { handlers_.drawn(); }),
       toplevels_(connection_->globals().toplevels.get(), [this] { updateVisible(); }),
+      layer_(options.layer,
+             [this] {
+               for (const auto& background : backgrounds_) {
+                 background->setLayer(layer());
+               }
+             }),
       awaited_(options.output) {
   followOutputs();
 }
@@ -63,6 +69,10 @@ void WaylandDesktop::show(LaidOutView view) {
                       .lost = handlers_.lost});
 }
 
+zwlr_layer_shell_v1_layer WaylandDesktop::layer() const {
+  return layer_.isBottom() ? ZWLR_LAYER_SHELL_V1_LAYER_BOTTOM : ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND;
+}
+
 bool WaylandDesktop::isWanted(const WaylandOutput& output) const {
   return options_.output.empty() || output.name() == options_.output;
 }
@@ -81,7 +91,7 @@ void WaylandDesktop::followOutputs() {
       (*known)->outputChanged();
     } else if (isWanted(*output)) {
       backgrounds_.push_back(std::make_unique<LayerBackground>(connection_->globals(), *output, painter_,
-                                                               [this] { updateVisible(); }));
+                                                               layer(), [this] { updateVisible(); }));
     }
   }
   awaited_.update(!backgrounds_.empty(), namesOf(*connection_));

@@ -8,13 +8,14 @@
 #include "host/surfaces/AwaitedOutput.hpp"
 #include "host/surfaces/Surface.hpp"
 #include "host/surfaces/wayland/LayerBackground.hpp"
+#include "host/surfaces/wayland/WaylandLayer.hpp"
 #include "host/surfaces/wayland/WaylandPainter.hpp"
 #include "host/surfaces/wayland/WaylandToplevels.hpp"
 
 namespace nivlo {
 
-/// A background on every output, or on the one that the options name, while outputs come and go. Main thread
-/// only.
+/// A wallpaper below all windows on every output, or on the one that the options name, while outputs come and
+/// go. Main thread only.
 class WaylandDesktop : public Surface {
  public:
   /// Returns null, with the cause and the remedy in `*error`, if the compositor cannot be reached or has no
@@ -31,6 +32,7 @@ class WaylandDesktop : public Surface {
  private:
   WaylandDesktop(std::unique_ptr<WaylandConnection> connection, const SurfaceOptions& options,
                  SurfaceHandlers handlers);
+  zwlr_layer_shell_v1_layer layer() const;
   bool isWanted(const WaylandOutput& output) const;
   void followOutputs();
   void updateVisible();
@@ -41,6 +43,7 @@ class WaylandDesktop : public Surface {
   std::unique_ptr<WaylandConnection> connection_;
   WaylandPainter painter_;
   WaylandToplevels toplevels_;
+  WaylandLayer layer_;
   std::vector<std::unique_ptr<LayerBackground>> backgrounds_;
   AwaitedOutput awaited_;
   bool visible_ = true;

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/host/program/Nivlo.hpp"
+#include "tests/support/MockedService.hpp"
 #include "tests/support/PrivatePipeWire.hpp"
 #include "tests/support/VirtualCamera.hpp"
 #include "tests/support/desktop/ForeignWindow.hpp"
@@ -137,6 +138,29 @@ TEST_F(DesktopTest, AnOutputThatIsNotThereIsWaitedForWithTheCameraClosed) {
   sway_->message("create_output");
   EXPECT_TRUE(shows("HEADLESS-3", {kRed, kGreen, kBlue, kWhite}, "awaited"));
   EXPECT_FALSE(isWaiting());
+}
+
+TEST_F(DesktopTest, ADesktopWithItsOwnBackgroundDoesNotCoverTheWallpaper) {
+  constexpr Picture::Color kOwn{192, 32, 32};
+  const std::array own{kOwn, kOwn, kOwn, kOwn};
+  const std::array camera{kRed, kGreen, kBlue, kWhite};
+  const VirtualCamera back(environment(), nivlo::test::camera("back", {}));
+  // On sway, what came first to a layer stays above what comes later.
+  ChildProcess desktop({NIVLO_TEST_BACKGROUND, "c02020"}, environment());
+  desktop.expectLine("mapped");
+  {
+    const Nivlo chosen({"--preset", "3", "--layer", "bottom"}, environment());
+    EXPECT_TRUE(shows("HEADLESS-1", camera, "bottom"));
+  }
+  Nivlo automatic({"--preset", "3"}, environment());
+  ASSERT_TRUE(automatic.waitForLine("first picture"));
+  EXPECT_TRUE(shows("HEADLESS-1", own, "automatic-covered")) << "the stand-in covers nothing";
+  const auto plasma = std::make_unique<MockedService>(
+      bus_, "org.kde.plasmashell",
+      std::vector<std::string>{"org.kde.plasmashell", "/", "org.kde.PlasmaShell"});
+  EXPECT_TRUE(shows("HEADLESS-1", camera, "automatic-above-plasma"));
+  EXPECT_TRUE(shows("HEADLESS-2", camera, "automatic-above-plasma-too"));
+  EXPECT_TRUE(automatic.waitForLine("hides its icons"));
 }
 
 TEST(WindowTest, ACompositorWithoutLayerShellGetsAWindowAndAReason) {

@@ -111,6 +111,8 @@ TEST_F(StartingTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePat
                              bundle.lexically_relative(here),
                              "--alerts",
                              "terminal",
+                             "--layer",
+                             "bottom",
                              "--pause",
                              "never",
                              "--output",
@@ -128,12 +130,12 @@ TEST_F(StartingTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePat
                              "--qr",
                              "off"},
                             0);
-  EXPECT_THAT(
-      commandIn(entry_),
-      ElementsAre(program_, "run", "--preset=1", "--qr=off", "--camera=front", "--source=back=pipewire:n",
-                  "--source=front=file:" + (here / picture).string(),
-                  "--accelerometer=script:" + (here / script).string(), "--machine=iPhone4,1",
-                  "--output=eDP-1", "--pause=never", "--alerts=terminal", "--bundle=" + bundle.string()));
+  EXPECT_THAT(commandIn(entry_),
+              ElementsAre(program_, "run", "--preset=1", "--qr=off", "--camera=front",
+                          "--source=back=pipewire:n", "--source=front=file:" + (here / picture).string(),
+                          "--accelerometer=script:" + (here / script).string(), "--machine=iPhone4,1",
+                          "--output=eDP-1", "--layer=bottom", "--pause=never", "--alerts=terminal",
+                          "--bundle=" + bundle.string()));
   EXPECT_THAT(said, HasSubstr("no output eDP-1 at present")) << "it may only be unplugged";
 }
 
