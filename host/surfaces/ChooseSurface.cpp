@@ -10,10 +10,13 @@
 #include <unistd.h>
 
 #include "host/surfaces/OffscreenSurface.hpp"
+#include "host/surfaces/wayland/WaylandConnection.hpp"
 #include "host/surfaces/wayland/WaylandDesktop.hpp"
 #include "host/surfaces/wayland/WaylandWindow.hpp"
+#include "host/surfaces/x11/X11Connection.hpp"
 #include "host/surfaces/x11/X11Desktop.hpp"
 #include "host/surfaces/x11/X11Window.hpp"
+#include "host/surfaces/x11/X11WindowManager.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
@@ -66,6 +69,33 @@ class Attempts {
   std::vector<std::string> causes_;
 };
 
+/// Whether the window manager of the X11 display keeps a desktop window below all others. On a Wayland
+/// session that is the compositor itself, in its part for X11 programs (XWayland).
+bool hasDesktopWindows() {
+  std::string error;
+  const auto connection = X11Connection::open(&error);
+  return connection && X11WindowManager(*connection).knowsDesktopWindows();
+}
+
+std::unique_ptr<Surface> openXWaylandDesktop(const SurfaceOptions& options, SurfaceHandlers handlers,
+                                             std::string* error) {
+  if (!WaylandConnection::open(error)) {
+    return nullptr;  // then the X11 display belongs to another session
+  }
+  if (!hasDesktopWindows()) {
+    *error = "XWayland's window manager does not know desktop windows either";
+    return nullptr;
+  }
+  auto desktop = X11Desktop::open(options, std::move(handlers), error);
+  if (desktop) {
+    NSLog(
+        "surface: XWayland does not tell which Wayland windows cover the wallpaper, so the camera closes "
+        "only "
+        "when X11 windows cover it, when the session is locked, asleep or idle, or with 'nivlo ctl pause'");
+  }
+  return desktop;
+}
+
 /// A display that is named but does not answer may have just ended, or not be there yet. Drawing into memory
 /// instead would keep the camera on for nobody, and the desktop from starting the program again.
 std::unique_ptr<Surface> onDisplay(const SurfaceOptions& options, const SurfaceHandlers& handlers,
@@ -73,6 +103,9 @@ std::unique_ptr<Surface> onDisplay(const SurfaceOptions& options, const SurfaceH
   Attempts attempts(options, handlers);
   if (isSet(kWaylandDisplay)) {
     attempts.attempt(WaylandDesktop::open);
+    if (isSet(kX11Display)) {
+      attempts.attempt(openXWaylandDesktop);
+    }
     attempts.attempt(WaylandWindow::open);
   }
   if (isSet(kX11Display)) {

@@ -17,6 +17,8 @@
 #include "linux/camera/ImageFile.hpp"
 #include "linux/handles/Owned.hpp"
 #include "tests/host/program/Nivlo.hpp"
+#include "tests/support/PrivateBus.hpp"
+#include "tests/support/desktop/Toolkit.hpp"
 
 namespace nivlo::test {
 
@@ -189,6 +191,27 @@ TEST(X11Test, AMonitorThatIsNotThereIsWaitedForWithTheCameraClosed) {
   display.run({"xrandr", "--delmonitor", "left"});
   EXPECT_TRUE(program.waitForLine("waiting for the output left")) << "it has gone again";
   EXPECT_TRUE(program.waitForLine("halves.png closed"));
+}
+
+TEST(X11Test, WithoutLayerShellTheDesktopOfXWaylandIsPreferredToAWaylandWindow) {
+  PrivateDisplay display;
+  const PrivateBus bus;
+  const auto wayland = merged(bus.environment(), softwareToolkit("weston"));
+  ChildProcess weston(
+      {"weston", "--backend=headless-backend.so", "--use-pixman", "--no-config", "--socket=weston"}, wayland);
+  weston.expectReady([&] { return std::filesystem::exists(bus.runtimeDirectory() / "weston"); });
+  const auto session = merged(wayland, display.environment());
+  const std::vector<std::string> arguments{"--source", "back=demo", "--qr", "off", "--frames", "3"};
+  Nivlo unknown(arguments, session);
+  EXPECT_THAT(unknown.waitForExit(), Eq(0));
+  EXPECT_THAT(unknown.output(), HasSubstr("surface: a Wayland window"));
+  const ChildProcess manager({"openbox"}, display.environment());
+  ASSERT_TRUE(waitFor([&] {
+    Nivlo known(arguments, session);
+    known.waitForExit();
+    return known.output().find("surface: the desktop (X11)") != std::string::npos &&
+           known.output().find("does not tell which Wayland windows cover") != std::string::npos;
+  }));
 }
 
 TEST(X11Test, WithoutSharedMemoryAWindowIsStillDrawnResizedAndClosed) {
