@@ -145,8 +145,9 @@ std::string WallpaperShow::swapCameras() {
 }
 
 void WallpaperShow::setVariant(long variant) {
-  variant_ = variant;
-  wallpaper_->setWallpaperVariant(variant);
+  if (variant != std::exchange(variant_, variant)) {
+    wallpaper_->setWallpaperVariant(variant);
+  }
 }
 
 /// The wallpaper may have switched cameras by itself since its options were set. While it is paused no camera

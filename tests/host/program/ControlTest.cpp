@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/host/program/Nivlo.hpp"
+#include "tests/support/MockedService.hpp"
 #include "tests/support/PrivateBus.hpp"
 #include "tests/support/TestBundle.hpp"
 
@@ -129,6 +130,22 @@ TEST_F(ControlTest, AnotherWallpaperTakesTheShownOnesPlaceAndOneThatCannotLeaves
   EXPECT_TRUE(program.waitForLine("paint: still"));
   EXPECT_TRUE(program.waitForLine("paint: gone"));
   EXPECT_TRUE(program.waitForLine("camera demo:front opened"));
+  EXPECT_THAT(program.terminate(), Eq(0));
+}
+
+TEST_F(ControlTest, AWallpaperIsToldWhetherTheDesktopIsDarkAndWhenThatChanges) {
+  constexpr auto kPath = "/org/freedesktop/portal/desktop";
+  constexpr auto kSettings = "org.freedesktop.portal.Settings";
+  MockedService portal(bus_, "org.freedesktop.portal.Desktop",
+                       {"--session", "org.freedesktop.portal.Desktop", kPath, kSettings});
+  portal.answer(kPath, kSettings, "Read", "ss", "v", "ret = dbus.UInt32(1, variant_level=1)");
+  const auto paint = writeBundle(bus_.dataDirectory(), "Paint", "Paint", NIVLO_TEST_WALLPAPERS);
+  Nivlo program({"--bundle", paint, "--surface", "offscreen"}, session());
+  EXPECT_TRUE(program.waitForLine("paint: variant 1")) << program.output();
+  EXPECT_TRUE(program.waitForLine("paint: animating")) << "only after that: " << program.output();
+  portal.emit(kPath, kSettings, "SettingChanged", "ssv",
+              "[<'org.freedesktop.appearance'>, <'color-scheme'>, <<uint32 2>>]");
+  EXPECT_TRUE(program.waitForLine("paint: variant 0")) << program.output();
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
