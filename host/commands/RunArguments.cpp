@@ -115,7 +115,9 @@ void RunArguments::addDrawing(CLI::App& app) {
       "auto takes the first that works, and offscreen only at a terminal without a display");
   app.add_option_function<std::string>(
          "--size", [this](const std::string& text) { readSize(text, options_.surface); },
-         "The size in pixels of a window or an offscreen surface")
+         "The size in pixels of a window, which is at most as large as the screen and closes with Escape on "
+         "Wayland, "
+         "or of an offscreen surface")
       ->type_name("WIDTHxHEIGHT")
       ->default_str(fmt::format("{}x{}", options_.surface.width, options_.surface.height));
   app.add_option_function<std::string>(

@@ -107,6 +107,12 @@ void WaylandConnection::bind(wl_registry* registry, std::uint32_t global, const 
   } else if (interface == xdg_wm_base_interface.name) {
     bindTo(all.windows, registry, global, xdg_wm_base_interface, 1);
     xdg_wm_base_add_listener(all.windows.get(), &kPingListener, nullptr);
+  } else if (interface == zxdg_decoration_manager_v1_interface.name) {
+    bindTo(all.decorations, registry, global, zxdg_decoration_manager_v1_interface, 1);
+  } else if (interface == wl_seat_interface.name && !all.escapeKey) {
+    WaylandHandle<wl_seat> seat;
+    bindTo(seat, registry, global, wl_seat_interface, EscapeKey::kSeatVersion);
+    all.escapeKey = std::make_unique<EscapeKey>(std::move(seat));
   } else if (interface == wl_output_interface.name) {
     WaylandHandle<wl_output> output;
     bindTo(output, registry, global, wl_output_interface, std::min(version, kOutputVersion));

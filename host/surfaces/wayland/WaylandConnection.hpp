@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/surfaces/wayland/EscapeKey.hpp"
 #include "host/surfaces/wayland/WaylandEvents.hpp"
 #include "host/surfaces/wayland/WaylandHandles.hpp"
 #include "platform/CoreGraphics/CGGeometry.hpp"
@@ -24,6 +25,8 @@ struct WaylandGlobals {
   WaylandHandle<zwlr_layer_shell_v1> layerShell;
   WaylandHandle<zwlr_foreign_toplevel_manager_v1> toplevels;
   WaylandHandle<xdg_wm_base> windows;
+  WaylandHandle<zxdg_decoration_manager_v1> decorations;
+  std::unique_ptr<EscapeKey> escapeKey;  ///< of the first seat
 };
 
 /// An output of the compositor. Others refer to it, and events arrive at its address, so it never moves.

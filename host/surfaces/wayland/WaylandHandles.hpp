@@ -6,6 +6,7 @@
 #include <wayland-client.h>
 #include <wlr-foreign-toplevel-management-unstable-v1-client-protocol.h>
 #include <wlr-layer-shell-unstable-v1-client-protocol.h>
+#include <xdg-decoration-unstable-v1-client-protocol.h>
 #include <xdg-shell-client-protocol.h>
 
 #include "linux/handles/Owned.hpp"
@@ -49,6 +50,14 @@ inline void endWaylandObject(zwlr_foreign_toplevel_manager_v1* object) {
 }
 inline void endWaylandObject(zwlr_foreign_toplevel_handle_v1* object) {
   zwlr_foreign_toplevel_handle_v1_destroy(object);
+}
+inline void endWaylandObject(wl_seat* object) { wl_seat_destroy(object); }
+inline void endWaylandObject(wl_keyboard* object) { wl_keyboard_destroy(object); }
+inline void endWaylandObject(zxdg_decoration_manager_v1* object) {
+  zxdg_decoration_manager_v1_destroy(object);
+}
+inline void endWaylandObject(zxdg_toplevel_decoration_v1* object) {
+  zxdg_toplevel_decoration_v1_destroy(object);
 }
 inline void endWaylandObject(xdg_wm_base* object) { xdg_wm_base_destroy(object); }
 inline void endWaylandObject(xdg_surface* object) { xdg_surface_destroy(object); }

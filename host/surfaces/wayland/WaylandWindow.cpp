@@ -1,5 +1,6 @@
 #include "host/surfaces/wayland/WaylandWindow.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -48,7 +49,32 @@ WaylandWindow::WaylandWindow(std::unique_ptr<WaylandConnection> connection, cons
   xdg_toplevel_add_listener(toplevel_.get(), &kToplevelListener, this);
   xdg_toplevel_set_title(toplevel_.get(), "Nivlo");
   xdg_toplevel_set_app_id(toplevel_.get(), "nivlo");
+  const auto& globals = connection_->globals();
+  if (globals.decorations) {
+    decoration_.reset(
+        zxdg_decoration_manager_v1_get_toplevel_decoration(globals.decorations.get(), toplevel_.get()));
+    zxdg_toplevel_decoration_v1_set_mode(decoration_.get(), ZXDG_TOPLEVEL_DECORATION_V1_MODE_SERVER_SIDE);
+  }
+  if (globals.escapeKey) {
+    globals.escapeKey->onPressed([this] { handlers_.closed(); });
+  }
+  fitScreen();
   wl_surface_commit(canvas_.surface());
+}
+
+/// On a screen that is not larger, the compositor is asked to fill what its panels leave free.
+void WaylandWindow::fitScreen() {
+  if (connection_->outputs().empty()) {
+    return;
+  }
+  const auto& output = *connection_->outputs().front();
+  const int width = static_cast<int>(output.size().width) / output.scale();
+  const int height = static_cast<int>(output.size().height) / output.scale();
+  if (width > 0 && height > 0 && (options_.width >= width || options_.height >= height)) {
+    options_.width = std::min(options_.width, width);
+    options_.height = std::min(options_.height, height);
+    xdg_toplevel_set_maximized(toplevel_.get());
+  }
 }
 
 WaylandWindow::~WaylandWindow() { painter_.remove(&canvas_); }

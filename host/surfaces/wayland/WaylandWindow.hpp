@@ -10,8 +10,9 @@
 
 namespace nivlo {
 
-/// Takes the size that the compositor gives it, or the one in the options if it leaves the choice. Main
-/// thread only.
+/// Takes the size that the compositor gives it, or the one in the options if it leaves the choice and the
+/// screen is larger. The Escape key closes it, as not every compositor gives it a title bar. Main thread
+/// only.
 class WaylandWindow : public Surface {
  public:
   /// Returns null, with the cause and the remedy in `*error`, if the compositor cannot be reached or shows no
@@ -32,6 +33,7 @@ class WaylandWindow : public Surface {
 
   WaylandWindow(std::unique_ptr<WaylandConnection> connection, const SurfaceOptions& options,
                 SurfaceHandlers handlers);
+  void fitScreen();
   void configured(std::uint32_t serial);
 
   SurfaceOptions options_;
@@ -41,6 +43,7 @@ class WaylandWindow : public Surface {
   WaylandCanvas canvas_;
   WaylandHandle<xdg_surface> surface_;
   WaylandHandle<xdg_toplevel> toplevel_;
+  WaylandHandle<zxdg_toplevel_decoration_v1> decoration_;
 };
 
 }  // namespace nivlo

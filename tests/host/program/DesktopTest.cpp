@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <linux/input-event-codes.h>
 
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/MockedService.hpp"
@@ -17,6 +18,7 @@
 #include "tests/support/desktop/ForeignWindow.hpp"
 #include "tests/support/desktop/HeadlessSway.hpp"
 #include "tests/support/desktop/Toolkit.hpp"
+#include "tests/support/desktop/VirtualInput.hpp"
 
 namespace nivlo::test {
 
@@ -161,6 +163,25 @@ TEST_F(DesktopTest, ADesktopWithItsOwnBackgroundDoesNotCoverTheWallpaper) {
   EXPECT_TRUE(shows("HEADLESS-1", camera, "automatic-above-plasma"));
   EXPECT_TRUE(shows("HEADLESS-2", camera, "automatic-above-plasma-too"));
   EXPECT_TRUE(automatic.waitForLine("hides its icons"));
+}
+
+TEST(WindowTest, AWindowFitsTheScreenAndIsClosedWithEscape) {
+  PrivateBus bus;
+  const HeadlessSway sway(bus, {{600, 800}});
+  sway.message("floating_maximum_size -1 x -1");
+  sway.message("for_window [app_id=nivlo] floating enable");
+  VirtualInput input(sway);
+  Nivlo program({"--surface", "window", "--source", "back=demo", "--qr", "off"}, sway.environment());
+  ASSERT_TRUE(program.waitForLine("first picture")) << program.output();
+  ASSERT_TRUE(waitFor([&] { return sway.focusedWindow().has_value(); }));
+  const auto window = sway.focusedWindow().value_or(WindowPlace());
+  EXPECT_THAT(window.application, Eq("nivlo"));
+  EXPECT_THAT(window.width, testing::AllOf(testing::Gt(0), testing::Le(600)));
+  EXPECT_THAT(window.height, testing::AllOf(testing::Gt(0), testing::Le(800)));
+  input.key(KEY_A);
+  EXPECT_TRUE(program.isRunning());
+  input.key(KEY_ESC);
+  EXPECT_THAT(program.waitForExit(), Eq(0)) << program.output();
 }
 
 TEST(WindowTest, ACompositorWithoutLayerShellGetsAWindowAndAReason) {
