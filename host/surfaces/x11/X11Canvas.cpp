@@ -25,7 +25,7 @@ X11Canvas::X11Canvas(X11Connection& connection, const X11Rect& place, Kind kind)
       height_(place.height),
       window_(xcb_generate_id(connection.get())),
       context_(xcb_generate_id(connection.get())) {
-  const std::array<std::uint32_t, 3> values{XCB_BACK_PIXMAP_NONE, kind == Kind::Lowest,
+  const std::array<std::uint32_t, 3> values{XCB_BACK_PIXMAP_NONE, kind != Kind::Managed,
                                             XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
                                                 XCB_EVENT_MASK_VISIBILITY_CHANGE |
                                                 XCB_EVENT_MASK_PROPERTY_CHANGE};

@@ -15,6 +15,7 @@ class X11Canvas {
   enum class Kind {
     Managed,  ///< placed and stacked by the window manager
     Lowest,   ///< unknown to any window manager; it keeps itself below all other windows
+    Stacked,  ///< unknown to any window manager; whoever makes it stacks it
   };
 
   /// Creates the window, which is not mapped yet. The connection must outlive the canvas.

@@ -8,9 +8,15 @@
 #include <xcb/shape.h>
 #include <xcb/xcb_icccm.h>
 
+#include "platform/Foundation/NSLog.hpp"
+
 namespace nivlo {
 
 namespace {
+
+/// Some compositing managers take a window that bypasses the window manager and covers the screen for a game
+/// and show nothing else; this value of _NET_WM_BYPASS_COMPOSITOR (EWMH 1.5) asks them not to.
+constexpr std::uint32_t kNeverBypass = 2;
 
 /// Monitors that mirror each other share one window.
 bool contain(const std::vector<X11Monitor>& monitors, const X11Rect& place) {
@@ -36,9 +42,9 @@ X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceO
       windowManager_(this->connection()),
       clients_(this->connection()),
       allMonitors_(this->connection()),
-      awaited_(options.output) {
-  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-  xcb_change_window_attributes(this->connection().get(), this->connection().root(), XCB_CW_EVENT_MASK, &mask);
+      awaited_(options.output),
+      stack_(this->connection()) {
+  receiveRootEvents();
   findMonitors();
 }
 
@@ -62,12 +68,20 @@ void X11Desktop::findMonitors() {
   awaited_.update(!monitors_.empty(), names);
 }
 
-void X11Desktop::openCanvases() { placeCanvases(); }
+/// Changes below the root window are many and matter only while a place among them is to be kept.
+void X11Desktop::receiveRootEvents() {
+  const std::uint32_t always = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  const std::uint32_t mask = desktopsBelow_.empty() ? always : always | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+  xcb_change_window_attributes(connection().get(), connection().root(), XCB_CW_EVENT_MASK, &mask);
+}
+
+void X11Desktop::openCanvases() { arrange(true); }
 
 void X11Desktop::handle(const xcb_generic_event_t& event) {
   windowManagerChanged_ = windowManager_.handle(event) || windowManagerChanged_;
   monitorsChanged_ = allMonitors_.isChange(event) || monitorsChanged_;
   clients_.handle(event);
+  stack_.handle(event);
 }
 
 void X11Desktop::settle() {
@@ -76,40 +90,92 @@ void X11Desktop::settle() {
     clients_.forget();
     monitorsChanged_ = true;
   }
-  if (std::exchange(monitorsChanged_, false)) {
+  const bool monitorsChanged = std::exchange(monitorsChanged_, false);
+  if (monitorsChanged) {
     findMonitors();
-    placeCanvases();
     handlers().awaits(awaited());
   }
-  if (windowManager_.isRunning()) {
-    clients_.update();
+  arrange(monitorsChanged);
+  stack_.settle();
+}
+
+void X11Desktop::arrange(bool monitorsChanged) {
+  const bool clientsChanged = windowManager_.isRunning() && clients_.update();
+  if (monitorsChanged || clientsChanged) {
+    if (findDesktopsBelow() || monitorsChanged) {
+      placeCanvases();
+    }
+    findCovered();
   }
 }
 
+/// Returns whether they have changed.
+bool X11Desktop::findDesktopsBelow() {
+  std::vector<X11Rect> places;
+  for (const auto& monitor : monitors_) {
+    places.push_back(monitor.place);
+  }
+  auto found = clients_.desktopsUnder(places);
+  if (found == desktopsBelow_) {
+    return false;
+  }
+  if (found.empty() != desktopsBelow_.empty()) {
+    canvases().clear();
+  }
+  desktopsBelow_ = std::move(found);
+  receiveRootEvents();
+  if (!desktopsBelow_.empty() && !std::exchange(toldOfIcons_, true)) {
+    NSLog(
+        "surface: another program draws the desktop too; the wallpaper hides its icons while it is shown, "
+        "but clicks still reach it, so that its menus work");
+  }
+  return true;
+}
+
+/// A new window is mapped only in its place, where it cannot hide others for a moment.
 void X11Desktop::placeCanvases() {
   Canvases placed;
+  std::vector<xcb_window_t> windows;
+  std::vector<X11Canvas*> made;
   for (const auto& monitor : monitors_) {
     auto& canvas = canvases()[monitor.name];
     if (canvas) {
       canvas->move(monitor.place);
     } else {
       canvas = makeCanvas(monitor.place);
+      made.push_back(canvas.get());
     }
+    windows.push_back(canvas->window());
     placed[monitor.name] = std::move(canvas);
   }
   canvases() = std::move(placed);
+  stack_.set(std::move(windows), desktopsBelow_);
+  for (auto* canvas : made) {
+    canvas->map();
+  }
 }
 
 std::unique_ptr<X11Canvas> X11Desktop::makeCanvas(const X11Rect& place) {
-  const auto kind = windowManager_.knowsDesktopWindows() ? X11Canvas::Kind::Managed : X11Canvas::Kind::Lowest;
+  auto kind = windowManager_.knowsDesktopWindows() ? X11Canvas::Kind::Managed : X11Canvas::Kind::Lowest;
+  if (!desktopsBelow_.empty()) {
+    kind = X11Canvas::Kind::Stacked;
+  }
   auto canvas = std::make_unique<X11Canvas>(connection(), place, kind);
   setHints(canvas->window(), place);
   if (connection().extension(xcb_shape_id)) {
     xcb_shape_rectangles(connection().get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
                          canvas->window(), 0, 0, 0, nullptr);
   }
-  canvas->map();
   return canvas;
+}
+
+void X11Desktop::findCovered() {
+  covered_.clear();
+  for (const auto& [name, canvas] : canvases()) {
+    if (clients_.cover(canvas->place(), pause())) {
+      covered_.insert(canvas->window());
+    }
+  }
 }
 
 void X11Desktop::setHints(xcb_window_t window, const X11Rect& place) {
@@ -120,6 +186,7 @@ void X11Desktop::setHints(xcb_window_t window, const X11Rect& place) {
                    {server.atom("_NET_WM_STATE_STICKY"), server.atom("_NET_WM_STATE_BELOW"),
                     server.atom("_NET_WM_STATE_SKIP_TASKBAR"), server.atom("_NET_WM_STATE_SKIP_PAGER")});
   server.setValues(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {kEveryX11Desktop});
+  server.setValues(window, "_NET_WM_BYPASS_COMPOSITOR", XCB_ATOM_CARDINAL, {kNeverBypass});
   xcb_icccm_wm_hints_t hints{};
   xcb_icccm_wm_hints_set_input(&hints, 0);
   xcb_icccm_set_wm_hints(server.get(), window, &hints);
@@ -131,7 +198,7 @@ void X11Desktop::setHints(xcb_window_t window, const X11Rect& place) {
 
 bool X11Desktop::isCovered(const X11Canvas& canvas) const {
   const bool obscured = pause() == PausePolicy::Covered && canvas.isObscured();
-  return obscured || clients_.cover(canvas.place(), pause());
+  return obscured || covered_.contains(canvas.window());
 }
 
 }  // namespace nivlo

@@ -1,8 +1,7 @@
 // A rectangle on an X11 screen.
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
+#include <vector>
 
 namespace nivlo {
 
@@ -17,10 +16,10 @@ struct X11Rect {
 
 /// Whether the rectangle covers more than half of the area. A maximised window does that on its own monitor,
 /// however many panels it leaves room for, and on no other.
-inline bool coversMost(const X11Rect& rect, const X11Rect& area) {
-  const std::int64_t width = std::min(rect.x + rect.width, area.x + area.width) - std::max(rect.x, area.x);
-  const std::int64_t height = std::min(rect.y + rect.height, area.y + area.height) - std::max(rect.y, area.y);
-  return width > 0 && height > 0 && 2 * width * height > std::int64_t{area.width} * area.height;
-}
+bool coversMost(const X11Rect& rect, const X11Rect& area);
+
+/// The share of the area, from 0 to 1, that none of the rectangles covers. They may overlap each other and
+/// reach beyond the area.
+double uncoveredShare(const X11Rect& area, const std::vector<X11Rect>& rects);
 
 }  // namespace nivlo

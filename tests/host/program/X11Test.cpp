@@ -1,23 +1,21 @@
 // The wallpaper on private X servers.
+#include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
-#include <xcb/xcb_icccm.h>
 
 #include "linux/camera/ImageFile.hpp"
-#include "linux/handles/Owned.hpp"
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/PrivateBus.hpp"
+#include "tests/support/desktop/PrivateDisplay.hpp"
 #include "tests/support/desktop/Toolkit.hpp"
 
 namespace nivlo::test {
@@ -25,97 +23,16 @@ namespace nivlo::test {
 namespace {
 
 using testing::Eq;
+using testing::Ge;
 using testing::HasSubstr;
+using testing::Le;
 
+/// Long enough for the camera to be closed if the wallpaper counted as hidden.
+constexpr std::chrono::seconds kNotSoon{1};
 constexpr Picture::Color kLeftHalf{255, 0, 0};
 constexpr Picture::Color kRightHalf{0, 255, 0};
-constexpr Picture::Color kForeignColor{192, 32, 32};
-
-/// An X server of 800x600 pixels that picks its own display number, and a client to inspect it with.
-class PrivateDisplay {
- public:
-  explicit PrivateDisplay(const std::vector<std::string>& arguments = {}) {
-    std::vector<std::string> command{"Xvfb", "-displayfd", "1", "-noreset", "-screen", "0", "800x600x24"};
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    server_.emplace(std::move(command));
-    server_->expectReady([&] { return server_->standardOutput().ends_with('\n'); });
-    name_ = fmt::format(":{}", std::stoi(server_->standardOutput()));
-    client_.reset(xcb_connect(name_.c_str(), nullptr));
-  }
-
-  Environment environment() const { return {{"DISPLAY", name_}}; }
-  xcb_connection_t* client() const { return client_.get(); }
-  xcb_window_t root() const { return xcb_setup_roots_iterator(xcb_get_setup(client())).data->root; }
-  void kill() { server_->kill(); }
-  /// Divides the screen into a left and a right monitor.
-  void split() {
-    run({"xrandr", "--setmonitor", "left", "400/100x600/100+0+0", "screen"});
-    run({"xrandr", "--setmonitor", "right", "400/100x600/100+400+0", "none"});
-  }
-  void run(std::vector<std::string> command) { outputOf(std::move(command), environment()); }
-
-  /// Waits until the screen has this colour, within 3 of 255, at a place. Returns whether it came to that.
-  bool shows(Picture::Color color, int x, int y) const {
-    return waitFor([&] {
-      const auto request =
-          xcb_get_image(client(), XCB_IMAGE_FORMAT_Z_PIXMAP, root(), static_cast<std::int16_t>(x),
-                        static_cast<std::int16_t>(y), 1, 1, ~0U);
-      const Owned<xcb_get_image_reply_t, std::free> image(xcb_get_image_reply(client(), request, nullptr));
-      const auto* pixel = image ? xcb_get_image_data(image.get()) : nullptr;
-      return pixel && isNear({pixel[2], pixel[1], pixel[0]}, color);
-    });
-  }
-
-  /// The window that a click at this place would go to; XCB_NONE for the root window.
-  xcb_window_t windowAt(int x, int y) const {
-    xcb_warp_pointer(client(), XCB_NONE, root(), 0, 0, 0, 0, static_cast<std::int16_t>(x),
-                     static_cast<std::int16_t>(y));
-    const Owned<xcb_query_pointer_reply_t, std::free> reply(
-        xcb_query_pointer_reply(client(), xcb_query_pointer(client(), root()), nullptr));
-    return reply ? reply->child : ~xcb_window_t{XCB_NONE};
-  }
-
- private:
-  std::optional<ChildProcess> server_;
-  std::string name_;
-  Owned<xcb_connection_t, xcb_disconnect> client_{nullptr};
-};
-
-xcb_atom_t x11Atom(xcb_connection_t* client, const std::string& name) {
-  const auto request = xcb_intern_atom(client, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-  const Owned<xcb_intern_atom_reply_t, std::free> reply(xcb_intern_atom_reply(client, request, nullptr));
-  return reply->atom;
-}
-
-/// Another program's window of one colour, 100x100 pixels unless its states make it larger.
-class ForeignX11Window {
- public:
-  ForeignX11Window(const PrivateDisplay& display, std::int16_t x, std::int16_t y,
-                   const std::vector<std::string>& states = {})
-      : client_(display.client()), window_(xcb_generate_id(client_)) {
-    const std::uint32_t color = kForeignColor[0] << 16 | kForeignColor[1] << 8 | kForeignColor[2];
-    xcb_create_window(client_, XCB_COPY_FROM_PARENT, window_, display.root(), x, y, 100, 100, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &color);
-    xcb_size_hints_t hints{};
-    xcb_icccm_size_hints_set_position(&hints, 1, x, y);
-    xcb_icccm_set_wm_normal_hints(client_, window_, &hints);
-    for (const auto& state : states) {
-      const auto value = x11Atom(client_, state);
-      xcb_change_property(client_, XCB_PROP_MODE_APPEND, window_, x11Atom(client_, "_NET_WM_STATE"),
-                          XCB_ATOM_ATOM, 32, 1, &value);
-    }
-    xcb_map_window(client_, window_);
-    xcb_flush(client_);
-  }
-  ~ForeignX11Window() {
-    xcb_destroy_window(client_, window_);
-    xcb_flush(client_);
-  }
-
- private:
-  xcb_connection_t* client_;
-  xcb_window_t window_;
-};
+constexpr auto kForeignColor = ForeignX11Window::kColor;
+constexpr Picture::Color kDesktopColor{32, 32, 192};
 
 /// Writes a picture with a red left half and a green right half, and returns its path.
 std::filesystem::path halves(const TemporaryDirectory& directory) {
@@ -137,7 +54,7 @@ TEST(X11Test, TheWallpaperStaysBelowAllWindowsWithAndWithoutAWindowManager) {
     return display.shows(kRightHalf, 20, 20) && display.shows(kLeftHalf, 780, 580) &&
            display.shows(kForeignColor, 650, 350);
   };
-  const ForeignX11Window window(display, 600, 300);
+  const ForeignX11Window window(display, {.x = 600, .y = 300});
   EXPECT_TRUE(isDesktop()) << "without a window manager (the front camera is mirrored)";
   EXPECT_THAT(display.windowAt(20, 20), Eq(xcb_window_t{XCB_NONE})) << "the wallpaper takes clicks";
   std::optional<ChildProcess> manager(std::in_place, std::vector<std::string>{"openbox"},
@@ -165,11 +82,12 @@ TEST(X11Test, OnlyWindowsOverAllMonitorsCloseTheCamera) {
   Nivlo program({"--surface", "x11", "--qr", "off", "--source", "back=file:" + halves(directory).string()},
                 display.environment());
   ASSERT_TRUE(program.waitForLine("halves.png opened"));
-  const ForeignX11Window right(display, 500, 100, {"_NET_WM_STATE_FULLSCREEN"});
+  const ForeignX11Window right(display, {.x = 500, .y = 100, .states = {"_NET_WM_STATE_FULLSCREEN"}});
   EXPECT_TRUE(display.shows(kForeignColor, 790, 10));
   auto left = std::make_unique<ForeignX11Window>(
-      display, 100, 100,
-      std::vector<std::string>{"_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"});
+      display,
+      ForeignX11Window::Look{
+          .x = 100, .y = 100, .states = {"_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"}});
   ASSERT_TRUE(program.waitForLine("halves.png closed"));
   left.reset();
   EXPECT_TRUE(program.waitForLine("halves.png opened")) << "one monitor can be seen again";
@@ -214,6 +132,109 @@ TEST(X11Test, WithoutLayerShellTheDesktopOfXWaylandIsPreferredToAWaylandWindow) 
   }));
 }
 
+TEST(X11Test, TiledWindowsCloseTheCameraAndFloatingOnesThatLeaveHalfDoNot) {
+  const PrivateDisplay display;
+  const ChildProcess manager({"openbox"}, display.environment());
+  const TemporaryDirectory directory;
+  const auto run = [&](const std::string& policy) {
+    return Nivlo({"--surface", "x11", "--qr", "off", "--pause", policy, "--source",
+                  "back=file:" + halves(directory).string()},
+                 display.environment());
+  };
+  const auto tile = [&](std::int16_t x, std::int16_t y) {
+    return ForeignX11Window(display, {.x = x, .y = y, .width = 390, .height = 290});
+  };
+  const auto topLeft = tile(0, 0);
+  ASSERT_TRUE(waitFor([&] { return display.topOf(topLeft.window()) != topLeft.window(); }))
+      << "the window manager must have started, because it maps the wallpaper anew";
+  auto program = run("covered");
+  ASSERT_TRUE(program.waitForLine("halves.png opened") && display.shows(kRightHalf, 780, 20));
+  const auto wallpaper = display.windowAt(780, 20);
+  const auto bottomRight = tile(405, 300);
+  EXPECT_TRUE(display.shows(kForeignColor, 20, 100) && display.shows(kForeignColor, 780, 500));
+  EXPECT_FALSE(program.waitForLine("halves.png closed", kNotSoon)) << "half of it can be seen";
+  const auto topRight = tile(405, 0);
+  const auto bottomLeft = tile(0, 300);
+  EXPECT_TRUE(program.waitForLine("halves.png closed")) << "only a gap can be seen";
+  EXPECT_THAT(display.windowAt(398, 400), Eq(wallpaper)) << "there is no gap";
+  display.run({"xdotool", "windowmove", std::to_string(bottomLeft.window()), "0", "100"});
+  EXPECT_TRUE(program.waitForLine("halves.png opened")) << "a window has been moved away";
+  program.terminate();
+  display.run({"xdotool", "windowmove", std::to_string(bottomLeft.window()), "0", "300"});
+  auto fullscreenOnly = run("fullscreen");
+  EXPECT_TRUE(fullscreenOnly.waitForLine("halves.png opened"));
+  EXPECT_FALSE(fullscreenOnly.waitForLine("halves.png closed", kNotSoon));
+}
+
+/// Whether the wallpaper becomes visible with nothing between it and the other program's desktop window, and
+/// an ordinary window above both.
+bool liesDirectlyAbove(const PrivateDisplay& display, const ForeignX11Window& desktop) {
+  const auto isAbove = [&] {
+    const auto stack = display.stack();
+    const auto below = std::find(stack.begin(), stack.end(), display.topOf(desktop.window()));
+    return stack.end() - below > 1 && display.titleOf(below[1]) == "Nivlo";
+  };
+  return waitFor(isAbove) && display.shows(kLeftHalf, 20, 20) && display.shows(kRightHalf, 780, 580) &&
+         display.shows(kForeignColor, 650, 350);
+}
+
+TEST(X11Test, TheWallpaperLiesBetweenAnotherProgramsDesktopAndAllOtherWindows) {
+  const PrivateDisplay display;
+  const ChildProcess manager({"openbox"}, display.environment());
+  const ForeignX11Window::Look look{
+      .width = 800, .height = 600, .type = "_NET_WM_WINDOW_TYPE_DESKTOP", .color = kDesktopColor};
+  std::optional<ForeignX11Window> desktop(std::in_place, display, look);
+  ASSERT_TRUE(display.shows(kDesktopColor, 20, 20));
+  const ForeignX11Window window(display, {.x = 600, .y = 300});
+  const TemporaryDirectory directory;
+  Nivlo program({"--surface", "x11", "--qr", "off", "--source", "back=file:" + halves(directory).string()},
+                display.environment());
+  const auto click = [&] {
+    display.run({"xdotool", "mousemove", "300", "200", "click", "3"});
+    return desktop->isClicked();
+  };
+  EXPECT_TRUE(liesDirectlyAbove(display, *desktop)) << "started after the other program";
+  EXPECT_TRUE(program.waitForLine("hides its icons"));
+  EXPECT_TRUE(click()) << "the desktop's menu cannot be opened";
+  const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+  xcb_configure_window(display.client(), desktop->window(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+  EXPECT_TRUE(liesDirectlyAbove(display, *desktop)) << "after the other program raised its window";
+  desktop.reset();
+  EXPECT_TRUE(waitFor([&] { return display.windowAt(20, 20) != XCB_NONE; }))
+      << "without the other program, the window manager must know the wallpaper";
+  EXPECT_TRUE(display.shows(kLeftHalf, 20, 20)) << "after the other program's end";
+  desktop.emplace(display, look);
+  EXPECT_TRUE(liesDirectlyAbove(display, *desktop)) << "started before the other program";
+  EXPECT_TRUE(click()) << "the desktop's menu cannot be opened";
+}
+
+TEST(X11Test, AnotherProgramThatClaimsTheSamePlaceDoesNotKeepTheWallpaperBusy) {
+  const PrivateDisplay display;
+  const ChildProcess manager({"openbox"}, display.environment());
+  const ForeignX11Window desktop(
+      display, {.width = 800, .height = 600, .type = "_NET_WM_WINDOW_TYPE_DESKTOP", .color = kDesktopColor});
+  const ForeignX11Window window(display, {.x = 600, .y = 300});
+  const TemporaryDirectory directory;
+  const Nivlo program(
+      {"--surface", "x11", "--qr", "off", "--source", "back=file:" + halves(directory).string()},
+      display.environment());
+  ASSERT_TRUE(liesDirectlyAbove(display, desktop));
+  const auto frame = display.topOf(desktop.window());
+  int corrections = 0;
+  const auto contend = [&] {
+    const auto stack = display.stack();
+    const auto below = std::find(stack.begin(), stack.end(), frame);
+    if (stack.end() - below > 1 && display.titleOf(below[1]) == "Nivlo") {
+      ++corrections;
+      const std::uint32_t lowest = XCB_STACK_MODE_BELOW;
+      xcb_configure_window(display.client(), below[1], XCB_CONFIG_WINDOW_STACK_MODE, &lowest);
+    }
+    return false;
+  };
+  waitFor(contend, kNotSoon);
+  EXPECT_THAT(corrections, testing::AllOf(Ge(3), Le(20))) << "in one second";
+}
+
 TEST(X11Test, WithoutSharedMemoryAWindowIsStillDrawnResizedAndClosed) {
   PrivateDisplay display({"-extension", "MIT-SHM"});
   const TemporaryDirectory directory;
@@ -225,8 +246,8 @@ TEST(X11Test, WithoutSharedMemoryAWindowIsStillDrawnResizedAndClosed) {
   display.run({"xdotool", "windowsize", std::to_string(window), "800", "600"});
   EXPECT_TRUE(display.shows(kLeftHalf, 380, 580) && display.shows(kRightHalf, 780, 580));
   xcb_client_message_event_t close{.response_type = XCB_CLIENT_MESSAGE, .format = 32, .window = window};
-  close.type = x11Atom(display.client(), "WM_PROTOCOLS");
-  close.data.data32[0] = x11Atom(display.client(), "WM_DELETE_WINDOW");
+  close.type = display.atom("WM_PROTOCOLS");
+  close.data.data32[0] = display.atom("WM_DELETE_WINDOW");
   xcb_send_event(display.client(), 0, window, 0, reinterpret_cast<const char*>(&close));
   xcb_flush(display.client());
   EXPECT_THAT(program.waitForExit(), Eq(0)) << program.output();
