@@ -13,8 +13,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// The signature, then the first chunk's length and type (W3C PNG, sections 5.2 and 11.2.1); width and height
-/// follow.
+/// A PNG starts with this signature and the length and type of its first chunk (W3C PNG, sections 5.2 and
+/// 11.2.1). The width and the height follow.
 constexpr auto kBeginning = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR"sv;
 
 std::uint32_t bigEndian(std::string_view bytes) {
@@ -41,7 +41,7 @@ std::optional<CGSize> sizeOfPNG(std::string_view data) {
 }  // namespace
 
 std::shared_ptr<UIImage> UIImage::imageWithContentsOfFile(const std::filesystem::path& path) {
-  // Opening a pipe would wait for whoever writes to it.
+  // Opening a pipe would block until somebody writes to it.
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(path, ignored)) {
     return nullptr;

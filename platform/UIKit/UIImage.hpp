@@ -1,4 +1,4 @@
-// A picture, as it lies in its file.
+// A picture in the form in which its file holds it.
 #pragma once
 
 #include <filesystem>
@@ -10,15 +10,16 @@
 
 namespace nivlo {
 
-/// Immutable. Nothing here decodes pixels: whoever shows the picture does.
+/// Immutable, and so safe to use on any thread. It holds no pixels: whoever shows the picture decodes it.
 class UIImage {
  public:
-  /// Reads a PNG. Null where the path is no readable file, or the file does not begin as a PNG does.
+  /// Reads a PNG. Returns null if the path is not a readable file, or if the file does not start with a PNG
+  /// header. The rest of the file is not checked.
   static std::shared_ptr<UIImage> imageWithContentsOfFile(const std::filesystem::path& path);
 
-  /// In pixels, as the file's header says; never empty.
+  /// The size in pixels, from the file's header; neither edge is 0.
   CGSize size() const { return size_; }
-  /// All bytes of the file.
+  /// The file's bytes, as they were read.
   const std::string& data() const { return data_; }
 
  private:
