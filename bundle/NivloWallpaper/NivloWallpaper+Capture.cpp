@@ -62,8 +62,8 @@ std::shared_ptr<AVCaptureDeviceInput> NivloWallpaper::firstVideoInput() const {
   return nullptr;
 }
 
-/// The other camera follows from the current one alone, so a camera of unknown position gives way to the
-/// front one. Where there is no other camera the session keeps the one that it has.
+/// Only the current camera decides which one comes next, so one of unknown position is replaced by the front
+/// camera. If there is no other camera, the session keeps the one that it has.
 void NivloWallpaper::replaceWithOtherCamera(const std::shared_ptr<AVCaptureDeviceInput>& input) {
   const bool front = input->device()->position() == AVCaptureDevicePosition::Front;
   const auto other =

@@ -14,8 +14,8 @@ void NivloWallpaper::captureOutput(AVCaptureMetadataOutput&, const MetadataObjec
   dispatch_async(dispatch_get_main_queue(), [self = shared(), objects] { self->processReport(objects); });
 }
 
-/// The last code of a report decides: each one does away with those before it, whether or not its own type
-/// counts. What is no code at all leaves the earlier find in place.
+/// The last code of a report decides: each code discards the ones before it, even if its own type is not
+/// allowed. Objects that are not codes discard nothing.
 void NivloWallpaper::processReport(const MetadataObjects& objects) {
   for (const auto& object : objects) {
     const auto code = std::dynamic_pointer_cast<const AVMetadataMachineReadableCodeObject>(object);

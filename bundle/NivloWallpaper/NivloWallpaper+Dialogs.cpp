@@ -30,7 +30,7 @@ void copyToPasteboard(const std::string& text) {
 }  // namespace
 
 void NivloWallpaper::showBarcodeAlert() {
-  // A copy: a dialog may be answered, and the next code found, before the walk is over.
+  // Walks over a copy, because a dialog may be answered, and the next code found, before the loop ends.
   for (const auto& barcode : Barcodes(foundBarcodes_)) {
     const auto& text = barcode->getBarcodeData();
     if (text.find(kLinkMark) != std::string::npos) {
@@ -41,8 +41,7 @@ void NivloWallpaper::showBarcodeAlert() {
   }
 }
 
-/// A tap opens the gate before it does anything else, so that scanning goes on while the text is being dealt
-/// with.
+/// A tap opens the gate before its action runs, so that scanning continues meanwhile.
 void NivloWallpaper::offer(const char* prefix, const std::string& text, const char* action,
                            void (*act)(const std::string& text)) {
   showWithTitle(kTitle, prefix + text, kCancel, {action},

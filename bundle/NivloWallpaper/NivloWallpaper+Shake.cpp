@@ -9,7 +9,7 @@ namespace {
 constexpr double kUpdateInterval = 0.1;  // seconds
 constexpr double kShakeThreshold = 1.5;  // g
 
-/// One-sided on purpose: only a pull along an axis counts, not one against it.
+/// Only accelerations in the positive direction of an axis count, which is intended.
 bool isShake(CMAcceleration sample) {
   return sample.x > kShakeThreshold || sample.y > kShakeThreshold || sample.z > kShakeThreshold;
 }
@@ -25,7 +25,7 @@ void NivloWallpaper::AddShakeToActive() {
   setMotionManager(CMMotionManager::init());
   motionManager_->setAccelerometerUpdateInterval(kUpdateInterval);
   setQueue(NSOperationQueue::init());
-  // Weak, or a view that nobody holds any more would be kept alive by its own accelerometer.
+  // A strong reference would let the view's own accelerometer keep the view alive.
   motionManager_->startAccelerometerUpdatesToQueue(
       queue(), [observer = weak()](const CMAccelerometerData* data, const NSError* error) {
         if (const auto wallpaper = observer.lock()) {

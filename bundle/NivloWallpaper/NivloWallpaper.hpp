@@ -21,11 +21,11 @@
 
 namespace nivlo {
 
-/// A view that shows the back or the front camera, offers the codes that it sees, and changes cameras when
-/// the device is shaken. Everything is for the main thread, but for the metadata callback and the
-/// accelerometer's handler.
+/// A view that shows the back or the front camera, offers the codes that the camera sees, and switches
+/// cameras when the device is shaken. Main thread only, except for the callbacks of the metadata output and
+/// the handler of the accelerometer, which run on threads of their own.
 ///
-/// A machine without a camera still has a working view: the capture fields are then null and every operation
+/// The view also works on a machine without a camera: the capture fields are then null, and every operation
 /// on them does nothing.
 class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadataOutputObjectsDelegate {
  public:
@@ -33,21 +33,21 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
 
   static std::string identifier();
   static bool colorChangesSignificantly();
-  /// Four dictionaries, built afresh: codes are scanned in the first two, and the back camera alternates with
-  /// the front.
+  /// Returns four new dictionaries. The first two scan codes and the last two do not; in each pair the back
+  /// camera comes before the front one.
   static std::vector<NSDictionary> presetWallpaperOptions();
-  /// For example "the back camera, codes are offered".
+  /// Returns what the options mean, for example "the back camera, codes are offered".
   static std::string descriptionForOptions(const NSDictionary& options);
   static std::string thumbnailImageName();
-  /// The same picture whatever the options are; null where the bundle has none.
+  /// Returns the same picture whatever the options are; null if the bundle lacks it.
   static std::shared_ptr<UIImage> thumbnailImageForOptions(const NSDictionary& options);
-  /// The name of the large picture for this device.
+  /// Returns the name of the large picture that suits this device's screen.
   static std::string representativeThumbnailImageName();
 
-  /// Null where the frame is no rectangle. The camera does not run yet.
+  /// Returns null if the frame is not a rectangle (see isUsableFrame). The camera does not run yet.
   static std::shared_ptr<NivloWallpaper> initWithFrame(CGRect frame);
   ~NivloWallpaper() override;
-  /// Stops the camera and the accelerometer and lets go of what it holds. The destructor does this too.
+  /// Stops the camera and the accelerometer and releases the fields. The destructor does this too.
   void dealloc();
 
   /// "qr" (a boolean) opens or closes the detection gate; without it the gate closes. "cameraPosition" is
@@ -55,24 +55,24 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
   void setWallpaperOptions(const NSDictionary& options) override;
   /// Ignored: the wallpaper looks the same in every variant.
   void setWallpaperVariant(long variant) override;
-  /// This view itself.
+  /// Returns this view itself.
   std::shared_ptr<UIView> view() override;
-  /// Switches the evaluation of shakes and the camera together.
+  /// Turns the camera and the detection of shakes on or off, both together.
   void setAnimating(bool animating) override;
 
   void AddScanView();
   void startRunning();
   void stopRunning();
-  /// Starts the camera whatever the animation switch says.
+  /// Starts the camera, even if the view is not animating.
   void applicationWillEnterForeground(const NSNotification& notification);
   void applicationDidEnterBackground(const NSNotification& notification);
 
-  /// Builds the session with the default camera; does nothing once there is one.
+  /// Builds the capture session with the default camera. Does nothing if there already is a session.
   void setupCaptureSession();
-  /// The first camera that looks this way, or null.
+  /// Returns the first camera that faces this way, or null.
   std::shared_ptr<AVCaptureDevice> cameraWithPosition(AVCaptureDevicePosition position) const;
   void swapFrontAndBackCameras();
-  /// Changes to the other camera unless the current one looks this way already.
+  /// Switches to the other camera unless the current one already faces this way.
   void setCameraPosition(AVCaptureDevicePosition position);
 
   /// Takes a report if the gate is open, closes the gate and hands the report to the main queue. On the
