@@ -34,7 +34,7 @@ RestartSec=5
 WantedBy=graphical-session.target
 )";
 
-constexpr auto kBundle = "--bundle=";
+constexpr auto kBundleOption = "--bundle=";
 
 std::string doubled(std::string_view text, std::string_view characters) {
   std::string result;
@@ -128,7 +128,7 @@ std::string unitWithWallpaper(const std::string& text, const std::string& bundle
   }
   const auto start = key + kKey.size();
   const auto end = std::min(text.find('\n', start), text.size());
-  const auto option = bundle.empty() ? "" : unitWord(kBundle + bundle, false);
+  const auto option = bundle.empty() ? "" : unitWord(kBundleOption + bundle, false);
   return text.substr(0, start) + withWallpaper(text.substr(start, end - start), option, preset) +
          text.substr(end);
 }
@@ -143,7 +143,7 @@ std::string autostartWithWallpaper(const std::string& text, const std::string& b
   if (!line) {
     return text;
   }
-  const auto option = bundle.empty() ? "" : execWord(kBundle + bundle);
+  const auto option = bundle.empty() ? "" : execWord(kBundleOption + bundle);
   g_key_file_set_string(entry.get(), G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_EXEC,
                         withWallpaper(line.get(), option, preset).c_str());
   const Owned<gchar, g_free> changed(g_key_file_to_data(entry.get(), nullptr, nullptr));
