@@ -49,7 +49,7 @@ ARROWS = {
         "text": "",
         "bundle": "text",
         "pick": "loop text",
-        "power": "loop",
+        "power": "loop render",
         "scan": "text",
         "service": "text",
         "alerts": "loop text",

@@ -67,8 +67,8 @@ LastingCheck checkOutput(const std::string& name) {
                 "--output: no screen can be called '{}'; {}. Names of screens look like eDP-1 or HDMI-A-1",
                 name, here))};
   }
-  return {.note = visibleText(fmt::format(
-              "There is no output {} at present ({}). Nivlo needs it to be plugged in", name, here))};
+  return {.note = visibleText(
+              fmt::format("There is no output {} at present ({}). Nivlo will wait for it", name, here))};
 }
 
 }  // namespace

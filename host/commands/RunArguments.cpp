@@ -32,6 +32,16 @@ constexpr Choice<DesktopLayer> kLayers[] = {
 constexpr Choice<AlertKind> kAlerts[] = {
     {"auto", AlertKind::Auto}, {"desktop", AlertKind::Desktop}, {"terminal", AlertKind::Terminal}};
 
+constexpr Choice<OnBattery> kOnBattery[] = {
+    {"run", OnBattery::Run}, {"slow", OnBattery::Slow}, {"pause", OnBattery::Pause}};
+constexpr int kMostPicturesPerSecond = 240;  // of the fastest screens
+
+std::string checkRate(const std::string& text) {
+  return checkCount(text).empty() && text.size() <= 3 && std::stoi(text) <= kMostPicturesPerSecond
+             ? ""
+             : fmt::format("'{}' is not a whole number from 1 to {}", text, kMostPicturesPerSecond);
+}
+
 void readSize(const std::string& text, SurfaceOptions& surface) {
   char extra = 0;
   const int count = std::sscanf(text.c_str(), "%5dx%5d%c", &surface.width, &surface.height, &extra);
@@ -102,6 +112,14 @@ void RunArguments::addBehaviour(CLI::App& app) {
   addChoice(app, "--pause", kPauses, options_.surface.pause,
             "Close the camera while windows hide the wallpaper on every output: covered counts maximised and "
             "fullscreen windows, fullscreen only those, never none");
+  addChoice(
+      app, "--on-battery", kOnBattery, options_.onBattery,
+      "While the machine runs on its battery, run as usual, slow down to half the pictures and half the "
+      "looks for codes, or pause with the camera closed");
+  app.add_option("--fps", options_.picturesPerSecond,
+                 "Show at most this many pictures a second (default: as many as the camera delivers)")
+      ->type_name("NUMBER")
+      ->check(checkRate);
   addChoice(app, "--alerts", kAlerts, options_.alerts,
             "Ask in the desktop's dialogs, or in the terminal with numbered buttons; auto is desktop if the "
             "wallpaper is shown on one");
@@ -189,6 +207,12 @@ std::vector<std::string> lastingArguments(const RunOptions& options) {
   }
   if (options.surface.pause != standard.surface.pause) {
     add("pause", wordFor(kPauses, options.surface.pause));
+  }
+  if (options.onBattery != standard.onBattery) {
+    add("on-battery", wordFor(kOnBattery, options.onBattery));
+  }
+  if (options.picturesPerSecond) {
+    add("fps", std::to_string(*options.picturesPerSecond));
   }
   if (options.alerts != standard.alerts) {
     add("alerts", wordFor(kAlerts, options.alerts));

@@ -8,6 +8,7 @@
 #include "host/commands/WallpaperRun.hpp"
 #include "host/control/client/HandOver.hpp"
 #include "host/log/ProgramLog.hpp"
+#include "host/render/FramePace.hpp"
 #include "kit/MFLog/MFLog.hpp"
 #include "platform/drivers/Drivers.hpp"
 
@@ -28,7 +29,8 @@ int RunCommand::run() const {
   }
   int status = 1;
   const auto cameras = std::make_shared<CameraActivity>();
-  auto error = installDriversFor(options, cameras);
+  const auto pace = std::make_shared<FramePace>(options.picturesPerSecond);
+  auto error = installDriversFor(options, cameras, pace);
   const auto bundle = error.empty() ? openWallpaperBundle(options.bundle, &error) : nullptr;
   if (bundle) {
     error = whyImpossible(options.show, *bundle);
@@ -37,7 +39,7 @@ int RunCommand::run() const {
     nameProgramInLog();
     MFNotice("started: %@, preset %d", bundle->identifier(), options.show.preset.value_or(1));
     desktop.await();
-    status = WallpaperRun(options, loop, control, desktop, cameras).show(bundle);
+    status = WallpaperRun(options, loop, control, desktop, cameras, pace).show(bundle);
     MFNotice("stopped with status %d", status);
   }
   if (!error.empty()) {

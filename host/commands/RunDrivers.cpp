@@ -13,7 +13,9 @@
 #include "host/log/LoggedAlerts.hpp"
 #include "host/log/ProgramLog.hpp"
 #include "host/loop/MainLoop.hpp"
+#include "host/power/PacedCameras.hpp"
 #include "host/power/PowerSaving.hpp"
+#include "host/power/SlowedReaders.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
 #include "linux/codes/pace/ScenePace.hpp"
@@ -36,17 +38,20 @@ bool asksOnDesktop(const RunOptions& options) {
 
 }  // namespace
 
-std::string installDriversFor(const RunOptions& options, const std::shared_ptr<CameraActivity>& cameras) {
+std::string installDriversFor(const RunOptions& options, const std::shared_ptr<CameraActivity>& cameras,
+                              const std::shared_ptr<const FramePace>& pace) {
   std::string error;
   Drivers set;
   set.logSink = makeConsoleLog();
   set.mainQueue = MainLoop::makeMainQueue();
-  set.cameras = observed(makeSelectedCameras(options.sources, &error, [cameras] { cameras->replaced(); }),
-                         [cameras](CameraEvent event, const CameraInfo& camera) {
-                           logCameraEvent(event, camera);
-                           cameras->follow(event, camera);
-                         });
-  set.codeReader = savingPower(pacedByScene(makeProcessCodeReaderDriver()));
+  set.cameras =
+      paced(observed(makeSelectedCameras(options.sources, &error, [cameras] { cameras->replaced(); }),
+                     [cameras](CameraEvent event, const CameraInfo& camera) {
+                       logCameraEvent(event, camera);
+                       cameras->follow(event, camera);
+                     }),
+            pace);
+  set.codeReader = savingPower(pacedByScene(slowed(makeProcessCodeReaderDriver(), pace)));
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();
   } else if (error.empty()) {

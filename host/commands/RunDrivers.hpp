@@ -5,13 +5,15 @@
 #include <string>
 
 #include "host/commands/RunOptions.hpp"
+#include "host/render/FramePace.hpp"
 #include "host/show/CameraActivity.hpp"
 
 namespace nivlo {
 
-/// Installs the drivers that the options ask for; `cameras` follows what they open and close. Returns an
-/// error message, empty on success. Drivers are installed in either case, to be removed with
-/// installDrivers({}).
-std::string installDriversFor(const RunOptions& options, const std::shared_ptr<CameraActivity>& cameras);
+/// Installs the drivers that the options ask for; `cameras` follows what they open and close, and they keep
+/// to `pace`. Returns an error message, empty on success. Drivers are installed in either case, to be removed
+/// with installDrivers({}).
+std::string installDriversFor(const RunOptions& options, const std::shared_ptr<CameraActivity>& cameras,
+                              const std::shared_ptr<const FramePace>& pace);
 
 }  // namespace nivlo

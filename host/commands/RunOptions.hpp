@@ -21,6 +21,13 @@ enum class AlertKind {
   Terminal,  ///< in the terminal
 };
 
+/// What is done while the machine runs on its battery.
+enum class OnBattery {
+  Run,    ///< nothing
+  Slow,   ///< half as many pictures, and half as many looks for codes
+  Pause,  ///< the camera is closed
+};
+
 struct RunOptions {
   std::filesystem::path bundle;  ///< empty: Nivlo's own
   ShowOptions show;
@@ -30,6 +37,8 @@ struct RunOptions {
   SurfaceKind surfaceKind = SurfaceKind::Auto;
   SurfaceOptions surface;
   AlertKind alerts = AlertKind::Auto;
+  OnBattery onBattery = OnBattery::Slow;
+  std::optional<int> picturesPerSecond;                 ///< at most; from 1 to 240
   std::optional<std::filesystem::path> snapshot;        ///< the PNG file that pictures are saved to
   std::optional<int> frames;                            ///< the program ends after drawing this many
   std::optional<std::chrono::duration<double>> runFor;  ///< the program ends after this time

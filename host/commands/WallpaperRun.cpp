@@ -10,13 +10,20 @@
 #include "kit/MFLog/MFLog.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/desktop/clock/ClockMonitor.hpp"
+#include "linux/desktop/power/BatteryMonitor.hpp"
 #include "linux/desktop/session/SessionMonitor.hpp"
 
 namespace nivlo {
 
 WallpaperRun::WallpaperRun(const RunOptions& options, MainLoop& loop, ControlService& control,
-                           DesktopVariant& desktop, std::shared_ptr<CameraActivity> cameras)
-    : options_(options), loop_(loop), control_(control), desktop_(desktop), cameras_(std::move(cameras)) {
+                           DesktopVariant& desktop, std::shared_ptr<CameraActivity> cameras,
+                           std::shared_ptr<FramePace> pace)
+    : options_(options),
+      loop_(loop),
+      control_(control),
+      desktop_(desktop),
+      cameras_(std::move(cameras)),
+      pace_(std::move(pace)) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     endings_.push_back(EventSource::onSignal(signal, [this] { loop_.quit(); }));
   }
@@ -50,11 +57,14 @@ std::string WallpaperRun::begin(std::shared_ptr<const WallpaperBundle> bundle) {
 
 void WallpaperRun::runLoop() {
   desktop_.observe([this](long variant) { show_->setVariant(variant); });
-  surface_->show(show_->view());
+  surface_->show({show_->view().view, show_->view().size, pace_});
   show_->presence().setAwaited(surface_->awaited());
   show_->presence().begin();
   const auto session =
       makeSessionMonitor([this](bool inForeground) { show_->presence().setInForeground(inForeground); });
+  const auto battery = options_.onBattery == OnBattery::Run
+                           ? nullptr
+                           : makeBatteryMonitor([this](bool onBattery) { spareBattery(onBattery); });
   const auto clock = makeClockMonitor();
   cameras_->onReplaced([this] { useNewCameras(); });
   control_.attach(show_.get());
@@ -85,6 +95,17 @@ void WallpaperRun::useNewCameras() {
   if (const auto error = show_->rebuild(); !error.empty()) {
     MFWarning("the new camera is not shown: %@", error);
   }
+}
+
+void WallpaperRun::spareBattery(bool onBattery) {
+  const bool pauses = options_.onBattery == OnBattery::Pause;
+  MFNotice(!onBattery ? "power: plugged in again, so the wallpaper is shown as usual"
+           : pauses   ? "power: on battery, so the wallpaper pauses"
+                      : "power: on battery, so pictures and looks for codes are halved");
+  pace_->setHalved(onBattery && !pauses);
+  show_->presence().setBatterySaving(!onBattery ? BatterySaving::None
+                                     : pauses   ? BatterySaving::Paused
+                                                : BatterySaving::Slowed);
 }
 
 void WallpaperRun::drawn() {

@@ -10,6 +10,7 @@
 #include "host/control/ControlService.hpp"
 #include "host/loop/EventSource.hpp"
 #include "host/loop/MainLoop.hpp"
+#include "host/render/FramePace.hpp"
 #include "host/show/CameraActivity.hpp"
 #include "host/show/DesktopVariant.hpp"
 #include "host/show/WallpaperShow.hpp"
@@ -24,7 +25,7 @@ class WallpaperRun {
  public:
   /// What is passed by reference must outlive this object.
   WallpaperRun(const RunOptions& options, MainLoop& loop, ControlService& control, DesktopVariant& desktop,
-               std::shared_ptr<CameraActivity> cameras);
+               std::shared_ptr<CameraActivity> cameras, std::shared_ptr<FramePace> pace);
   WallpaperRun(const WallpaperRun&) = delete;
   WallpaperRun& operator=(const WallpaperRun&) = delete;
 
@@ -37,6 +38,7 @@ class WallpaperRun {
   void runLoop();
   void end();
   void useNewCameras();
+  void spareBattery(bool onBattery);
   void drawn();
   void writeSnapshot();
   void fail(const std::string& cause);
@@ -46,6 +48,7 @@ class WallpaperRun {
   ControlService& control_;
   DesktopVariant& desktop_;
   const std::shared_ptr<CameraActivity> cameras_;
+  const std::shared_ptr<FramePace> pace_;
   std::unique_ptr<WallpaperShow> show_;
   std::unique_ptr<Surface> surface_;
   std::vector<EventSource> endings_;

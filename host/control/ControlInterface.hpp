@@ -20,10 +20,10 @@ inline constexpr auto kControlInterface = "org.nivlo.Wallpaper1";
 /// GetStatus: "process" (i, the process ID); "wallpaper" and "bundle" (s, its name and its folder); "preset"
 /// (i) and "presets" (i, how many there are); "scanning" (b, absent if the wallpaper does not read codes);
 /// "animating", "visible", "paused" and "foreground" (b); "awaited" (s, the output that must be there first,
-/// in words, absent if none is missing); "frames" (i, shown so far); "ageMedian" and "age95"
-/// (d, the median and the 95th percentile of the milliseconds from capture to screen, over the last few
-/// hundred frames); and, only while a camera is open, "camera" (a{sv} with the strings "id", "name" and
-/// "position").
+/// in words, absent if none is missing); "battery" (s, "slowed" or "paused", only while the battery is
+/// spared); "frames" (i, shown so far); "ageMedian" and "age95" (d, the median and the 95th percentile of the
+/// milliseconds from capture to screen, over the last few hundred frames); and, only while a camera is open,
+/// "camera" (a{sv} with the strings "id", "name" and "position").
 inline constexpr auto kControlDescription = R"(<node><interface name="org.nivlo.Wallpaper1">
 <method name="Pause"/>
 <method name="Resume"/>

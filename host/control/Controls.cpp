@@ -56,6 +56,9 @@ GVariant* describe(const WallpaperShow& show) {
   }
   addFlag(entries, "paused", status.paused);
   addFlag(entries, "foreground", status.inForeground);
+  if (status.batterySaving != BatterySaving::None) {
+    addText(entries, "battery", status.batterySaving == BatterySaving::Paused ? "paused" : "slowed");
+  }
   addNumber(entries, "frames", static_cast<int>(status.frames.frames()));
   addDouble(entries, "ageMedian", status.frames.age(0.5));
   addDouble(entries, "age95", status.frames.age(0.95));

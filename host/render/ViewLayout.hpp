@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/render/FramePace.hpp"
 #include "platform/AVFoundation/CaptureFrame.hpp"
 #include "platform/AVFoundation/PictureGeometry.hpp"
 #include "platform/UIKit/UIView.hpp"
@@ -15,6 +16,7 @@ namespace nivlo {
 struct LaidOutView {
   std::shared_ptr<UIView> view;
   CGSize size;
+  std::shared_ptr<const FramePace> pace = nullptr;  ///< how often to draw it; null for no limit
 };
 
 /// The picture that a layer shows at the moment, and the layer's place.

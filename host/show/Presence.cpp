@@ -38,6 +38,11 @@ void Presence::setPaused(bool paused) {
   update();
 }
 
+void Presence::setBatterySaving(BatterySaving saving) {
+  saving_ = saving;
+  update();
+}
+
 void Presence::setInForeground(bool inForeground) {
   if (inForeground == inForeground_) {
     return;
@@ -51,7 +56,8 @@ void Presence::setInForeground(bool inForeground) {
 }
 
 void Presence::update() {
-  const bool animating = begun_ && isVisible() && !paused_ && inForeground_;
+  const bool spared = saving_ == BatterySaving::Paused;
+  const bool animating = begun_ && isVisible() && !paused_ && !spared && inForeground_;
   if (animating && std::exchange(foregroundOwed_, false)) {
     effects_.enterForeground();
   }

@@ -8,8 +8,16 @@
 
 namespace nivlo {
 
+/// What is done to spare the battery at present.
+enum class BatterySaving {
+  None,
+  Slowed,  ///< fewer pictures and fewer looks for codes
+  Paused,  ///< the wallpaper is not animated
+};
+
 /// Animates the wallpaper, and so keeps a camera open, only while part of it can be seen, the user has not
-/// paused it, no output is waited for, and the session is in the foreground. Main thread only.
+/// paused it, the battery is not spared by a pause, no output is waited for, and the session is in the
+/// foreground. Main thread only.
 class Presence {
  public:
   struct Effects {
@@ -29,6 +37,7 @@ class Presence {
   /// missing. Counts at once.
   void setAwaited(std::string what);
   void setPaused(bool paused);
+  void setBatterySaving(BatterySaving saving);
   /// Returning to the foreground is announced only when the wallpaper is animated again, because a wallpaper
   /// opens its camera at the announcement, whether or not anybody can see it.
   void setInForeground(bool inForeground);
@@ -37,6 +46,7 @@ class Presence {
   bool isVisible() const { return visible_ && awaited_.empty(); }
   const std::string& awaited() const { return awaited_; }
   bool isPaused() const { return paused_; }
+  BatterySaving batterySaving() const { return saving_; }
   bool isInForeground() const { return inForeground_; }
 
  private:
@@ -48,6 +58,7 @@ class Presence {
   bool visible_ = true;
   std::string awaited_;
   bool paused_ = false;
+  BatterySaving saving_ = BatterySaving::None;
   bool inForeground_ = true;
   bool foregroundOwed_ = false;
   bool animating_ = false;

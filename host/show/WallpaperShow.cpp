@@ -108,6 +108,7 @@ WallpaperStatus WallpaperShow::status() const {
       .visible = presence_.isVisible(),
       .awaited = presence_.awaited(),
       .paused = presence_.isPaused(),
+      .batterySaving = presence_.batterySaving(),
       .inForeground = presence_.isInForeground(),
       .camera = cameras_->open(),
       .frames = frames_};

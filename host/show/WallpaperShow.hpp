@@ -21,9 +21,10 @@ struct WallpaperStatus {
   std::optional<bool> scanning;  ///< nothing where the wallpaper does not read codes
   bool animating = false;
   bool visible = true;
-  std::string awaited;       ///< what must be there before it can be seen; empty if nothing is missing
-  bool paused = false;       ///< by the user
-  bool inForeground = true;  ///< the session is neither locked nor asleep nor another user's
+  std::string awaited;  ///< what must be there before it can be seen; empty if nothing is missing
+  bool paused = false;  ///< by the user
+  BatterySaving batterySaving = BatterySaving::None;
+  bool inForeground = true;          ///< the session is neither locked nor asleep nor another user's
   std::optional<CameraInfo> camera;  ///< the open one
   FrameStatistics frames;            ///< of the wallpaper that is shown now
 };

@@ -4,16 +4,17 @@
 #include <functional>
 #include <memory>
 
-#include "platform/UIKit/UIView.hpp"
+#include "host/render/ViewLayout.hpp"
 
 namespace nivlo {
 
 /// Calls the handler on the main thread after any layer of the view's tree has got a new picture, and once
 /// for the pictures that are there already, but never from the constructor. Pictures that come faster than
-/// the main thread gets round to them share one call. A view has one clock at a time. Main thread only.
+/// the main thread gets round to them, or than the view's pace allows, share one call. A view has one clock
+/// at a time. Main thread only.
 class FrameClock {
  public:
-  FrameClock(const UIView& view, std::function<void()> onPicture);
+  FrameClock(const LaidOutView& view, std::function<void()> onPicture);
   ~FrameClock();
   FrameClock(const FrameClock&) = delete;
   FrameClock& operator=(const FrameClock&) = delete;

@@ -15,7 +15,7 @@ CGSize OffscreenSurface::size() const {
 
 void OffscreenSurface::show(LaidOutView view) {
   view_ = std::move(view);
-  clock_.emplace(*view_.view, [this] {
+  clock_.emplace(view_, [this] {
     if (renderer_.render(view_, pixels_.span())) {
       handlers_.drawn();
     }

@@ -36,7 +36,7 @@ Names x11Outputs() {
   return names;
 }
 
-bool isSet(const char* variable) {
+bool isGiven(const char* variable) {
   const char* value = std::getenv(variable);
   return value && *value;
 }
@@ -45,10 +45,10 @@ bool isSet(const char* variable) {
 
 std::optional<Names> presentOutputs() {
   Names names;
-  if (isSet("WAYLAND_DISPLAY")) {
+  if (isGiven("WAYLAND_DISPLAY")) {
     names = waylandOutputs();
   }
-  if (names.empty() && isSet("DISPLAY")) {
+  if (names.empty() && isGiven("DISPLAY")) {
     names = x11Outputs();
   }
   return names.empty() ? std::nullopt : std::optional(names);

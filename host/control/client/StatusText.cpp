@@ -48,6 +48,9 @@ std::string whyNotShown(const Json& status) {
   if (status.value("paused", false)) {
     return "paused; continue with 'nivlo ctl resume'";
   }
+  if (status.value("battery", "") == "paused") {
+    return "paused while the machine runs on its battery, as --on-battery says";
+  }
   if (!status.value("foreground", true)) {
     return "in the background: the session is locked, asleep or not on the screen";
   }
@@ -55,6 +58,11 @@ std::string whyNotShown(const Json& status) {
     return visibleText(fmt::format("waiting for {}", awaited));
   }
   return status.value("visible", true) ? "about to be shown" : "hidden by other windows";
+}
+
+std::string howShown(const Json& status) {
+  return status.value("battery", "") == "slowed" ? "shown, slowed while the machine runs on its battery"
+                                                 : "shown";
 }
 
 std::string cameraInWords(const Json& status) {
@@ -92,7 +100,7 @@ std::string statusInWords(GVariant* status) {
       "pictures   {}, {:.1f} ms behind the camera (95 % within {:.1f})\n"
       "process    {}",
       visibleText(values.value("wallpaper", "")),
-      values.value("animating", false) ? "shown" : whyNotShown(values), values.value("preset", 0),
+      values.value("animating", false) ? howShown(values) : whyNotShown(values), values.value("preset", 0),
       values.value("presets", 0), cameraInWords(values), scanningInWords(values), values.value("frames", 0),
       values.value("ageMedian", 0.0), values.value("age95", 0.0), values.value("process", 0));
 }

@@ -27,7 +27,7 @@ WaylandPainter::~WaylandPainter() = default;
 
 void WaylandPainter::show(LaidOutView view) {
   view_ = std::move(view);
-  clock_.emplace(*view_.view, [this] {
+  clock_.emplace(view_, [this] {
     pictureWaits_ = true;
     paint();
   });

@@ -29,7 +29,7 @@ void X11Surface::show(LaidOutView view) {
                              draw();
                            },
                        .lost = [this] { handlers_.lost("the X11 display is gone"); }});
-  clock_.emplace(*view_.view, [this] {
+  clock_.emplace(view_, [this] {
     newPicture_ = true;
     connection_->dispatch();
   });

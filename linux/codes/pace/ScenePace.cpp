@@ -14,8 +14,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Five looks in two seconds are 400 ms apart, and timers are late.
-constexpr milliseconds kStillInterval{390};
+// A still scene gets a quarter of the looks, normally five in two seconds. Timers are late.
+constexpr int kStillSlowdown = 4;
+constexpr milliseconds kLateness{10};
 // About two rounds of a reader's strategies, because a weak 1-D code counts only once it has been read twice.
 constexpr int kLooksAtNewScene = 20;
 
@@ -32,7 +33,7 @@ class PacedReader : public CodeReader {
       return {};
     }
     change_.remember();
-    nextLook_ = now_ + kStillInterval;
+    nextLook_ = now_ + kStillSlowdown * reader_->lookInterval() - kLateness;
     auto codes = reader_->look(frame);
     looksLeft_ = codes.empty() ? std::max(0, looksLeft_ - 1) : kLooksAtNewScene;
     return codes;

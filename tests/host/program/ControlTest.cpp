@@ -92,6 +92,43 @@ TEST_F(ControlTest, ItOutlivesTheBusAndIsReachableAgainOnceTheBusIsBack) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
+TEST_F(ControlTest, OnItsBatteryItSlowsDownOrPausesUntilItIsPluggedIn) {
+  for (const auto& [option, state, words] : {std::tuple{"--on-battery=slow", "slowed", "shown, slowed while"},
+                                             {"--on-battery=pause", "paused", "paused while the machine"}}) {
+    SCOPED_TRACE(option);
+    auto arguments = offscreen_;
+    arguments.emplace_back(option);
+    Nivlo program(arguments, session());
+    ASSERT_TRUE(program.waitForLine("camera demo:back opened"));
+    EXPECT_FALSE(status().contains("battery"));
+    {
+      const MockedService power(
+          bus_, "org.freedesktop.UPower",
+          {"--system", "--template", "upower", "--parameters", R"({"OnBattery": true})"});
+      ASSERT_TRUE(program.waitForLine("power: on battery"));
+      const auto now = status();
+      EXPECT_EQ(now["battery"], state);
+      EXPECT_EQ(now["camera"].is_null(), state == std::string("paused"));
+      EXPECT_THAT(run({"ctl", "status"}, 0), HasSubstr(words));
+    }
+    EXPECT_TRUE(program.waitForLine("power: plugged in again"));
+    EXPECT_FALSE(status().contains("battery"));
+    EXPECT_FALSE(status()["camera"].is_null());
+  }
+}
+
+TEST_F(ControlTest, ItShowsNoMorePicturesThanAllowed) {
+  auto arguments = offscreen_;
+  arguments.emplace_back("--fps=2");
+  Nivlo program(arguments, session());
+  ASSERT_TRUE(program.waitForLine("first picture"));
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_TRUE(waitFor([&] { return status()["frames"].get<int>() >= 4; }));
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1400));
+  EXPECT_THAT(run({"--fps=0"}, 2), HasSubstr("from 1 to 240"));
+  EXPECT_THAT(run({"--fps=241"}, 2), HasSubstr("from 1 to 240"));
+}
+
 TEST_F(ControlTest, AnotherWallpaperTakesTheShownOnesPlaceAndOneThatCannotLeavesIt) {
   const auto wallpapers = bus_.dataDirectory() / "nivlo" / "wallpapers";
   const auto paint = writeBundle(wallpapers, "Paint", "Paint", NIVLO_TEST_WALLPAPERS);

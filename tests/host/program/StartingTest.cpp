@@ -115,6 +115,10 @@ TEST_F(StartingTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePat
                              "bottom",
                              "--pause",
                              "never",
+                             "--on-battery",
+                             "pause",
+                             "--fps",
+                             "15",
                              "--output",
                              "eDP-1",
                              "--machine",
@@ -134,8 +138,8 @@ TEST_F(StartingTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePat
               ElementsAre(program_, "run", "--preset=1", "--qr=off", "--camera=front",
                           "--source=back=pipewire:n", "--source=front=file:" + (here / picture).string(),
                           "--accelerometer=script:" + (here / script).string(), "--machine=iPhone4,1",
-                          "--output=eDP-1", "--layer=bottom", "--pause=never", "--alerts=terminal",
-                          "--bundle=" + bundle.string()));
+                          "--output=eDP-1", "--layer=bottom", "--pause=never", "--on-battery=pause",
+                          "--fps=15", "--alerts=terminal", "--bundle=" + bundle.string()));
   EXPECT_THAT(said, HasSubstr("no output eDP-1 at present")) << "it may only be unplugged";
 }
 

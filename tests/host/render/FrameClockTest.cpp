@@ -27,7 +27,7 @@ class FrameClockTest : public testing::Test {
   FakeMachine machine;
   std::shared_ptr<UIView> view = UIView::initWithFrame({{0, 0}, {64, 48}});
   int ticks_ = 0;
-  std::optional<FrameClock> clock{std::in_place, *view, [this] { ++ticks_; }};
+  std::optional<FrameClock> clock{std::in_place, LaidOutView{view, {64, 48}}, [this] { ++ticks_; }};
 };
 
 TEST_F(FrameClockTest, PicturesOfAnyLayerTickOnTheMainThreadOnceForAllThatCameSince) {
@@ -67,7 +67,7 @@ TEST_F(FrameClockTest, PicturesThatWereThereFirstTickOnce) {
   view->layer()->setContents(anyPicture());
   inner->setContents(anyPicture());
   ticks();
-  clock.emplace(*view, [this] { ++ticks_; });
+  clock.emplace(LaidOutView{view, {64, 48}}, [this] { ++ticks_; });
   EXPECT_EQ(ticks_, 0) << "the clock ticked before its owner was ready";
   EXPECT_EQ(ticks(), 1) << "a wallpaper that sets one picture for good would never be shown";
 }
