@@ -9,6 +9,7 @@
 #include "host/control/client/HandOver.hpp"
 #include "host/log/ProgramLog.hpp"
 #include "host/render/FramePace.hpp"
+#include "host/show/ScanPermit.hpp"
 #include "kit/MFLog/MFLog.hpp"
 #include "platform/drivers/Drivers.hpp"
 
@@ -30,7 +31,8 @@ int RunCommand::run() const {
   int status = 1;
   const auto cameras = std::make_shared<CameraActivity>();
   const auto pace = std::make_shared<FramePace>(options.picturesPerSecond);
-  auto error = installDriversFor(options, cameras, pace);
+  const auto scanPermit = std::make_shared<ScanPermit>();
+  auto error = installDriversFor(options, cameras, pace, scanPermit);
   const auto bundle = error.empty() ? openWallpaperBundle(options.bundle, &error) : nullptr;
   if (bundle) {
     error = whyImpossible(options.show, *bundle);
@@ -39,7 +41,9 @@ int RunCommand::run() const {
     nameProgramInLog();
     MFNotice("started: %@, preset %d", bundle->identifier(), options.show.preset.value_or(1));
     desktop.await();
-    status = WallpaperRun(options, loop, control, desktop, cameras, pace).show(bundle);
+    status = WallpaperRun(options, loop, control, desktop, cameras, pace, scanPermit).show(bundle);
+    // All dialogs are closed, and a report that still waits on the main queue must not open another one.
+    drivers().alerts.reset();
     MFNotice("stopped with status %d", status);
   }
   if (!error.empty()) {

@@ -39,7 +39,8 @@ bool asksOnDesktop(const RunOptions& options) {
 }  // namespace
 
 std::string installDriversFor(const RunOptions& options, const std::shared_ptr<CameraActivity>& cameras,
-                              const std::shared_ptr<const FramePace>& pace) {
+                              const std::shared_ptr<const FramePace>& pace,
+                              const std::shared_ptr<ScanPermit>& scanPermit) {
   std::string error;
   Drivers set;
   set.logSink = makeConsoleLog();
@@ -51,7 +52,8 @@ std::string installDriversFor(const RunOptions& options, const std::shared_ptr<C
                        cameras->follow(event, camera);
                      }),
             pace);
-  set.codeReader = savingPower(pacedByScene(slowed(makeProcessCodeReaderDriver(), pace)));
+  set.codeReader =
+      permitted(savingPower(pacedByScene(slowed(makeProcessCodeReaderDriver(), pace))), scanPermit);
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();
   } else if (error.empty()) {
@@ -63,7 +65,7 @@ std::string installDriversFor(const RunOptions& options, const std::shared_ptr<C
     set.alerts = makeGtkAlerts(std::move(set.alerts));
     set.pasteboard = makeGtkPasteboard(std::move(set.pasteboard));
   }
-  set.alerts = logged(std::move(set.alerts));
+  set.alerts = withholding(scanPermit, logged(std::move(set.alerts)));
   set.urls = makeDesktopURLOpener();
   set.sound = makeGStreamerSound();
   set.device = makeLinuxDeviceIdentity(options.machine);

@@ -17,13 +17,14 @@ namespace nivlo {
 
 WallpaperRun::WallpaperRun(const RunOptions& options, MainLoop& loop, ControlService& control,
                            DesktopVariant& desktop, std::shared_ptr<CameraActivity> cameras,
-                           std::shared_ptr<FramePace> pace)
+                           std::shared_ptr<FramePace> pace, std::shared_ptr<ScanPermit> scanPermit)
     : options_(options),
       loop_(loop),
       control_(control),
       desktop_(desktop),
       cameras_(std::move(cameras)),
-      pace_(std::move(pace)) {
+      pace_(std::move(pace)),
+      scanPermit_(std::move(scanPermit)) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     endings_.push_back(EventSource::onSignal(signal, [this] { loop_.quit(); }));
   }
@@ -51,7 +52,8 @@ std::string WallpaperRun::begin(std::shared_ptr<const WallpaperBundle> bundle) {
     return error;
   }
   MFInfo("surface: %@", surface_->name());
-  show_ = WallpaperShow::make(std::move(bundle), options_.show, surface_->size(), cameras_, &error);
+  show_ =
+      WallpaperShow::make(std::move(bundle), options_.show, surface_->size(), cameras_, scanPermit_, &error);
   return error;
 }
 

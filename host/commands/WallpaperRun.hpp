@@ -13,6 +13,7 @@
 #include "host/render/FramePace.hpp"
 #include "host/show/CameraActivity.hpp"
 #include "host/show/DesktopVariant.hpp"
+#include "host/show/ScanPermit.hpp"
 #include "host/show/WallpaperShow.hpp"
 #include "host/surfaces/Surface.hpp"
 
@@ -25,7 +26,8 @@ class WallpaperRun {
  public:
   /// What is passed by reference must outlive this object.
   WallpaperRun(const RunOptions& options, MainLoop& loop, ControlService& control, DesktopVariant& desktop,
-               std::shared_ptr<CameraActivity> cameras, std::shared_ptr<FramePace> pace);
+               std::shared_ptr<CameraActivity> cameras, std::shared_ptr<FramePace> pace,
+               std::shared_ptr<ScanPermit> scanPermit);
   WallpaperRun(const WallpaperRun&) = delete;
   WallpaperRun& operator=(const WallpaperRun&) = delete;
 
@@ -49,6 +51,7 @@ class WallpaperRun {
   DesktopVariant& desktop_;
   const std::shared_ptr<CameraActivity> cameras_;
   const std::shared_ptr<FramePace> pace_;
+  const std::shared_ptr<ScanPermit> scanPermit_;
   std::unique_ptr<WallpaperShow> show_;
   std::unique_ptr<Surface> surface_;
   std::vector<EventSource> endings_;

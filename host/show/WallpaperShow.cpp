@@ -27,16 +27,19 @@ void enterForeground() {
 std::unique_ptr<WallpaperShow> WallpaperShow::make(std::shared_ptr<const WallpaperBundle> bundle,
                                                    const ShowOptions& options, CGSize size,
                                                    std::shared_ptr<const CameraActivity> cameras,
+                                                   std::shared_ptr<ScanPermit> scanPermit,
                                                    std::string* error) {
-  std::unique_ptr<WallpaperShow> show(new WallpaperShow(size, std::move(cameras)));
+  std::unique_ptr<WallpaperShow> show(new WallpaperShow(size, std::move(cameras), std::move(scanPermit)));
   *error = show->replace(std::move(bundle), options);
   return error->empty() ? std::move(show) : nullptr;
 }
 
-WallpaperShow::WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> cameras)
+WallpaperShow::WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> cameras,
+                             std::shared_ptr<ScanPermit> scanPermit)
     : size_(size),
       stage_(UIView::initWithFrame({{0, 0}, size})),
       cameras_(std::move(cameras)),
+      scanPermit_(std::move(scanPermit)),
       presence_({[this](bool animating) { wallpaper_->setAnimating(animating); }, enterBackground,
                  enterForeground}) {}
 
@@ -137,6 +140,7 @@ void WallpaperShow::apply(const ShowOptions& changes) {
     options_.setObject(*changes.camera, kCameraPositionKey);
   }
   openingsBefore_ = cameras_->openings();
+  scanPermit_->setScanning(status().scanning.value_or(true));
   wallpaper_->setWallpaperOptions(options_);
 }
 

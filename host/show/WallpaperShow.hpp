@@ -10,6 +10,7 @@
 #include "host/show/CameraActivity.hpp"
 #include "host/show/FrameStatistics.hpp"
 #include "host/show/Presence.hpp"
+#include "host/show/ScanPermit.hpp"
 #include "host/show/ShowOptions.hpp"
 #include "platform/HostContract/WallpaperClass.hpp"
 #include "platform/HostContract/WallpaperOptionKeys.hpp"
@@ -34,11 +35,12 @@ struct WallpaperStatus {
 class WallpaperShow {
  public:
   /// Returns null, with a sentence for users in `*error`, when the wallpaper cannot be built for this size
-  /// (in pixels) or does not understand the options. `cameras` follows the cameras that the wallpaper opens.
+  /// (in pixels) or does not understand the options. `cameras` follows the cameras that the wallpaper opens;
+  /// `scanPermit` is told whether the user has scanning on.
   static std::unique_ptr<WallpaperShow> make(std::shared_ptr<const WallpaperBundle> bundle,
                                              const ShowOptions& options, CGSize size,
                                              std::shared_ptr<const CameraActivity> cameras,
-                                             std::string* error);
+                                             std::shared_ptr<ScanPermit> scanPermit, std::string* error);
   ~WallpaperShow();
   WallpaperShow(const WallpaperShow&) = delete;
   WallpaperShow& operator=(const WallpaperShow&) = delete;
@@ -69,7 +71,8 @@ class WallpaperShow {
   std::string rebuild();
 
  private:
-  WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> cameras);
+  WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> cameras,
+                std::shared_ptr<ScanPermit> scanPermit);
   void start(std::shared_ptr<const WallpaperBundle> bundle, std::shared_ptr<Wallpaper> wallpaper,
              const ShowOptions& options);
   void stop();
@@ -79,6 +82,7 @@ class WallpaperShow {
   const CGSize size_;
   const std::shared_ptr<UIView> stage_;  // holds the wallpaper's view
   const std::shared_ptr<const CameraActivity> cameras_;
+  const std::shared_ptr<ScanPermit> scanPermit_;
   std::shared_ptr<const WallpaperBundle> bundle_;
   std::shared_ptr<Wallpaper> wallpaper_;
   unsigned openingsBefore_ = 0;  // cameras opened before the options were last set

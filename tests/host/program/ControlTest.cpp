@@ -62,6 +62,26 @@ TEST_F(ControlTest, EachCommandTakesEffectOnTheStatusAndTheCamera) {
   EXPECT_THAT(run({"ctl", "status"}, 3), HasSubstr("not running"));
 }
 
+TEST_F(ControlTest, WhileADialogIsOpenASwapOpensNoOtherAndScanningStaysOffWhenItIsTurnedOff) {
+  const TemporaryDirectory directory;
+  const auto source = [&](const std::string& side) {
+    writeCodePicture(directory.path() / side, "QRCode", side);
+    return "--source=" + side + "=file:" + (directory.path() / side).string();
+  };
+  Nivlo program({"--surface=offscreen", source("back"), source("front")}, session());
+  ASSERT_TRUE(program.waitForLine("Get a Barcode with content: back"));
+  run({"ctl", "swap"}, 0);
+  EXPECT_FALSE(program.waitForLine("Get a Barcode", std::chrono::seconds(2)))
+      << "a dialog on top of a dialog";
+  run({"ctl", "scan", "off"}, 0);
+  program.write("0\n");
+  ASSERT_TRUE(program.waitForLine("Cancelled"));
+  EXPECT_FALSE(program.waitForLine("Get a Barcode", std::chrono::seconds(2))) << "the answer turned it on";
+  EXPECT_EQ(status()["scanning"], false);
+  run({"ctl", "scan", "on"}, 0);
+  EXPECT_TRUE(program.waitForLine("Get a Barcode with content: front"));
+}
+
 TEST_F(ControlTest, ASecondStartPassesItsOptionsOnAndACrashDoesNotBlockTheNext) {
   Nivlo first(offscreen_, session());
   ASSERT_TRUE(first.waitForLine("opened"));

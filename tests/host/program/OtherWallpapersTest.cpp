@@ -14,6 +14,7 @@ namespace {
 using testing::AllOf;
 using testing::Eq;
 using testing::HasSubstr;
+using testing::Not;
 using Words = std::vector<std::string>;
 
 class OtherWallpapersTest : public testing::Test {
@@ -67,6 +68,7 @@ TEST_F(OtherWallpapersTest, FaultsOfAWallpaperAreToldAndContained) {
   EXPECT_THAT(show("Plain", 0), AllOf(HasSubstr("setWallpaperOptions throws: no options please"),
                                       HasSubstr("setWallpaperVariant throws: an exception without a message"),
                                       HasSubstr(R"(setAnimating throws: no animation\x1b[2J please)")));
+  EXPECT_THAT(show("Late", 0), Not(HasSubstr("Too late"))) << "a dialog after the end";
   EXPECT_EQ(run({"presets", "--bundle", bundle("Plain")}, 0), "1  preset 1\n");
 }
 

@@ -81,13 +81,14 @@ class WallpaperShowTest : public testing::Test {
     return WallpaperBundle::ask(NSBundle::bundleWithPath(directory_.path(), &error), wallpaperClass, &error);
   }
   std::unique_ptr<WallpaperShow> show(const WallpaperClass& wallpaperClass, const ShowOptions& options = {}) {
-    return WallpaperShow::make(bundle(wallpaperClass), options, {640, 480}, cameras_, &error_);
+    return WallpaperShow::make(bundle(wallpaperClass), options, {640, 480}, cameras_, scanPermit_, &error_);
   }
   static Events taken() { return std::exchange(events, {}); }
 
   FakeMachine machine_;
   TemporaryDirectory directory_;
   std::shared_ptr<CameraActivity> cameras_ = std::make_shared<CameraActivity>();
+  std::shared_ptr<ScanPermit> scanPermit_ = std::make_shared<ScanPermit>();
   std::string error_;
 };
 
@@ -144,11 +145,14 @@ TEST_F(WallpaperShowTest, AWallpaperIsOnlyGivenOptionsThatItUnderstands) {
   EXPECT_EQ(sea->change({.preset = 1}), "");
   EXPECT_THAT(taken(), IsEmpty()) << "no camera slipped into its options";
   EXPECT_FALSE(sea->status().scanning.has_value());
+  EXPECT_TRUE(scanPermit_->isGiven());
   const auto cam = show(nivloWallpaperClass_Cam, {.scans = false});
   EXPECT_EQ(cam->status().scanning, false);
+  EXPECT_FALSE(scanPermit_->isGiven());
   taken();
   cameras_->follow(CameraEvent::Opened, {"front", "Front", AVCaptureDevicePosition::Front});
   EXPECT_EQ(cam->change({.scans = true}), "");
+  EXPECT_TRUE(scanPermit_->isGiven());
   EXPECT_THAT(taken(), ElementsAre("cam qr=1", "cam cameraPosition=front")) << "a shake had switched cameras";
   EXPECT_EQ(cam->swapCameras(), "");
   EXPECT_THAT(taken(), ElementsAre("cam qr=1", "cam cameraPosition=back"));

@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <stdexcept>
 
+#include "platform/Foundation/Dispatch.hpp"
 #include "platform/Foundation/NSBundle.hpp"
 #include "platform/Foundation/NSLog.hpp"
 #include "platform/HostContract/WallpaperClass.hpp"
+#include "platform/UIKit/UIAlertView.hpp"
 
 namespace strangers {
 
@@ -74,8 +76,23 @@ class Plain : public nivlo::UIView, public nivlo::Wallpaper {
   std::shared_ptr<UIView> view() override { return shared_from_this(); }
   void setAnimating(bool) override { throw std::runtime_error("no animation\x1b[2J please"); }
 
- private:
+ protected:
   explicit Plain(CGRect frame) : UIView(frame) {}
+};
+
+/// Shows an alert just after it has been told to stop.
+class Late : public Plain {
+ public:
+  explicit Late(CGRect frame) : Plain(frame) {}
+  static std::string identifier() { return "test.late"; }
+  static std::shared_ptr<Late> initWithFrame(CGRect frame) { return std::make_shared<Late>(frame); }
+  void setAnimating(bool animating) override {
+    if (!animating) {
+      nivlo::dispatch_async(nivlo::dispatch_get_main_queue(), [] {
+        nivlo::UIAlertView::initWithTitle("Too late", "", nullptr, "OK", {})->show();
+      });
+    }
+  }
 };
 
 struct Unshowable : nivlo::Wallpaper {
@@ -104,6 +121,7 @@ struct Unaskable : Viewless {
 
 NIVLO_EXPORT_WALLPAPER(Paint);
 NIVLO_EXPORT_WALLPAPER(Plain);
+NIVLO_EXPORT_WALLPAPER(Late);
 NIVLO_EXPORT_WALLPAPER(Viewless);
 NIVLO_EXPORT_WALLPAPER(Unbuildable);
 NIVLO_EXPORT_WALLPAPER(Throwing);
