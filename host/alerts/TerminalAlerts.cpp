@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,7 @@ namespace nivlo {
 namespace {
 
 constexpr std::size_t kLongestLine = 4096;  // bytes
+constexpr std::chrono::seconds kBackgroundCheck{1};
 
 std::optional<long> parseIndex(std::string_view text) {
   long index = 0;
@@ -56,8 +58,7 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
       alert.callbacks.cancelled();
       alert.callbacks.gone();
     }
-    readable_ = EventSource();
-    reading_ = false;
+    awaited_ = EventSource();
   }
 
  private:
@@ -68,7 +69,7 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
   };
 
   void appear() {
-    if (alerts_.empty() || !alerts_.front().appeared) {
+    if ((alerts_.empty() || !alerts_.front().appeared) && mayUseInput()) {
       // Keys typed before the question was asked are not an answer to it. This has no effect on a pipe, whose
       // lines were meant as answers.
       tcflush(input_, TCIFLUSH);
@@ -89,7 +90,7 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
       out_ << "  " << i << ") " << visibleText(content.buttons[i])
            << (static_cast<long>(i) == content.disabledButtonIndex ? " (not available)" : "") << '\n';
     }
-    out_ << "Number, then Enter: " << std::flush;
+    out_ << (content.buttons.empty() ? "Enter closes this: " : "Number, then Enter: ") << std::flush;
   }
 
   /// Answers the open alerts with the lines read so far, and waits for more input only while an alert is
@@ -104,29 +105,41 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
       pending_.erase(0, end + 1);
       answer(trimmed(line));
     }
+    awaitInput();
+  }
+
+  void awaitInput() {
     if (!isAsking()) {
-      readable_ = EventSource();
-    } else if (inputEnded_) {
-      cancelAll();
-    } else if (!reading_) {
-      readable_ = EventSource::onReadable(input_, [this] { read(); });
+      awaited_ = EventSource();
+    } else if (mayUseInput()) {
+      awaited_ = EventSource::onReadable(input_, [this] { read(); });
+    } else {
+      awaited_ = EventSource::onTimeout(kBackgroundCheck, [this] { awaitInput(); });
     }
-    reading_ = isAsking() && !inputEnded_;
+  }
+
+  /// False while the input is a terminal that a shell has given to another job. What is typed then is meant
+  /// for that job, and the terminal stops a job of the background that reads or flushes it.
+  bool mayUseInput() const {
+    const auto foreground = tcgetpgrp(input_);
+    return foreground < 0 || foreground == getpgrp();
   }
 
   bool isAsking() const { return !alerts_.empty() && alerts_.back().appeared; }
 
   void read() {
     std::array<char, 4096> buffer;
-    const auto count = ::read(input_, buffer.data(), buffer.size());
-    if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
+    const auto count = mayUseInput() ? ::read(input_, buffer.data(), buffer.size()) : -1;
+    if (count < 0 && (errno == EAGAIN || errno == EINTR || !mayUseInput())) {
+      awaitInput();
       return;
     }
     if (count > 0) {
       pending_.append(buffer.data(), static_cast<std::size_t>(count));
+    } else if (!pending_.empty()) {
+      pending_ += '\n';  // The last line needs no line break.
     } else {
-      inputEnded_ = true;
-      readable_ = EventSource();
+      escape();
     }
     if (pending_.size() > kLongestLine && pending_.find('\n') == std::string::npos) {
       pending_.clear();
@@ -135,19 +148,41 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
   }
 
   void answer(std::string_view line) {
+    const auto& content = alerts_.back().content;
+    if (content.buttons.empty()) {
+      finish(std::nullopt);
+      return;
+    }
     if (line.empty()) {
       return;
     }
-    const auto& content = alerts_.back().content;
     const auto index = parseIndex(line);
     const auto buttons = static_cast<long>(content.buttons.size());
     if (!index || *index < 0 || *index >= buttons || *index == content.disabledButtonIndex) {
       out_ << "Please write the number of one of the buttons, 0 to " << buttons - 1 << ": " << std::flush;
       return;
     }
+    finish(*index);
+  }
+
+  /// Does what Escape does to a dialog of the desktop: it presses the cancel button or, where there is none,
+  /// the last one.
+  void escape() {
+    const auto& content = alerts_.back().content;
+    const auto last = static_cast<long>(content.buttons.size()) - 1;
+    const auto button = content.cancelButtonIndex >= 0 ? content.cancelButtonIndex : last;
+    out_ << '\n';
+    finish(button >= 0 && button != content.disabledButtonIndex ? std::optional(button) : std::nullopt);
+  }
+
+  void finish(std::optional<long> button) {
     const auto alert = std::move(alerts_.back());
     alerts_.pop_back();
-    alert.callbacks.tapped(*index);
+    if (button) {
+      alert.callbacks.tapped(*button);
+    } else {
+      alert.callbacks.cancelled();
+    }
     alert.callbacks.gone();
     showAgain();
   }
@@ -161,9 +196,7 @@ class TerminalAlerts : public AlertPresenter, public std::enable_shared_from_thi
 
   std::ostream& out_;
   int input_;
-  EventSource readable_;
-  bool reading_ = false;
-  bool inputEnded_ = false;
+  EventSource awaited_;
   std::string pending_;
   std::vector<Alert> alerts_;
 };

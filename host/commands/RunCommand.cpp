@@ -1,5 +1,6 @@
 #include "host/commands/RunCommand.hpp"
 
+#include <csignal>
 #include <iostream>
 #include <memory>
 
@@ -21,6 +22,10 @@ RunCommand::RunCommand(CLI::App& app) : Command(app, "run", "Show the wallpaper;
 }
 
 int RunCommand::run() const {
+  // The wallpaper goes on in the background of an interactive shell, whose terminal would otherwise stop it
+  // when it prints, or when it reads just as it is put there.
+  std::signal(SIGTTOU, SIG_IGN);
+  std::signal(SIGTTIN, SIG_IGN);
   const auto options = options_.options();
   MainLoop loop;
   DesktopVariant desktop;  // asked first, as it takes a while to answer

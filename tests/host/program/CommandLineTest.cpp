@@ -133,6 +133,67 @@ TEST(ProgramTest, ACodeIsCopiedExactlyAndThenConfirmed) {
   EXPECT_THAT(program.terminate(), Eq(0));
 }
 
+TEST(ProgramTest, WithoutInputOneCodeAfterTheOtherIsPrinted) {
+  const TemporaryDirectory directory;
+  const auto source = [&](const std::string& side) {
+    writeCodePicture(directory.path() / side, "QRCode", side);
+    return "--source=" + side + "=file:" + (directory.path() / side).string();
+  };
+  const auto shakes = directory.write("shakes", "3, 2, 0, 0\n8, 2, 0, 0\n");
+  Nivlo program({source("back"), source("front"), "--accelerometer=script:" + shakes.string()});
+  program.closeInput();
+  for (const char* side : {"back", "front"}) {
+    EXPECT_TRUE(program.waitForLine(std::string("Get a Barcode with content: ") + side)) << program.output();
+    EXPECT_TRUE(program.waitForLine("Cancelled"));
+  }
+  EXPECT_THAT(program.terminate(), Eq(0));
+  EXPECT_EQ(directory.read(program.logDirectory() / "log.txt").find("cancelled by the system"),
+            std::string::npos);
+}
+
+TEST(ProgramTest, InTheBackgroundOfAShellItLeavesTheTerminalAlone) {
+  const TemporaryDirectory directory;
+  const auto picture = directory.path() / "code.png";
+  writeCodePicture(picture, "QRCode", "text");
+  // A shell that has put its job into the background and forbids it to write to the terminal.
+  const auto* shell = R"(
+import os, pty, sys, termios, time
+shell, terminal = pty.fork()
+if shell == 0:
+    job = os.fork()
+    if job == 0:
+        os.setpgid(0, 0)
+        time.sleep(0.5)
+        os.execv(sys.argv[1], sys.argv[1:])
+    modes = termios.tcgetattr(0)
+    modes[3] |= termios.TOSTOP
+    termios.tcsetattr(0, termios.TCSANOW, modes)
+    time.sleep(4)
+    changed = os.waitpid(job, os.WUNTRACED | os.WNOHANG)
+    print("the job has changed" if changed[0] else "the job is in the background", changed, flush=True)
+    print("the shell has read", sys.stdin.readline(), flush=True)
+    os.tcsetpgrp(0, job)
+    time.sleep(60)
+os.write(terminal, b"1\n")
+shown = b""
+while b"the shell has read 1" not in shown:
+    shown += os.read(terminal, 4096)
+os.write(1, shown)
+os.write(terminal, b"0\n")
+while True:
+    os.write(1, os.read(terminal, 4096))
+)";
+  ChildProcess program({"/usr/bin/python3", "-c", shell, NIVLO_PROGRAM, "--surface=offscreen",
+                        "--alerts=terminal", "--source=back=file:" + picture.string()},
+                       {{"XDG_STATE_HOME", directory.path()},
+                        {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
+                        {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"}});
+  EXPECT_TRUE(program.waitForLine("Get a Barcode with content: text")) << program.output();
+  EXPECT_TRUE(program.waitForLine("the job is in the background")) << program.output();
+  EXPECT_TRUE(program.waitForLine("the shell has read 1")) << "the job took a key of the shell's";
+  EXPECT_TRUE(program.waitForLine("Cancelled")) << "it did not ask in the foreground";
+}
+
 TEST(ProgramTest, TheLogHoldsTheProgramsEventsButNotWhatWasScanned) {
   const TemporaryDirectory directory;
   const auto picture = directory.path() / "code.png";
