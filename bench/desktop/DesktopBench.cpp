@@ -139,8 +139,7 @@ void printConversion(const test::EncodedPicture& encoded) {
       const auto* luma = frames[static_cast<std::size_t>(i) % kFrames].data();
       frame->planes[0] = {luma, encoded.stride};
       frame->planes[1] = {luma + encoded.stride * kHeight, encoded.stride};
-      converter.convert({frame, pictureGeometry(*frame, false)},
-                        targets[static_cast<std::size_t>(i) % 3].span());
+      converter.convert({frame, pictureGeometry(*frame)}, targets[static_cast<std::size_t>(i) % 3].span());
     }
     runs.push_back(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC * 1000 / kConversions);
   }

@@ -89,6 +89,7 @@ void RunArguments::addChanges(CLI::App& app) {
 
 void RunArguments::addDevices(CLI::App& app) {
   addSources(app, options_.sources);
+  addTurns(app, options_.sources);
   app.add_option_function<std::string>(
          "--accelerometer",
          [this](const std::string& text) { options_.accelerometerScript = scriptIn(text); },
@@ -176,12 +177,18 @@ std::vector<std::string> lastingArguments(const RunOptions& options) {
   const auto absolute = [](const std::filesystem::path& path) {
     return std::filesystem::absolute(path).string();
   };
-  const auto addSource = [&](std::string_view side, CameraSource source) {
+  const auto addCamera = [&](std::string_view side, CameraSource source, const PictureTurn& turn) {
     if (source.kind == CameraSource::Kind::File) {
       source.value = absolute(source.value);
     }
     if (source.kind != CameraSource::Kind::Auto) {
       add("source", fmt::format("{}={}", side, cameraSourceText(source)));
+    }
+    if (turn.clockwise != 0) {
+      add("turn", fmt::format("{}={}", side, turn.clockwise));
+    }
+    if (turn.mirrored) {
+      add("turn", fmt::format("{}=mirror", side));
     }
   };
   add("preset", std::to_string(options.show.preset.value_or(1)));
@@ -191,8 +198,8 @@ std::vector<std::string> lastingArguments(const RunOptions& options) {
   if (options.show.camera) {
     add("camera", *options.show.camera);
   }
-  addSource("back", options.sources.back);
-  addSource("front", options.sources.front);
+  addCamera("back", options.sources.back, options.sources.backTurn);
+  addCamera("front", options.sources.front, options.sources.frontTurn);
   if (options.accelerometerScript) {
     add("accelerometer", std::string(kScript) + absolute(*options.accelerometerScript));
   }

@@ -1,6 +1,7 @@
 #include "host/commands/SharedOptions.hpp"
 
 #include <charconv>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -24,6 +25,20 @@ Number numberIn(const std::string& text) {
   return read.ec == std::errc() && read.ptr == end ? number : 0;
 }
 
+/// Adds an option that is given once for each side, and hands each of its values to `apply`.
+CLI::Option* addForSides(CLI::App& app, const std::string& name,
+                         std::string (*apply)(std::string_view text, CameraSources* sources),
+                         CameraSources& sources, const std::string& type, const std::string& help) {
+  const auto applyAll = [&sources, apply, name](const std::vector<std::string>& texts) {
+    for (const auto& text : texts) {
+      if (const auto error = apply(text, &sources); !error.empty()) {
+        throw CLI::ValidationError(name, error);
+      }
+    }
+  };
+  return app.add_option_function<std::vector<std::string>>(name, applyAll, help)->type_name(type);
+}
+
 }  // namespace
 
 CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle) {
@@ -43,20 +58,18 @@ CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle) {
 }
 
 CLI::Option* addSources(CLI::App& app, CameraSources& sources) {
-  const auto apply = [&sources](const std::vector<std::string>& texts) {
-    for (const auto& text : texts) {
-      if (const auto error = applyCameraSource(text, &sources); !error.empty()) {
-        throw CLI::ValidationError("--source", error);
-      }
-    }
-  };
-  return app
-      .add_option_function<std::vector<std::string>>(
-          "--source", apply,
-          "Choose what serves as a camera: SIDE is back or front; SOURCE is auto, demo, pipewire:NODE, "
-          "file:PATH or none. auto takes the PipeWire cameras, or the demo if there are none (see 'nivlo "
-          "devices')")
-      ->type_name("SIDE=SOURCE");
+  return addForSides(
+      app, "--source", applyCameraSource, sources, "SIDE=SOURCE",
+      "Choose what serves as a camera: SIDE is back or front; SOURCE is auto, demo, pipewire:NODE, file:PATH "
+      "or "
+      "none. auto takes the PipeWire cameras, or the demo while there are none (see 'nivlo devices')");
+}
+
+CLI::Option* addTurns(CLI::App& app, CameraSources& sources) {
+  return addForSides(app, "--turn", applyCameraTurn, sources, "SIDE=TURN",
+                     "Turn the picture of the back or the front camera: TURN is 90, 180 or 270 degrees "
+                     "clockwise, or mirror to "
+                     "exchange left and right");
 }
 
 CLI::Option* addMachine(CLI::App& app, std::string& machine) {

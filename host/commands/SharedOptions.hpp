@@ -21,6 +21,9 @@ CLI::Option* addBundle(CLI::App& app, std::filesystem::path& bundle);
 /// "--source SIDE=SOURCE", once for each side of the device or for one of them.
 CLI::Option* addSources(CLI::App& app, CameraSources& sources);
 
+/// "--turn SIDE=TURN", any number of times.
+CLI::Option* addTurns(CLI::App& app, CameraSources& sources);
+
 /// "--machine IDENTIFIER".
 CLI::Option* addMachine(CLI::App& app, std::string& machine);
 

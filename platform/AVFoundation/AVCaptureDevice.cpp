@@ -29,4 +29,9 @@ std::vector<std::shared_ptr<AVCaptureDevice>> AVCaptureDevice::devicesWithMediaT
   return devices;
 }
 
+PictureTurn AVCaptureDevice::turn() const {
+  const bool asInMirror = position() == AVCaptureDevicePosition::Front;
+  return {info_.turn.clockwise, info_.turn.mirrored != asInMirror};
+}
+
 }  // namespace nivlo

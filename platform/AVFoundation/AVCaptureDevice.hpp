@@ -35,6 +35,9 @@ class AVCaptureDevice {
   const std::string& uniqueID() const { return info_.uniqueID; }
   /// The camera's name for people, for example "Integrated Camera".
   const std::string& localizedName() const { return info_.localizedName; }
+  /// How a session shows the camera's pictures: as the user wants them, and front cameras' mirrored, because
+  /// people expect to see themselves as in a mirror.
+  PictureTurn turn() const;
 
  private:
   CameraInfo info_;

@@ -146,11 +146,9 @@ bool AVCaptureSession::openChosenDevice() {
   if (!device || !drivers().cameras) {
     return false;
   }
-  // People expect to see themselves as in a mirror.
-  const bool mirrored = device->position() == AVCaptureDevicePosition::Front;
   auto stream = drivers().cameras->open(
-      device->uniqueID(), [feed = feed_, device, mirrored](const VideoFramePtr& picture) {
-        feed->deliver({picture, pictureGeometry(*picture, mirrored), device});
+      device->uniqueID(), [feed = feed_, device, turn = device->turn()](const VideoFramePtr& picture) {
+        feed->deliver({picture, pictureGeometry(*picture, turn), device});
       });
   if (!stream) {
     return false;

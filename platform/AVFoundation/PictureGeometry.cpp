@@ -24,8 +24,10 @@ CGAffineTransform turnUpright(int rotation, double width, double height) {
 
 }  // namespace
 
-PictureGeometry pictureGeometry(const VideoFrame& frame, bool mirrored) {
-  return {frame.width, frame.height, frame.rotation, mirrored};
+PictureGeometry pictureGeometry(const VideoFrame& frame, const PictureTurn& turn) {
+  // The mirror comes last, and in a mirror what turns counter-clockwise is seen to turn clockwise.
+  const int counterClockwise = turn.mirrored ? turn.clockwise : 360 - turn.clockwise;
+  return {frame.width, frame.height, (frame.rotation + counterClockwise) % 360, turn.mirrored};
 }
 
 CGAffineTransform pictureToLayer(const PictureGeometry& picture, CGSize layer, AVLayerVideoGravity gravity) {

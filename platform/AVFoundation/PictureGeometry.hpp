@@ -22,8 +22,8 @@ struct PictureGeometry {
   bool operator==(const PictureGeometry&) const = default;
 };
 
-/// The geometry of a frame that is shown mirrored or not.
-PictureGeometry pictureGeometry(const VideoFrame& frame, bool mirrored);
+/// The geometry of a frame that is shown like that.
+PictureGeometry pictureGeometry(const VideoFrame& frame, const PictureTurn& turn = {});
 
 /// Maps pixels of the delivered picture to the coordinates of a layer of this size. The identity for a
 /// picture without pixels.

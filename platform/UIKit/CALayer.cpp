@@ -30,7 +30,7 @@ void CALayer::removeFromSuperlayer() {
 }
 
 void CALayer::setContents(VideoFramePtr picture) {
-  const auto geometry = picture ? pictureGeometry(*picture, false) : PictureGeometry();
+  const auto geometry = picture ? pictureGeometry(*picture) : PictureGeometry();
   setPicture({std::move(picture), geometry});
 }
 

@@ -19,6 +19,8 @@ struct CameraInfo {
   std::string uniqueID;       ///< the same again when the camera is unplugged and plugged in
   std::string localizedName;  ///< its name for people
   AVCaptureDevicePosition position = AVCaptureDevicePosition::Unspecified;
+  bool onlyGrey = false;  ///< offers no colours, as cameras for recognising faces do
+  PictureTurn turn;       ///< what the user wants changed in how its pictures are usually shown
 };
 
 /// An open camera. Destroying it closes the camera; the handler is not called after the destructor has

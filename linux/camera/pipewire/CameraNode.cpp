@@ -84,6 +84,9 @@ CameraNode describeCamera(std::uint32_t id, const PropertyLookup& property) {
 
 bool comesBefore(const CameraNode& first, const CameraNode& second) {
   const auto rank = [](const CameraNode& camera) {
+    if (camera.onlyGrey) {
+      return 3;
+    }
     if (camera.position == AVCaptureDevicePosition::Back) {
       return 0;
     }

@@ -15,7 +15,8 @@ struct CameraNode {
   std::string name;         ///< stays the same when the camera comes back; empty for a node without a name
   std::string description;  ///< for people
   AVCaptureDevicePosition position = AVCaptureDevicePosition::Unspecified;
-  int rotation = 0;  ///< see VideoFrame::rotation
+  int rotation = 0;       ///< see VideoFrame::rotation
+  bool onlyGrey = false;  ///< every format that it offers is one of greys
 };
 
 /// Returns the value of a property, or null.
@@ -25,7 +26,8 @@ using PropertyLookup = std::function<const char*(const char* key)>;
 /// as "front" or "rear" in the name, then in the description, decide.
 CameraNode describeCamera(std::uint32_t id, const PropertyLookup& property);
 
-/// Whether `first` is listed before `second`: back cameras come first and front cameras last. Names, then
+/// Whether `first` is listed before `second`: back cameras come first, front cameras after those of unknown
+/// position, and those that offer only grey at the end. Names, then
 /// IDs, decide between the rest, so that the order does not depend on the order in which cameras were plugged
 /// in.
 bool comesBefore(const CameraNode& first, const CameraNode& second);

@@ -6,6 +6,10 @@
 #include <string_view>
 #include <utility>
 
+#include <spa/param/param.h>
+
+#include "linux/camera/pipewire/StreamFormat.hpp"
+
 namespace nivlo {
 namespace {
 
@@ -24,6 +28,20 @@ std::uint32_t numberOf(const spa_dict* properties, const char* key) {
 }  // namespace
 
 struct CameraRegistry::Entry {
+  void describe(const pw_node_info* info) {
+    const bool onlyGrey = camera.onlyGrey;
+    camera = describeCamera(camera.id, [info](const char* key) { return spa_dict_lookup(info->props, key); });
+    camera.onlyGrey = onlyGrey;
+    registry->callbacks_.camerasChanged();
+  }
+
+  void formatOffered(std::uint32_t index, const spa_pod* format) {
+    const bool onlyGrey = (index == 0 || camera.onlyGrey) && !offersColours(format);
+    if (onlyGrey != std::exchange(camera.onlyGrey, onlyGrey)) {
+      registry->callbacks_.camerasChanged();
+    }
+  }
+
   CameraRegistry* registry;
   CameraNode camera;
   Owned<pw_node, destroyProxy> node;
@@ -63,13 +81,14 @@ const pw_node_events CameraRegistry::kNodeEvents = [] {
   pw_node_events events{};
   events.version = PW_VERSION_NODE_EVENTS;
   events.info = [](void* data, const pw_node_info* info) {
-    auto* entry = static_cast<Entry*>(data);
-    if (info->props == nullptr || (info->change_mask & PW_NODE_CHANGE_MASK_PROPS) == 0) {
-      return;
+    if (info->props != nullptr && (info->change_mask & PW_NODE_CHANGE_MASK_PROPS) != 0) {
+      static_cast<Entry*>(data)->describe(info);
     }
-    entry->camera = describeCamera(entry->camera.id,
-                                   [info](const char* key) { return spa_dict_lookup(info->props, key); });
-    entry->registry->callbacks_.camerasChanged();
+  };
+  events.param = [](void* data, int, uint32_t id, uint32_t index, uint32_t, const spa_pod* param) {
+    if (id == SPA_PARAM_EnumFormat && param != nullptr) {
+      static_cast<Entry*>(data)->formatOffered(index, param);
+    }
   };
   return events;
 }();
@@ -183,6 +202,8 @@ void CameraRegistry::globalAdded(std::uint32_t id, const std::string& type, std:
     return;
   }
   pw_node_add_listener(entry->node.get(), entry->listener.claim(), &kNodeEvents, entry.get());
+  std::uint32_t formats = SPA_PARAM_EnumFormat;
+  pw_node_subscribe_params(entry->node.get(), &formats, 1);
   entries_[id] = std::move(entry);
 }
 

@@ -107,7 +107,10 @@ class PipeWireCameras : public PipeWireCameraDriver {
     }
     session_->loop.run([&] {
       for (const CameraNode& camera : session_->registry->cameras()) {
-        result.push_back({std::string(kPrefix) + camera.name, camera.description, camera.position});
+        // A camera for recognising faces must not take the place of the one that people mean.
+        const auto position = camera.onlyGrey ? AVCaptureDevicePosition::Unspecified : camera.position;
+        result.push_back(
+            {std::string(kPrefix) + camera.name, camera.description, position, camera.onlyGrey, {}});
       }
     });
     return result;

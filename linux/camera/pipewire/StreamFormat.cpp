@@ -1,5 +1,6 @@
 #include "linux/camera/pipewire/StreamFormat.hpp"
 
+#include <algorithm>
 #include <array>
 
 #include <spa/param/video/format-utils.h>
@@ -111,6 +112,24 @@ std::vector<const spa_pod*> formatsToAskFor(spa_pod_builder& builder) {
     formats.push_back(describe(builder, SPA_MEDIA_SUBTYPE_mjpg, wish));
   }
   return formats;
+}
+
+bool offersColours(const spa_pod* format) {
+  uint32_t type = 0;
+  uint32_t subtype = 0;
+  const spa_pod_prop* pixels = spa_pod_find_prop(format, nullptr, SPA_FORMAT_VIDEO_format);
+  if (spa_format_parse(format, &type, &subtype) < 0 || subtype != SPA_MEDIA_SUBTYPE_raw ||
+      pixels == nullptr) {
+    return true;
+  }
+  uint32_t count = 0;
+  uint32_t choice = 0;
+  const spa_pod* first = spa_pod_get_values(&pixels->value, &count, &choice);
+  const auto* values = static_cast<const uint32_t*>(SPA_POD_BODY_CONST(first));
+  return first->type != SPA_TYPE_Id || !std::all_of(values, values + count, [](uint32_t value) {
+           return value == SPA_VIDEO_FORMAT_GRAY8 || value == SPA_VIDEO_FORMAT_GRAY16_LE ||
+                  value == SPA_VIDEO_FORMAT_GRAY16_BE;
+         });
 }
 
 std::optional<StreamFormat> parseFormat(const spa_pod* pod) {

@@ -1,5 +1,7 @@
 #include "linux/camera/selection/CameraSource.hpp"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 namespace nivlo {
@@ -53,6 +55,24 @@ std::string applyCameraSource(std::string_view text, CameraSources* sources) {
         text);
   }
   (side == "back" ? sources->back : sources->front) = *source;
+  return "";
+}
+
+std::string applyCameraTurn(std::string_view text, CameraSources* sources) {
+  const auto equals = std::min(text.find('='), text.size());
+  const auto side = text.substr(0, equals);
+  const auto how = text.substr(std::min(equals + 1, text.size()));
+  auto& turn = side == "back" ? sources->backTurn : sources->frontTurn;
+  const bool isAngle = how == "90" || how == "180" || how == "270";
+  if ((side != "back" && side != "front") || (!isAngle && how != "mirror")) {
+    return fmt::format(
+        "'{}' is not a turn; write back=TURN or front=TURN, where TURN is 90, 180, 270 or mirror", text);
+  }
+  if (isAngle) {
+    turn.clockwise = std::stoi(std::string(how));
+  } else {
+    turn.mirrored = true;
+  }
   return "";
 }
 

@@ -30,10 +30,17 @@ std::string cameraSourceText(const CameraSource& source);
 struct CameraSources {
   CameraSource back;
   CameraSource front;
+  PictureTurn backTurn;
+  PictureTurn frontTurn;
 };
 
 /// Parses "back=SOURCE" or "front=SOURCE" and stores the source for that side. Returns an error message for
 /// people, empty on success.
 std::string applyCameraSource(std::string_view text, CameraSources* sources);
+
+/// Parses "back=TURN" or "front=TURN", where TURN is 90, 180 or 270 (degrees clockwise) or "mirror", and adds
+/// it to the turn of that side; of several angles the last one counts. Returns an error message for people,
+/// empty on success.
+std::string applyCameraTurn(std::string_view text, CameraSources* sources);
 
 }  // namespace nivlo

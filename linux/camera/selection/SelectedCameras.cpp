@@ -7,6 +7,7 @@
 #include "linux/camera/demo/DemoCameras.hpp"
 #include "linux/camera/files/FileCameras.hpp"
 #include "linux/camera/pipewire/PipeWireCameras.hpp"
+#include "linux/camera/selection/AssumedSides.hpp"
 #include "linux/camera/selection/WhyNoCamera.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
@@ -31,6 +32,8 @@ class SelectedCameras : public CameraDriver {
 
   /// Returns an error message for people, empty on success.
   std::string select(const CameraSources& sources) {
+    backTurn_ = sources.backTurn;
+    frontTurn_ = sources.frontTurn;
     const auto error = selectSide(Position::Back, sources.back);
     return error.empty() ? selectSide(Position::Front, sources.front) : error;
   }
@@ -51,6 +54,10 @@ class SelectedCameras : public CameraDriver {
                std::ranges::none_of(
                    result, [&](const CameraInfo& other) { return other.uniqueID == camera.uniqueID; });
       });
+      assumedSides_.assume(result, automaticSides());
+    }
+    for (auto& camera : result) {
+      camera.turn = camera.position == Position::Front ? frontTurn_ : backTurn_;
     }
     return result;
   }
@@ -109,9 +116,17 @@ class SelectedCameras : public CameraDriver {
     return info;
   }
 
-  bool hasAutomaticSide() const {
-    return std::ranges::any_of(sides_, [](const Side& side) { return side.kind == Kind::Auto; });
+  std::vector<Position> automaticSides() const {
+    std::vector<Position> positions;
+    for (const auto& side : sides_) {
+      if (side.kind == Kind::Auto) {
+        positions.push_back(side.position);
+      }
+    }
+    return positions;
   }
+
+  bool hasAutomaticSide() const { return !automaticSides().empty(); }
 
   std::vector<CameraInfo> automatic() {
     if (demoStandsIn_) {
@@ -159,6 +174,9 @@ class SelectedCameras : public CameraDriver {
 
   const std::function<void()> onReplaced_;
   std::array<Side, 2> sides_;
+  PictureTurn backTurn_;
+  PictureTurn frontTurn_;
+  AssumedSides assumedSides_;
   std::unique_ptr<PipeWireCameraDriver> pipeWire_;
   std::unique_ptr<CameraDriver> demo_;
   std::vector<std::unique_ptr<CameraDriver>> files_;

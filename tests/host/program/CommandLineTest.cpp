@@ -1,6 +1,7 @@
 // The program as a user at a terminal meets it, without a camera.
 #include <gmock/gmock.h>
 
+#include "linux/camera/ImageFile.hpp"
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
 #include "tests/support/TestBundle.hpp"
@@ -22,6 +23,8 @@ TEST(ProgramTest, WrongUsageIsExplainedAndEndsWithStatus2) {
       {{"ctl", "scan", "yes"}, "'yes' is not one of {on,off}"},
       {{"--source", "back=camera"}, "pipewire:NODE"},
       {{"--source", "left=demo"}, "back=SOURCE or front=SOURCE"},
+      {{"--turn", "back=45"}, "90, 180, 270 or mirror"},
+      {{"--turn", "mirror"}, "back=TURN or front=TURN"},
       {{"--size", "12"}, "WIDTHxHEIGHT"},
       {{"--size", "0x5"}, "1 to 16384"},
       {{"--accelerometer", "shake"}, "script:FILE"},
@@ -106,6 +109,29 @@ TEST(ProgramTest, WithoutPipeWireTheDemoIsShownAndScanningContinuesAfterEachAnsw
   ASSERT_TRUE(program.waitForLine("Get a", std::chrono::seconds(40))) << "the next code of the demo";
   EXPECT_THAT(program.terminate(), Eq(0)) << "with a dialog on the screen";
   EXPECT_EQ(readPicture(snapshot).width, 640);
+}
+
+TEST(ProgramTest, TheTurnOfASideIsThatOfItsPictureAndFrontCamerasAreMirroredTheOtherWay) {
+  const TemporaryDirectory directory;
+  const auto picture = directory.path() / "quadrants.png";
+  const auto snapshot = directory.path() / "wall.png";
+  std::vector<std::uint8_t> pixels(160 * 120 * 4, 255);  // white, but for a red quarter at the top left
+  for (int i = 0; i < 160 * 60; ++i) {
+    if (i % 160 < 80) {
+      std::fill_n(pixels.begin() + i * 4, 2, std::uint8_t{0});
+    }
+  }
+  writePNG(picture, pixels.data(), 160, 120, 160 * 4);
+  const auto redIsAt = [&](const std::string& side, const std::string& turn, int x, int y) {
+    Nivlo program({"--source", side + "=file:" + picture.string(), "--camera", side, "--turn",
+                   side + "=" + turn, "--surface", "offscreen", "--size", "160x120", "--frames", "1",
+                   "--snapshot", snapshot.string()});
+    EXPECT_THAT(program.waitForExit(), Eq(0));
+    return isNear(readPicture(snapshot).at(x, y), {255, 0, 0}, 6);
+  };
+  EXPECT_TRUE(redIsAt("back", "180", 140, 100));
+  EXPECT_TRUE(redIsAt("back", "mirror", 140, 20));
+  EXPECT_TRUE(redIsAt("front", "mirror", 20, 20));
 }
 
 TEST(ProgramTest, HostileTextNeverReachesTheTerminalUnescaped) {

@@ -129,17 +129,22 @@ TEST_F(StartingTest, EveryOptionOfTheWallpaperIsKeptForTheDesktopWithAbsolutePat
                              "front=file:" + picture.string(),
                              "--source",
                              "back=pipewire:n",
+                             "--turn",
+                             "back=180",
+                             "--turn",
+                             "back=mirror",
                              "--camera",
                              "front",
                              "--qr",
                              "off"},
                             0);
-  EXPECT_THAT(commandIn(entry_),
-              ElementsAre(program_, "run", "--preset=1", "--qr=off", "--camera=front",
-                          "--source=back=pipewire:n", "--source=front=file:" + (here / picture).string(),
-                          "--accelerometer=script:" + (here / script).string(), "--machine=iPhone4,1",
-                          "--output=eDP-1", "--layer=bottom", "--pause=never", "--on-battery=pause",
-                          "--fps=15", "--alerts=terminal", "--bundle=" + bundle.string()));
+  EXPECT_THAT(
+      commandIn(entry_),
+      ElementsAre(program_, "run", "--preset=1", "--qr=off", "--camera=front", "--source=back=pipewire:n",
+                  "--turn=back=180", "--turn=back=mirror", "--source=front=file:" + (here / picture).string(),
+                  "--accelerometer=script:" + (here / script).string(), "--machine=iPhone4,1",
+                  "--output=eDP-1", "--layer=bottom", "--pause=never", "--on-battery=pause", "--fps=15",
+                  "--alerts=terminal", "--bundle=" + bundle.string()));
   EXPECT_THAT(said, HasSubstr("no output eDP-1 at present")) << "it may only be unplugged";
 }
 

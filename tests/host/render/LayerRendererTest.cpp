@@ -64,7 +64,7 @@ class LayerRendererTest : public testing::Test {
   /// Draws the picture as a camera's, in a wallpaper with this frame, on a screen of this size.
   Pixels draw(const VideoFramePtr& picture, CGRect viewFrame, int width, int height, bool mirrored = false) {
     const auto view = NivloWallpaper::initWithFrame(viewFrame);
-    view->previewLayer()->consume({picture, pictureGeometry(*picture, mirrored)});
+    view->previewLayer()->consume({picture, pictureGeometry(*picture, {.mirrored = mirrored})});
     Pixels screen;
     screen.resize(width, height);
     EXPECT_TRUE(test::draw(view, screen));
@@ -134,6 +134,24 @@ TEST_F(LayerRendererTest, ARotatedSensorIsShownUpright) {
   }
 }
 
+TEST_F(LayerRendererTest, APictureIsTurnedClockwiseAsItIsSeenAlsoInAMirror) {
+  const auto frame = frameOf(quadrantPicture(160, 120), Mode::Format::BGRx, {}, 180);
+  const auto view = NivloWallpaper::initWithFrame({{0, 0}, {120, 160}});
+  const auto topLeft = [&](const PictureTurn& turn) {
+    view->previewLayer()->consume({frame, pictureGeometry(*frame, turn)});
+    Pixels screen;
+    screen.resize(120, 160);
+    test::draw(view, screen);
+    return at(screen, 10, 10);
+  };
+  EXPECT_THAT(topLeft({}), IsColor(kWhite));
+  EXPECT_THAT(topLeft({.clockwise = 90}), IsColor(kGreen));
+  EXPECT_THAT(topLeft({.clockwise = 180}), IsColor(kRed));
+  EXPECT_THAT(topLeft({.clockwise = 270}), IsColor(kBlue));
+  EXPECT_THAT(topLeft({.mirrored = true}), IsColor(kBlue));
+  EXPECT_THAT(topLeft({.clockwise = 90, .mirrored = true}), IsColor(kRed));
+}
+
 TEST_F(LayerRendererTest, APreviewIsOffsetByItsViewsOriginAndItsOwnAndClippedToItsSize) {
   // The wallpaper gives the preview its own frame, which is relative to itself: the preview starts at twice
   // the origin.
@@ -163,7 +181,7 @@ TEST_F(LayerRendererTest, TheBoundsOfACodeMatchWhereItIsDrawn) {
       SCOPED_TRACE(testing::Message() << rotation << " mirrored " << mirrored);
       const auto frame = frameOf(picture, Mode::Format::BGRx, {}, rotation);
       const auto view = NivloWallpaper::initWithFrame({{0, 0}, {160, 160}});
-      const auto geometry = pictureGeometry(*frame, mirrored);
+      const auto geometry = pictureGeometry(*frame, {.mirrored = mirrored});
       view->previewLayer()->consume({frame, geometry});
       Pixels screen;
       screen.resize(160, 160);

@@ -12,9 +12,9 @@ namespace nivlo::test {
 namespace {
 
 spa_video_format videoFormat(Mode::Format format) {
-  static constexpr std::array kFormats{SPA_VIDEO_FORMAT_YUY2, SPA_VIDEO_FORMAT_NV12,
-                                       SPA_VIDEO_FORMAT_I420, SPA_VIDEO_FORMAT_BGRx,
-                                       SPA_VIDEO_FORMAT_RGB,  SPA_VIDEO_FORMAT_ENCODED};
+  static constexpr std::array kFormats{SPA_VIDEO_FORMAT_YUY2, SPA_VIDEO_FORMAT_NV12, SPA_VIDEO_FORMAT_I420,
+                                       SPA_VIDEO_FORMAT_BGRx, SPA_VIDEO_FORMAT_RGB,  SPA_VIDEO_FORMAT_ENCODED,
+                                       SPA_VIDEO_FORMAT_GRAY8};
   return kFormats.at(static_cast<std::size_t>(format));
 }
 

@@ -122,7 +122,8 @@ EncodedPicture encode420(const Picture& picture, const Converter& convert, bool 
 Mode parseMode(const std::string& text) {
   static const std::map<std::string, Mode::Format> kFormats{
       {"YUY2", Mode::Format::YUY2}, {"NV12", Mode::Format::NV12}, {"I420", Mode::Format::I420},
-      {"BGRx", Mode::Format::BGRx}, {"RGB", Mode::Format::RGB},   {"MJPEG", Mode::Format::MJPEG}};
+      {"BGRx", Mode::Format::BGRx}, {"RGB", Mode::Format::RGB},   {"MJPEG", Mode::Format::MJPEG},
+      {"Grey", Mode::Format::Grey}};
   const std::size_t colon = text.find(':');
   Mode mode{kFormats.at(text.substr(0, colon))};
   if (std::sscanf(text.c_str() + colon, ":%dx%d@%d", &mode.width, &mode.height, &mode.framesPerSecond) != 3) {
@@ -141,6 +142,7 @@ EncodedPicture encode(const Picture& picture, const Mode& mode, const Colorimetr
       return encodeYuy2(picture, convert, padding);
     case Mode::Format::NV12:
     case Mode::Format::I420:
+    case Mode::Format::Grey:  // the luma plane and some bytes that nobody reads
       return encode420(picture, convert, mode.format == Mode::Format::NV12, padding);
     case Mode::Format::MJPEG:
       break;

@@ -13,7 +13,7 @@ namespace nivlo::test {
 
 /// A format, size and rate that a camera offers.
 struct Mode {
-  enum class Format { YUY2, NV12, I420, BGRx, RGB, MJPEG };
+  enum class Format { YUY2, NV12, I420, BGRx, RGB, MJPEG, Grey };
   Format format = Format::YUY2;
   int width = 640;
   int height = 480;
