@@ -47,8 +47,8 @@ std::string installDriversFor(const RunOptions& options, const std::shared_ptr<C
   set.mainQueue = MainLoop::makeMainQueue();
   set.cameras =
       paced(observed(makeSelectedCameras(options.sources, &error, [cameras] { cameras->replaced(); }),
-                     [cameras](CameraEvent event, const CameraInfo& camera) {
-                       logCameraEvent(event, camera);
+                     [cameras](CameraEvent event, const ObservedCamera& camera) {
+                       logCameraEvent(event, camera.info);
                        cameras->follow(event, camera);
                      }),
             pace);

@@ -19,11 +19,13 @@ inline constexpr auto kControlInterface = "org.nivlo.Wallpaper1";
 ///
 /// GetStatus: "process" (i, the process ID); "wallpaper" and "bundle" (s, its name and its folder); "preset"
 /// (i) and "presets" (i, how many there are); "scanning" (b, absent if the wallpaper does not read codes);
+/// "canScan" (b, absent likewise: false while the program that reads codes cannot run, so that none is read);
 /// "animating", "visible", "paused" and "foreground" (b); "awaited" (s, the output that must be there first,
 /// in words, absent if none is missing); "battery" (s, "slowed" or "paused", only while the battery is
 /// spared); "frames" (i, shown so far); "ageMedian" and "age95" (d, the median and the 95th percentile of the
 /// milliseconds from capture to screen, over the last few hundred frames); and, only while a camera is open,
-/// "camera" (a{sv} with the strings "id", "name" and "position").
+/// "camera" (a{sv} with the strings "id", "name", "position" and "state": "delivering" if pictures arrive,
+/// "waiting" or "unplugged" if none does).
 inline constexpr auto kControlDescription = R"(<node><interface name="org.nivlo.Wallpaper1">
 <method name="Pause"/>
 <method name="Resume"/>

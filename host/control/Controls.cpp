@@ -28,12 +28,25 @@ void addText(GVariantBuilder& to, const char* key, const std::string& value) {
   g_variant_builder_add(&to, "{sv}", key, g_variant_new_string(valid.get()));
 }
 
-GVariant* describe(const CameraInfo& camera) {
+const char* inWords(CameraState state) {
+  switch (state) {
+    case CameraState::Waiting:
+      return "waiting";
+    case CameraState::Unplugged:
+      return "unplugged";
+    case CameraState::Delivering:
+      break;
+  }
+  return "delivering";
+}
+
+GVariant* describe(const CameraInfo& camera, CameraState state) {
   GVariantBuilder entries;
   g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
   addText(entries, "id", camera.uniqueID);
   addText(entries, "name", camera.localizedName);
   addText(entries, "position", sideInWords(camera.position));
+  addText(entries, "state", inWords(state));
   return g_variant_builder_end(&entries);
 }
 
@@ -48,6 +61,7 @@ GVariant* describe(const WallpaperShow& show) {
   addNumber(entries, "presets", static_cast<int>(show.bundle().presets().size()));
   if (status.scanning) {
     addFlag(entries, "scanning", *status.scanning);
+    addFlag(entries, "canScan", status.canScan);
   }
   addFlag(entries, "animating", status.animating);
   addFlag(entries, "visible", status.visible);
@@ -63,7 +77,7 @@ GVariant* describe(const WallpaperShow& show) {
   addDouble(entries, "ageMedian", status.frames.age(0.5));
   addDouble(entries, "age95", status.frames.age(0.95));
   if (status.camera) {
-    g_variant_builder_add(&entries, "{sv}", "camera", describe(*status.camera));
+    g_variant_builder_add(&entries, "{sv}", "camera", describe(*status.camera, status.cameraState));
   }
   return g_variant_builder_end(&entries);
 }

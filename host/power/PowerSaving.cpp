@@ -43,6 +43,7 @@ class SavingReaders : public CodeReaderDriver {
   ~SavingReaders() override { g_signal_handler_disconnect(profile_.get(), changed_); }
 
   std::vector<std::string> availableTypes() const override { return readers_->availableTypes(); }
+  bool canRead() const override { return readers_->canRead(); }
   std::unique_ptr<CodeReader> makeReader() override {
     auto reader = readers_->makeReader();
     return reader ? std::make_unique<SavingReader>(std::move(reader), saving_) : nullptr;

@@ -29,6 +29,7 @@ class SlowedReaders : public CodeReaderDriver {
       : readers_(std::move(readers)), pace_(std::move(pace)) {}
 
   std::vector<std::string> availableTypes() const override { return readers_->availableTypes(); }
+  bool canRead() const override { return readers_->canRead(); }
   std::unique_ptr<CodeReader> makeReader() override {
     auto reader = readers_->makeReader();
     return reader ? std::make_unique<SlowedReader>(std::move(reader), pace_) : nullptr;

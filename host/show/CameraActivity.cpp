@@ -4,21 +4,23 @@
 
 namespace nivlo {
 
-void CameraActivity::follow(CameraEvent event, const CameraInfo& camera) {
+void CameraActivity::follow(CameraEvent event, const ObservedCamera& camera) {
   if (event == CameraEvent::Opened) {
     open_.push_back(camera);
     ++openings_;
-    lastPosition_ = camera.position;
+    lastPosition_ = camera.info.position;
+  } else if (event == CameraEvent::Refused) {
+    ++refusals_;
   } else if (event == CameraEvent::Closed) {
-    const auto closed = std::find_if(
-        open_.begin(), open_.end(), [&](const CameraInfo& info) { return info.uniqueID == camera.uniqueID; });
+    const auto closed = std::ranges::find(open_, camera.info.uniqueID,
+                                          [](const ObservedCamera& open) { return open.info.uniqueID; });
     if (closed != open_.end()) {
       open_.erase(closed);
     }
   }
 }
 
-std::optional<CameraInfo> CameraActivity::open() const {
+std::optional<ObservedCamera> CameraActivity::open() const {
   return open_.empty() ? std::nullopt : std::optional(open_.back());
 }
 

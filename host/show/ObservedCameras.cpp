@@ -1,8 +1,6 @@
 #include "host/show/ObservedCameras.hpp"
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <utility>
 
 #include "host/loop/EventSource.hpp"
@@ -11,20 +9,10 @@ namespace nivlo {
 
 namespace {
 
-/// Longer than any camera pauses between two frames, shorter than a person waits before looking for a cause.
-constexpr std::chrono::seconds kSilence{3};
-
-/// Counts up on the camera's thread.
-using FrameCount = std::shared_ptr<std::atomic<unsigned>>;
-
 class ObservedStream : public CameraStream {
  public:
-  ObservedStream(CameraInfo camera, FrameCount frames, std::unique_ptr<CameraStream> stream,
-                 CameraObserver observer)
-      : camera_(std::move(camera)),
-        frames_(std::move(frames)),
-        observer_(std::move(observer)),
-        stream_(std::move(stream)) {
+  ObservedStream(ObservedCamera camera, std::unique_ptr<CameraStream> stream, CameraObserver observer)
+      : camera_(std::move(camera)), observer_(std::move(observer)), stream_(std::move(stream)) {
     observer_(CameraEvent::Opened, camera_);
     watch();
   }
@@ -35,9 +23,8 @@ class ObservedStream : public CameraStream {
 
  private:
   void watch() {
-    check_ = EventSource::onTimeout(kSilence, [this] {
-      const unsigned frames = *frames_;
-      const bool silent = frames == std::exchange(lastFrames_, frames);
+    check_ = EventSource::onTimeout(kCameraSilence, [this] {
+      const bool silent = !camera_.pulse->isAlive();
       if (silent != std::exchange(silent_, silent)) {
         observer_(silent ? CameraEvent::Silent : CameraEvent::Resumed, camera_);
       }
@@ -45,9 +32,7 @@ class ObservedStream : public CameraStream {
     });
   }
 
-  CameraInfo camera_;
-  FrameCount frames_;
-  unsigned lastFrames_ = 0;
+  ObservedCamera camera_;
   bool silent_ = false;
   CameraObserver observer_;
   EventSource check_;
@@ -62,16 +47,17 @@ class ObservedCameras : public CameraDriver {
   std::vector<CameraInfo> cameras() override { return cameras_->cameras(); }
 
   std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
-    const auto frames = std::make_shared<std::atomic<unsigned>>(0);
-    auto stream = cameras_->open(uniqueID, [onFrame = std::move(onFrame), frames](VideoFramePtr frame) {
-      ++*frames;
+    const auto pulse = std::make_shared<CameraPulse>();
+    auto stream = cameras_->open(uniqueID, [onFrame = std::move(onFrame), pulse](VideoFramePtr frame) {
+      pulse->beat();
       onFrame(std::move(frame));
     });
     if (!stream) {
-      observer_(CameraEvent::Refused, {.uniqueID = uniqueID});
+      observer_(CameraEvent::Refused, {.info = {.uniqueID = uniqueID}, .pulse = nullptr});
       return nullptr;
     }
-    return std::make_unique<ObservedStream>(infoOf(uniqueID), frames, std::move(stream), observer_);
+    return std::make_unique<ObservedStream>(ObservedCamera{infoOf(uniqueID), pulse}, std::move(stream),
+                                            observer_);
   }
 
  private:

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include "host/show/CameraPulse.hpp"
 #include "platform/drivers/CameraDriver.hpp"
 
 namespace nivlo {
@@ -16,8 +17,13 @@ enum class CameraEvent {
   Closed,   ///< no further frame arrives
 };
 
+struct ObservedCamera {
+  CameraInfo info;
+  std::shared_ptr<const CameraPulse> pulse;  ///< null for a camera that was refused
+};
+
 /// Called on the main thread.
-using CameraObserver = std::function<void(CameraEvent event, const CameraInfo& camera)>;
+using CameraObserver = std::function<void(CameraEvent event, const ObservedCamera& camera)>;
 
 /// Returns the same cameras, and reports all their events to the observer. Null when `cameras` is null. Main
 /// thread only, and so is closing a stream.

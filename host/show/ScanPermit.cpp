@@ -29,6 +29,7 @@ class PermittedReaders : public CodeReaderDriver {
       : readers_(std::move(readers)), permit_(std::move(permit)) {}
 
   std::vector<std::string> availableTypes() const override { return readers_->availableTypes(); }
+  bool canRead() const override { return readers_->canRead(); }
   std::unique_ptr<CodeReader> makeReader() override {
     auto reader = readers_->makeReader();
     return reader ? std::make_unique<PermittedReader>(std::move(reader), permit_) : nullptr;

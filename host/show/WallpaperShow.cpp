@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <string_view>
 #include <utility>
+#include <vector>
+
+#include <fmt/format.h>
 
 #include "platform/Foundation/NSNotificationCenter.hpp"
 #include "platform/UIKit/UIApplication.hpp"
@@ -20,6 +23,11 @@ void enterForeground() {
   auto& center = NSNotificationCenter::defaultCenter();
   center.postNotificationName(UIApplicationWillEnterForegroundNotification);
   center.postNotificationName(UIApplicationDidBecomeActiveNotification);
+}
+
+bool thereIsACamera(AVCaptureDevicePosition position) {
+  const auto known = drivers().cameras ? drivers().cameras->cameras() : std::vector<CameraInfo>();
+  return std::ranges::count(known, position, &CameraInfo::position) > 0;
 }
 
 }  // namespace
@@ -103,18 +111,33 @@ void WallpaperShow::frameShown() {
 }
 
 WallpaperStatus WallpaperShow::status() const {
-  const bool readsCodes = bundle_->understands(kScansCodesKey);
-  return {
-      .preset = preset_,
-      .scanning = readsCodes ? std::optional(boolValue(options_.objectForKey(kScansCodesKey))) : std::nullopt,
-      .animating = presence_.isAnimating(),
-      .visible = presence_.isVisible(),
-      .awaited = presence_.awaited(),
-      .paused = presence_.isPaused(),
-      .batterySaving = presence_.batterySaving(),
-      .inForeground = presence_.isInForeground(),
-      .camera = cameras_->open(),
-      .frames = frames_};
+  WallpaperStatus status{.preset = preset_,
+                         .animating = presence_.isAnimating(),
+                         .visible = presence_.isVisible(),
+                         .awaited = presence_.awaited(),
+                         .paused = presence_.isPaused(),
+                         .batterySaving = presence_.batterySaving(),
+                         .inForeground = presence_.isInForeground(),
+                         .frames = frames_};
+  if (bundle_->understands(kScansCodesKey)) {
+    status.scanning = boolValue(options_.objectForKey(kScansCodesKey));
+    status.canScan = drivers().codeReader && drivers().codeReader->canRead();
+  }
+  if (const auto camera = cameras_->open()) {
+    status.camera = camera->info;
+    status.cameraState = stateOf(*camera);
+  }
+  return status;
+}
+
+CameraState WallpaperShow::stateOf(const ObservedCamera& camera) const {
+  const auto known = drivers().cameras ? drivers().cameras->cameras() : std::vector<CameraInfo>();
+  const bool isThere = std::ranges::any_of(
+      known, [&](const CameraInfo& info) { return info.uniqueID == camera.info.uniqueID && info.connected; });
+  if (!isThere) {
+    return CameraState::Unplugged;
+  }
+  return camera.pulse && camera.pulse->isAlive() ? CameraState::Delivering : CameraState::Waiting;
 }
 
 std::string WallpaperShow::change(const ShowOptions& changes) {
@@ -145,8 +168,23 @@ void WallpaperShow::apply(const ShowOptions& changes) {
 }
 
 std::string WallpaperShow::swapCameras() {
-  const bool front = std::string_view(cameraInUse()) == kCameraPositionFront;
-  return change({.camera = front ? kCameraPositionBack : kCameraPositionFront});
+  const std::string current = cameraInUse();
+  const bool toBack = current == kCameraPositionFront;
+  const std::string other = toBack ? kCameraPositionBack : kCameraPositionFront;
+  if (auto error = whyImpossible({.camera = other}, *bundle_); !error.empty()) {
+    return error;
+  }
+  if (!thereIsACamera(toBack ? AVCaptureDevicePosition::Back : AVCaptureDevicePosition::Front)) {
+    return fmt::format("nothing has changed: there is no {} camera ('nivlo devices' lists the cameras)",
+                       other);
+  }
+  const auto refusals = cameras_->refusals();
+  apply({.camera = other});
+  if (cameras_->refusals() != refusals) {
+    options_.setObject(current, kCameraPositionKey);
+    return fmt::format("nothing has changed: the {} camera cannot be opened (see the log)", other);
+  }
+  return "";
 }
 
 void WallpaperShow::setVariant(long variant) {
@@ -158,7 +196,7 @@ void WallpaperShow::setVariant(long variant) {
 /// The wallpaper may have switched cameras by itself since its options were set. While it is paused no camera
 /// is opened, and the options alone say which one comes next.
 const char* WallpaperShow::cameraInUse() const {
-  const bool opened = cameras_->openings() != openingsBefore_;
+  const bool opened = cameras_->open() || cameras_->openings() != openingsBefore_;
   switch (opened ? cameras_->lastPosition() : AVCaptureDevicePosition::Unspecified) {
     case AVCaptureDevicePosition::Front:
       return kCameraPositionFront;

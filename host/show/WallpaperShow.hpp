@@ -17,6 +17,13 @@
 
 namespace nivlo {
 
+/// What an open camera is doing.
+enum class CameraState {
+  Delivering,  ///< pictures arrive
+  Waiting,     ///< none arrives: it has just been opened, or something is wrong with it
+  Unplugged,   ///< none arrives until it is plugged in again
+};
+
 struct WallpaperStatus {
   int preset = 1;                ///< the one chosen last, counted from 1
   std::optional<bool> scanning;  ///< nothing where the wallpaper does not read codes
@@ -27,7 +34,9 @@ struct WallpaperStatus {
   BatterySaving batterySaving = BatterySaving::None;
   bool inForeground = true;          ///< the session is neither locked nor asleep nor another user's
   std::optional<CameraInfo> camera;  ///< the open one
-  FrameStatistics frames;            ///< of the wallpaper that is shown now
+  CameraState cameraState = CameraState::Delivering;  ///< of the open one
+  bool canScan = true;     ///< false if no code could be read, whatever `scanning` says
+  FrameStatistics frames;  ///< of the wallpaper that is shown now
 };
 
 /// Owns the shown wallpaper, which another one can replace, and animates it as Presence says. Main thread
@@ -56,7 +65,8 @@ class WallpaperShow {
   /// Applies the options. Returns why they are impossible, as a sentence for users; empty on success. Nothing
   /// has changed in the first case.
   std::string change(const ShowOptions& changes);
-  /// Asks for the camera that faces the other way than the one opened last. Returns what `change` returns.
+  /// Asks for the camera that faces the other way than the one opened last. Returns what `change` returns,
+  /// also when there is no such camera or it cannot be opened.
   std::string swapCameras();
   /// Tells the wallpaper, and those that replace it, kWallpaperVariantLight (which it starts with) or
   /// kWallpaperVariantDark.
@@ -78,6 +88,7 @@ class WallpaperShow {
   void stop();
   void apply(const ShowOptions& changes);
   const char* cameraInUse() const;
+  CameraState stateOf(const ObservedCamera& camera) const;
 
   const CGSize size_;
   const std::shared_ptr<UIView> stage_;  // holds the wallpaper's view

@@ -20,6 +20,7 @@ struct CameraInfo {
   std::string localizedName;  ///< its name for people
   AVCaptureDevicePosition position = AVCaptureDevicePosition::Unspecified;
   bool onlyGrey = false;  ///< offers no colours, as cameras for recognising faces do
+  bool connected = true;  ///< false for a camera that was chosen but is not plugged in
   PictureTurn turn;       ///< what the user wants changed in how its pictures are usually shown
 };
 

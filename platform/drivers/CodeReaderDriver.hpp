@@ -48,6 +48,10 @@ class CodeReaderDriver {
 
   /// Makes a reader for one run of a session. Null when there can be none.
   virtual std::unique_ptr<CodeReader> makeReader() = 0;
+
+  /// False when the latest attempt to read a picture failed for a reason that has nothing to do with the
+  /// picture.
+  virtual bool canRead() const { return true; }
 };
 
 }  // namespace nivlo

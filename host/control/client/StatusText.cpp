@@ -65,10 +65,17 @@ std::string howShown(const Json& status) {
                                                  : "shown";
 }
 
+std::string whyNoPicture(const std::string& state) {
+  if (state == "unplugged") {
+    return ": unplugged; its picture returns when it is plugged in again";
+  }
+  return state == "waiting" ? ": no picture arrives; if it stays so, the log says why" : "";
+}
+
 std::string cameraInWords(const Json& status) {
   if (const auto camera = status.find("camera"); camera != status.end()) {
-    return visibleText(fmt::format("{} ({}, {})", camera->value("name", ""), camera->value("id", ""),
-                                   camera->value("position", "")));
+    return visibleText(fmt::format("{} ({}, {}){}", camera->value("name", ""), camera->value("id", ""),
+                                   camera->value("position", ""), whyNoPicture(camera->value("state", ""))));
   }
   return status.value("animating", false) ? "off: there is none, or it could not be opened (see the log)"
                                           : "off while the wallpaper is not shown";
@@ -79,7 +86,18 @@ std::string scanningInWords(const Json& status) {
   if (scanning == status.end()) {
     return "this wallpaper does not read codes";
   }
-  return scanning->get<bool>() ? "on" : "off";
+  if (!scanning->get<bool>()) {
+    return "off";
+  }
+  if (!status.value("canScan", true)) {
+    return "not possible: the program that reads codes cannot run (see the log)";
+  }
+  if (!status.value("animating", false)) {
+    return "on, but not while the wallpaper is not shown";
+  }
+  const auto camera = status.find("camera");
+  const bool hasPicture = camera != status.end() && camera->value("state", "") == "delivering";
+  return hasPicture ? "on" : "on, but there is no picture";
 }
 
 }  // namespace

@@ -109,8 +109,7 @@ class PipeWireCameras : public PipeWireCameraDriver {
       for (const CameraNode& camera : session_->registry->cameras()) {
         // A camera for recognising faces must not take the place of the one that people mean.
         const auto position = camera.onlyGrey ? AVCaptureDevicePosition::Unspecified : camera.position;
-        result.push_back(
-            {std::string(kPrefix) + camera.name, camera.description, position, camera.onlyGrey, {}});
+        result.push_back({std::string(kPrefix) + camera.name, camera.description, position, camera.onlyGrey});
       }
     });
     return result;

@@ -108,9 +108,11 @@ class SelectedCameras : public CameraDriver {
 
   static CameraInfo chosen(const Side& side) {
     CameraInfo info{side.uniqueID, side.uniqueID, side.position};
+    info.connected = false;
     for (auto& camera : side.driver->cameras()) {
       if (camera.uniqueID == side.uniqueID) {
         info.localizedName = camera.localizedName;
+        info.connected = true;
       }
     }
     return info;

@@ -57,6 +57,7 @@ class PacedReaderDriver : public CodeReaderDriver {
   explicit PacedReaderDriver(std::unique_ptr<CodeReaderDriver> readers) : readers_(std::move(readers)) {}
 
   std::vector<std::string> availableTypes() const override { return readers_->availableTypes(); }
+  bool canRead() const override { return readers_->canRead(); }
   std::unique_ptr<CodeReader> makeReader() override {
     auto reader = readers_->makeReader();
     return reader ? std::make_unique<PacedReader>(std::move(reader)) : nullptr;

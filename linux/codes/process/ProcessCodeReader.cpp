@@ -1,5 +1,6 @@
 #include "linux/codes/process/ProcessCodeReader.hpp"
 
+#include <atomic>
 #include <exception>
 #include <optional>
 #include <string>
@@ -22,10 +23,13 @@ namespace {
 // After this long without a failure, the next one is logged again and waits as briefly as the first.
 constexpr std::chrono::minutes kForgiveness{1};
 
+/// Whether the latest look failed. Set on the threads that look.
+using Failing = std::shared_ptr<std::atomic<bool>>;
+
 class ProcessCodeReader : public CodeReader {
  public:
-  ProcessCodeReader(std::filesystem::path program, std::chrono::milliseconds deadline)
-      : program_(std::move(program)), deadline_(deadline) {}
+  ProcessCodeReader(std::filesystem::path program, std::chrono::milliseconds deadline, Failing failing)
+      : program_(std::move(program)), deadline_(deadline), failing_(std::move(failing)) {}
 
   std::vector<DecodedCode> look(const VideoFrame& frame) override {
     if (Clock::now() < restartAt_) {
@@ -36,8 +40,11 @@ class ProcessCodeReader : public CodeReader {
       return {};
     }
     try {
-      return look(*luma, frame.captureTime);
+      auto codes = look(*luma, frame.captureTime);
+      *failing_ = false;
+      return codes;
     } catch (const std::exception& failure) {
+      *failing_ = true;
       process_.reset();
       if (delayRestart()) {
         NSLog("codes: %@.", std::string(failure.what()));
@@ -89,6 +96,7 @@ class ProcessCodeReader : public CodeReader {
 
   std::filesystem::path program_;
   std::chrono::milliseconds deadline_;
+  Failing failing_;
   LumaBuffer luma_;
   std::optional<SharedPicture> picture_;
   std::unique_ptr<ReaderProcess> process_;
@@ -110,8 +118,9 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
   std::unique_ptr<CodeReader> makeReader() override {
     std::error_code error;
     if (std::filesystem::exists(program_, error)) {
-      return std::make_unique<ProcessCodeReader>(program_, deadline_);
+      return std::make_unique<ProcessCodeReader>(program_, deadline_, failing_);
     }
+    *failing_ = true;
     if (!std::exchange(isAbsenceReported_, true)) {
       NSLog("codes: no codes are read because %@ is missing. Reinstall Nivlo to restore it.",
             program_.string());
@@ -119,9 +128,12 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
     return nullptr;
   }
 
+  bool canRead() const override { return !*failing_; }
+
  private:
   std::filesystem::path program_;
   std::chrono::milliseconds deadline_;
+  Failing failing_ = std::make_shared<std::atomic<bool>>(false);
   bool isAbsenceReported_ = false;
 };
 

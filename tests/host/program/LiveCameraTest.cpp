@@ -107,6 +107,25 @@ TEST(LateCameraTest, TheDemoGivesWayToACameraThatComesLateAndTheLogSaysWhyThereW
   EXPECT_THAT(beforeTheCamera.terminate(), Eq(0));
 }
 
+TEST_F(LiveCameraTest, TheStatusSaysWhatDoesNotWorkAndASwapWithoutAnotherCameraIsRefused) {
+  auto only = std::make_unique<VirtualCamera>(pipeWire_.environment(), VirtualCameraOptions{"only", {}});
+  Nivlo program({"--qr", "on"}, pipeWire_.environment());
+  ASSERT_TRUE(only->waitForStreaming());
+  const auto ctl = [&](const std::string& command, int status) {
+    Nivlo control({"ctl", command}, pipeWire_.environment());
+    EXPECT_THAT(control.waitForExit(), Eq(status));
+    return control.output();
+  };
+  EXPECT_THAT(ctl("swap", 1), HasSubstr("nothing has changed: there is no front camera"));
+  EXPECT_TRUE(waitFor([&] { return ctl("status", 0).find("scanning   on\n") != std::string::npos; }));
+  only.reset();
+  EXPECT_TRUE(waitFor([&] { return ctl("status", 0).find("unspecified): unplugged") != std::string::npos; }));
+  EXPECT_THAT(ctl("status", 0), HasSubstr("on, but there is no picture"));
+  ctl("pause", 0);
+  EXPECT_THAT(ctl("status", 0), HasSubstr("on, but not while the wallpaper is not shown"));
+  EXPECT_THAT(program.terminate(), Eq(0));
+}
+
 }  // namespace
 
 }  // namespace nivlo::test

@@ -20,12 +20,12 @@ using testing::ElementsAre;
 
 class ObservedCamerasTest : public testing::Test {
  protected:
-  void record(CameraEvent event, const CameraInfo& camera) {
+  void record(CameraEvent event, const ObservedCamera& camera) {
     constexpr std::array kNames{"opened", "refused", "silent", "resumed", "closed"};
-    events_.push_back(camera.uniqueID + ' ' + kNames.at(static_cast<std::size_t>(event)));
+    events_.push_back(camera.info.uniqueID + ' ' + kNames.at(static_cast<std::size_t>(event)));
     activity_.follow(event, camera);
   }
-  std::string openCamera() const { return activity_.open() ? activity_.open()->uniqueID : "none"; }
+  std::string openCamera() const { return activity_.open() ? activity_.open()->info.uniqueID : "none"; }
 
   std::vector<std::string> events_;
   CameraActivity activity_;
@@ -65,6 +65,8 @@ TEST_F(ObservedCamerasTest, ASilentCameraIsReportedAndALiveOneIsNot) {
   fakes_->silent = {"back"};
   auto back = cameras_->open("back", [](const VideoFramePtr&) {});
   const auto front = cameras_->open("front", [](const VideoFramePtr&) {});
+  EXPECT_TRUE(loopUntil([this] { return activity_.open()->pulse->isAlive(); }))
+      << "the front camera, opened last";
   EXPECT_TRUE(loopUntil([this] { return events_.size() == 3; }));
   back.reset();
   EXPECT_THAT(events_, ElementsAre("back opened", "front opened", "back silent", "back closed"));

@@ -15,6 +15,7 @@ using testing::IsEmpty;
 using Events = std::vector<std::string>;
 
 Events events;
+std::function<void()> onOptions;  // called when options are set
 
 /// Notes what it is told, under the name of its subclass.
 template <typename Class>
@@ -33,6 +34,9 @@ class Noted : public UIView, public Wallpaper {
       note(key + "=" +
            (std::holds_alternative<bool>(value) ? std::to_string(std::get<bool>(value))
                                                 : std::get<std::string>(value)));
+    }
+    if (onOptions) {
+      onOptions();
     }
   }
   void setWallpaperVariant(long variant) override { note("variant " + std::to_string(variant)); }
@@ -116,7 +120,7 @@ TEST_F(WallpaperShowTest, AWallpaperIsBuiltAnewWithTheOptionsOfNow) {
   const auto shown = show(nivloWallpaperClass_Cam);
   shown->presence().begin();
   shown->change({.preset = 2, .scans = true});
-  cameras_->follow(CameraEvent::Opened, {"back", "Back", AVCaptureDevicePosition::Back});
+  cameras_->follow(CameraEvent::Opened, {{"back", "Back", AVCaptureDevicePosition::Back}, nullptr});
   taken();
   EXPECT_EQ(shown->rebuild(), "");
   EXPECT_THAT(taken(), ElementsAre("cam built", "cam off", "cam gone", "cam variant 0", "cam qr=1",
@@ -150,12 +154,39 @@ TEST_F(WallpaperShowTest, AWallpaperIsOnlyGivenOptionsThatItUnderstands) {
   EXPECT_EQ(cam->status().scanning, false);
   EXPECT_FALSE(scanPermit_->isGiven());
   taken();
-  cameras_->follow(CameraEvent::Opened, {"front", "Front", AVCaptureDevicePosition::Front});
+  cameras_->follow(CameraEvent::Opened, {{"front", "Front", AVCaptureDevicePosition::Front}, nullptr});
   EXPECT_EQ(cam->change({.scans = true}), "");
   EXPECT_TRUE(scanPermit_->isGiven());
   EXPECT_THAT(taken(), ElementsAre("cam qr=1", "cam cameraPosition=front")) << "a shake had switched cameras";
   EXPECT_EQ(cam->swapCameras(), "");
   EXPECT_THAT(taken(), ElementsAre("cam qr=1", "cam cameraPosition=back"));
+}
+
+TEST_F(WallpaperShowTest, ASwapThatCannotBeDoneIsRefusedAndForgotten) {
+  const auto cam = show(nivloWallpaperClass_Cam);
+  const ObservedCamera back{{"back", "Back", AVCaptureDevicePosition::Back}, nullptr};
+  cameras_->follow(CameraEvent::Opened, back);
+  onOptions = [this] { cameras_->follow(CameraEvent::Refused, {{.uniqueID = "front"}, nullptr}); };
+  EXPECT_THAT(cam->swapCameras(), HasSubstr("the front camera cannot be opened"));
+  onOptions = nullptr;
+  cameras_->follow(CameraEvent::Closed, back);
+  machine_.cameras.infos.pop_back();
+  taken();
+  EXPECT_THAT(cam->swapCameras(), HasSubstr("there is no front camera"));
+  EXPECT_THAT(taken(), IsEmpty());
+}
+
+TEST_F(WallpaperShowTest, TheStatusTellsACameraThatDeliversFromOneThatDoesNotAndFromOneThatIsGone) {
+  const auto cam = show(nivloWallpaperClass_Cam);
+  const auto pulse = std::make_shared<CameraPulse>();
+  cameras_->follow(CameraEvent::Opened, {{"back", "Back", AVCaptureDevicePosition::Back}, pulse});
+  EXPECT_EQ(cam->status().cameraState, CameraState::Waiting);
+  pulse->beat();
+  EXPECT_EQ(cam->status().cameraState, CameraState::Delivering);
+  cameras_->follow(CameraEvent::Opened, {{"gone", "Gone", AVCaptureDevicePosition::Front}, nullptr});
+  EXPECT_EQ(cam->status().cameraState, CameraState::Unplugged);
+  machine_.cameras.infos[1] = {.uniqueID = "gone", .connected = false};
+  EXPECT_EQ(cam->status().cameraState, CameraState::Unplugged) << "listed, because it was chosen";
 }
 
 }  // namespace

@@ -78,10 +78,13 @@ TEST_F(ProcessCodeReaderTest, EveryFaultEndsTheProcessIsLoggedOnceAndYieldsNoCod
     const auto before = machine_.log.lines().size();
     fs::create_symlink(NIVLO_TEST_READER, directory_.path() / fault);
     const std::chrono::milliseconds deadline = fault == "hangs" ? 50ms : kPatience;
-    const auto reader = makeProcessCodeReaderDriver(deadline, directory_.path() / fault)->makeReader();
+    const auto driver = makeProcessCodeReaderDriver(deadline, directory_.path() / fault);
+    const auto reader = driver->makeReader();
+    EXPECT_TRUE(driver->canRead());
     for (int look = 0; look < 20; ++look) {
       EXPECT_THAT(reader->look(code_), IsEmpty());
     }
+    EXPECT_FALSE(driver->canRead());
     ASSERT_EQ(machine_.log.lines().size(), before + 1) << fault;
     EXPECT_THAT(machine_.log.lines().back(), HasSubstr(cause)) << fault;
   }
@@ -89,10 +92,12 @@ TEST_F(ProcessCodeReaderTest, EveryFaultEndsTheProcessIsLoggedOnceAndYieldsNoCod
   EXPECT_EQ(missing->makeReader(), nullptr);
   EXPECT_EQ(missing->makeReader(), nullptr);
   EXPECT_EQ(machine_.log.count("missing"), 1);
+  EXPECT_FALSE(missing->canRead());
 }
 
 TEST_F(ProcessCodeReaderTest, AProcessThatIsKilledOrStoppedIsRestartedAndLeaksNothing) {
-  auto reader = makeProcessCodeReaderDriver()->makeReader();
+  const auto driver = makeProcessCodeReaderDriver();
+  auto reader = driver->makeReader();
   ASSERT_TRUE(reads(*reader));
   const auto descriptors = openDescriptors();
   const auto pages = residentPages();
@@ -111,6 +116,7 @@ TEST_F(ProcessCodeReaderTest, AProcessThatIsKilledOrStoppedIsRestartedAndLeaksNo
     EXPECT_LT(Clock::now() - start, kLiveDeadline + 500ms);
   }
   EXPECT_TRUE(reads(*reader));
+  EXPECT_TRUE(driver->canRead()) << "after failures";
   EXPECT_EQ(machine_.log.count("codes: nivlo-reader"), 1);
   EXPECT_EQ(openDescriptors(), descriptors);
   EXPECT_LT(residentPages(), pages + 2048);
