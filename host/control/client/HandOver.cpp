@@ -49,6 +49,7 @@ std::string inWords(const std::string& wallpaper, const ShowOptions& changes) {
 
 std::string inWords(const std::vector<GivenOption>& options) {
   std::vector<std::string> words;
+  words.reserve(options.size());
   for (const auto& option : options) {
     words.push_back(fmt::format("{}={}", option.name, option.value));
   }
