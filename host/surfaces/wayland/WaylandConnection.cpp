@@ -82,6 +82,15 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string* error) {
   return connection;
 }
 
+WaylandHandle<zwlr_foreign_toplevel_manager_v1> WaylandConnection::bindToplevels() const {
+  WaylandHandle<zwlr_foreign_toplevel_manager_v1> manager;
+  if (toplevelsGlobal_ != 0) {
+    bindTo(manager, registry_.get(), toplevelsGlobal_, zwlr_foreign_toplevel_manager_v1_interface,
+           toplevelsVersion_);
+  }
+  return manager;
+}
+
 void WaylandConnection::start(Handlers handlers) {
   handlers_ = std::move(handlers);
   events_.emplace(display_.get(), handlers_.lost);
@@ -102,8 +111,8 @@ void WaylandConnection::bind(wl_registry* registry, std::uint32_t global, const 
     bindTo(all.layerShell, registry, global, zwlr_layer_shell_v1_interface,
            std::min(version, kLayerShellVersion));
   } else if (interface == zwlr_foreign_toplevel_manager_v1_interface.name) {
-    bindTo(all.toplevels, registry, global, zwlr_foreign_toplevel_manager_v1_interface,
-           std::min(version, kToplevelsVersion));
+    toplevelsGlobal_ = global;
+    toplevelsVersion_ = std::min(version, kToplevelsVersion);
   } else if (interface == xdg_wm_base_interface.name) {
     bindTo(all.windows, registry, global, xdg_wm_base_interface, 1);
     xdg_wm_base_add_listener(all.windows.get(), &kPingListener, nullptr);

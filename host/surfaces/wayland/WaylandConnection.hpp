@@ -23,7 +23,6 @@ struct WaylandGlobals {
   WaylandHandle<wp_viewporter> viewporter;
   WaylandHandle<wp_fractional_scale_manager_v1> fractionalScale;
   WaylandHandle<zwlr_layer_shell_v1> layerShell;
-  WaylandHandle<zwlr_foreign_toplevel_manager_v1> toplevels;
   WaylandHandle<xdg_wm_base> windows;
   WaylandHandle<zxdg_decoration_manager_v1> decorations;
   std::unique_ptr<EscapeKey> escapeKey;  ///< of the first seat
@@ -77,6 +76,11 @@ class WaylandConnection {
   const WaylandGlobals& globals() const { return globals_; }
   const std::vector<std::unique_ptr<WaylandOutput>>& outputs() const { return outputs_; }
 
+  /// Asks the compositor for the list of its windows. Returns null where it does not offer one. The windows
+  /// that are there now are told in the next events, and those that no listener takes are lost: add it at
+  /// once.
+  WaylandHandle<zwlr_foreign_toplevel_manager_v1> bindToplevels() const;
+
   /// Delivers events through the main loop from now on. May be called only once.
   void start(Handlers handlers);
 
@@ -91,6 +95,8 @@ class WaylandConnection {
   WaylandHandle<wl_display> display_;
   WaylandHandle<wl_registry> registry_;
   WaylandGlobals globals_;
+  std::uint32_t toplevelsGlobal_ = 0;  ///< 0 where there is none
+  std::uint32_t toplevelsVersion_ = 0;
   std::vector<std::unique_ptr<WaylandOutput>> outputs_;
   Handlers handlers_;
   std::optional<WaylandEvents> events_;

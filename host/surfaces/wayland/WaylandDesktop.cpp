@@ -38,7 +38,7 @@ WaylandDesktop::WaylandDesktop(std::unique_ptr<WaylandConnection> connection, co
       handlers_(std::move(handlers)),
       connection_(std::move(connection)),
       painter_(connection_->globals(), [this] { handlers_.drawn(); }),
-      toplevels_(connection_->globals().toplevels.get(), [this] { updateVisible(); }),
+      toplevels_(connection_->bindToplevels(), [this] { updateVisible(); }),
       layer_(options.layer,
              [this] {
                for (const auto& background : backgrounds_) {

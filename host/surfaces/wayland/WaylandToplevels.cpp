@@ -70,10 +70,11 @@ const zwlr_foreign_toplevel_handle_v1_listener WaylandToplevels::kToplevelListen
     .parent = [](void* data, zwlr_foreign_toplevel_handle_v1*,
                  zwlr_foreign_toplevel_handle_v1* parent) { of<Toplevel>(data).parent = parent; }};
 
-WaylandToplevels::WaylandToplevels(zwlr_foreign_toplevel_manager_v1* manager, std::function<void()> changed)
-    : known_(manager != nullptr), changed_(std::move(changed)) {
-  if (manager) {
-    zwlr_foreign_toplevel_manager_v1_add_listener(manager, &kManagerListener, this);
+WaylandToplevels::WaylandToplevels(WaylandHandle<zwlr_foreign_toplevel_manager_v1> manager,
+                                   std::function<void()> changed)
+    : manager_(std::move(manager)), changed_(std::move(changed)) {
+  if (manager_) {
+    zwlr_foreign_toplevel_manager_v1_add_listener(manager_.get(), &kManagerListener, this);
   }
 }
 
@@ -124,7 +125,7 @@ Cover WaylandToplevels::coverBy(const Toplevel& toplevel) const {
 }
 
 Cover WaylandToplevels::coverOf(wl_output* output) const {
-  if (!known_) {
+  if (!manager_) {
     return Cover::Unknown;
   }
   const Toplevel* top = nullptr;

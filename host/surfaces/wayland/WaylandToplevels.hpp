@@ -25,7 +25,7 @@ enum class Cover {
 class WaylandToplevels {
  public:
   /// Without a manager every answer is Unknown. `changed` is called when any answer may have changed.
-  WaylandToplevels(zwlr_foreign_toplevel_manager_v1* manager, std::function<void()> changed);
+  WaylandToplevels(WaylandHandle<zwlr_foreign_toplevel_manager_v1> manager, std::function<void()> changed);
   ~WaylandToplevels();
   WaylandToplevels(const WaylandToplevels&) = delete;
   WaylandToplevels& operator=(const WaylandToplevels&) = delete;
@@ -43,7 +43,7 @@ class WaylandToplevels {
   const Toplevel* find(const zwlr_foreign_toplevel_handle_v1* handle) const;
   Cover coverBy(const Toplevel& toplevel) const;
 
-  bool known_;
+  WaylandHandle<zwlr_foreign_toplevel_manager_v1> manager_;
   std::function<void()> changed_;
   std::vector<std::unique_ptr<Toplevel>> toplevels_;
   unsigned activations_ = 0;
