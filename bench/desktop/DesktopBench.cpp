@@ -1,4 +1,4 @@
-// What the wallpaper costs on a desktop, compared with other programs that show the same pictures.
+// Measures the CPU time, delay and memory of the wallpaper beside other programs that show the same pictures.
 #include <algorithm>
 #include <array>
 #include <chrono>

@@ -1,4 +1,4 @@
-// What a process uses, as the kernel counts it.
+// CPU time and memory of a process, from the kernel.
 #pragma once
 
 #include <sys/types.h>

@@ -26,7 +26,7 @@ class Barcode {
   /// The type of code, for example "org.iso.QRCode".
   const std::string& barcodeType() const { return barcodeType_; }
   void setBarcodeType(std::string type) { barcodeType_ = std::move(type); }
-  /// What the code says, in UTF-8.
+  /// The decoded text, in UTF-8.
   const std::string& barcodeData() const { return barcodeData_; }
   void setBarcodeData(std::string data) { barcodeData_ = std::move(data); }
   /// The closed polygon through the object's corners, in their order.

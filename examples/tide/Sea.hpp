@@ -10,7 +10,7 @@
 
 namespace tide {
 
-/// What one picture of the sea shows.
+/// The time and the light of one picture of the sea.
 struct Moment {
   double hour = 12;    ///< of the day, 0 to 24; other values wrap around
   double seconds = 0;  ///< since the waves began to move

@@ -41,7 +41,7 @@ std::vector<std::filesystem::path> bundlesIn(const std::filesystem::path& folder
   return bundles;
 }
 
-/// What users call the bundle; empty if its Info.plist does not say.
+/// Returns the bundle's display name, or an empty text if its Info.plist gives none.
 std::string titleOf(const std::filesystem::path& path) {
   std::string error;
   const auto bundle = NSBundle::bundleWithPath(path, &error);

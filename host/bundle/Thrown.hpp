@@ -1,4 +1,4 @@
-// What a wallpaper's code throws, in words.
+// Turns the exception that a wallpaper threw into a message.
 #pragma once
 
 #include <exception>

@@ -24,7 +24,7 @@ class WallpaperBundle {
 
   /// The bundle's folder.
   const std::filesystem::path& path() const { return bundle_->bundlePath(); }
-  /// What users call the wallpaper; never empty.
+  /// The wallpaper's display name; never empty.
   const std::string& name() const { return name_; }
   const std::string& identifier() const { return identifier_; }
   bool colorChangesSignificantly() const { return colorChanges_; }

@@ -76,7 +76,7 @@ class AVMetadataMachineReadableCodeObject : public AVMetadataObject {
   AVMetadataMachineReadableCodeObject(std::string type, std::optional<std::string> stringValue,
                                       const std::vector<CGPoint>& corners, const PictureGeometry& picture);
 
-  /// What the code says, in UTF-8; it may be empty, and may hold control characters, NUL
+  /// The decoded text, in UTF-8; it may be empty, and may hold control characters, NUL
   /// among them. Absent for a code without text.
   const std::optional<std::string>& stringValue() const { return stringValue_; }
   /// The code's corners as dictionaries for CGPointMakeWithDictionaryRepresentation, clockwise from the

@@ -7,7 +7,7 @@ namespace nivlo {
 inline constexpr auto kPrincipalClassKey = "NSPrincipalClass";
 /// The file name of the shared object that holds the class, beside Info.plist. Required.
 inline constexpr auto kExecutableKey = "CFBundleExecutable";
-/// What users call the wallpaper, for example "Tide"; also what `--bundle` finds an installed wallpaper by.
+/// The wallpaper's display name, for example "Tide". `--bundle` also finds an installed wallpaper by it.
 /// The folder's name without ".bundle" stands in for it.
 inline constexpr auto kBundleNameKey = "CFBundleName";
 /// The file name of the sound that 'nivlo chime' plays, beside Info.plist. Without it the wallpaper has no

@@ -10,7 +10,7 @@
 
 namespace nivlo {
 
-/// What a label shows: a text, and attributes in place of markup.
+/// A label's text with its Pango attributes, which foreign text cannot forge as it could forge markup.
 struct LabelText {
   std::string text;  ///< valid UTF-8 without NUL
   Owned<PangoAttrList, pango_attr_list_unref> attributes;
