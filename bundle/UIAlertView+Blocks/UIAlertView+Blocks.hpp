@@ -60,8 +60,8 @@ void setDidPresentBlock(UIAlertView& alert, UIAlertViewBlock block);
 UIAlertViewBlock cancelBlock(const UIAlertView& alert);
 void setCancelBlock(UIAlertView& alert, UIAlertViewBlock block);
 
-/// Whether the first button other than the cancel button can be pressed. The earlier delegate is asked only
-/// when no closure is stored.
+/// Returns whether the first button other than the cancel button can be pressed. The earlier delegate is
+/// asked only when no closure is stored.
 UIAlertViewQueryBlock shouldEnableFirstOtherButtonBlock(const UIAlertView& alert);
 void setShouldEnableFirstOtherButtonBlock(UIAlertView& alert, UIAlertViewQueryBlock block);
 

@@ -40,7 +40,7 @@ class WallpaperBundle {
   const Preset& preset(int number) const { return presets_.at(static_cast<std::size_t>(number - 1)); }
   /// Returns why there is no such preset, as a sentence for users; empty when there is.
   std::string whyNoPreset(int number) const;
-  /// Whether any preset names the key, one of WallpaperOptionKeys.hpp.
+  /// Returns whether any preset names the key, one of WallpaperOptionKeys.hpp.
   bool understands(std::string_view key) const;
 
   /// The names of PNG resources, without the extension; empty where the class names none.

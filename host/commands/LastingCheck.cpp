@@ -18,8 +18,9 @@ namespace {
 
 using Position = AVCaptureDevicePosition;
 
-/// Whether a screen could be called like that. The kernel's types of connectors come first, then the spelling
-/// of X drivers, then the outputs that compositors make up. A number follows, or several for a dock's.
+/// Returns whether a screen could be called like that. The kernel's types of connectors come first, then the
+/// spelling of X drivers, then the outputs that compositors make up. A number follows, or several for a
+/// dock's.
 bool isOutputName(const std::string& name) {
   static const std::regex known(
       "(screen|default)|"

@@ -14,8 +14,8 @@ enum class Launcher {
   AutostartEntry,  ///< on desktops that run such entries
 };
 
-/// Whether the user's graphical session is one of systemd's. Many compositors never start the target that
-/// stands for it, and a unit that belongs to it would then never be started.
+/// Returns whether the user's graphical session is one of systemd's. Many compositors never start the target
+/// that stands for it, and a unit that belongs to it would then never be started.
 bool systemdRunsTheSession();
 
 /// Returns the path of its file, whether or not that exists.

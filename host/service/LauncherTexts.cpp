@@ -64,7 +64,7 @@ std::string execWord(const std::string& word) {
   return fmt::format("\"{}\"", result);
 }
 
-/// Whether the word, quoted or not, gives a value to the option.
+/// Returns whether the word, quoted or not, gives a value to the option.
 bool gives(std::string_view word, std::string_view option) {
   word.remove_prefix(word.starts_with('"') ? 1 : 0);
   return word.starts_with(option) && word.substr(option.size()).starts_with('=');

@@ -14,7 +14,7 @@ class CameraPulse {
  public:
   void beat() { newest_ = Clock::now().time_since_epoch().count(); }
 
-  /// Whether a frame has arrived within kCameraSilence.
+  /// Returns whether a frame has arrived within kCameraSilence.
   bool isAlive() const {
     const auto newest = newest_.load();
     return newest != 0 && Clock::now().time_since_epoch() - Clock::duration(newest) < kCameraSilence;

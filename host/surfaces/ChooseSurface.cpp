@@ -69,8 +69,8 @@ class Attempts {
   std::vector<std::string> causes_;
 };
 
-/// Whether the window manager of the X11 display keeps a desktop window below all others. On a Wayland
-/// session that is the compositor itself, in its part for X11 programs (XWayland).
+/// Returns whether the window manager of the X11 display keeps a desktop window below all others. On a
+/// Wayland session that is the compositor itself, in its part for X11 programs (XWayland).
 bool hasDesktopWindows() {
   std::string error;
   const auto connection = X11Connection::open(&error);

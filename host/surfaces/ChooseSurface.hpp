@@ -16,7 +16,7 @@ enum class SurfaceKind {
   Offscreen,  ///< memory; nothing is shown
 };
 
-/// Whether the environment names a Wayland or X11 display; it need not answer.
+/// Returns whether the environment names a Wayland or X11 display; it need not answer.
 bool hasDisplay();
 
 /// Opens a surface of this kind. Returns null, with the cause and the remedy in `*error`, if that is

@@ -195,8 +195,8 @@ void MFLoggerImpl::openFile() {
   }
 }
 
-/// Whether the path leads to another file than the open one, or to none. Also learns of what other programs
-/// have appended.
+/// Returns whether the path leads to another file than the open one, or to none. Also learns of what other
+/// programs have appended.
 bool MFLoggerImpl::isFileLost() {
   std::error_code error;
   const auto size = std::filesystem::file_size(logFilePath_, error);

@@ -68,7 +68,7 @@ std::optional<std::string> hardwareSimpleDescription(const UIDevice& device);
 /// The simulator ranks 100. HardwareNotAvailable and values that are not models rank 200, above all models.
 /// The result does not depend on the device.
 float hardwareNumber(const UIDevice& device, DeviceHardware value);
-/// Whether the device ranks as high as the model, or higher; true for every device that is not known.
+/// Returns whether the device ranks as high as the model, or higher; true for every device that is not known.
 bool isCurrentDeviceHardwareBetterThan(const UIDevice& device, DeviceHardware value);
 
 // Whether the device belongs to a family. Only the beginning of its identifier counts, so models of the

@@ -14,7 +14,7 @@ struct ImageLoad {
   std::string error;    ///< for people: file, cause and remedy; empty on success
 };
 
-/// Whether the file begins like a PNG, JPEG or WebP picture. The rest of it may still be broken.
+/// Returns whether the file begins like a PNG, JPEG or WebP picture. The rest of it may still be broken.
 bool isImageFile(const std::filesystem::path& path);
 
 /// Reads a picture of at most 16384 pixels along each edge and 100 million in all. A truncated file is a

@@ -29,7 +29,7 @@ std::string firstLine(const fs::path& file) {
   return line;
 }
 
-/// Whether the text is one that board makers leave in the firmware when nobody fills it in.
+/// Returns whether the text is one that board makers leave in the firmware when nobody fills it in.
 bool isPlaceholder(std::string_view text) {
   constexpr std::string_view placeholders[] = {"",
                                                "Default string",

@@ -29,7 +29,7 @@ class AVCaptureDevice {
 
   /// Which way the camera faces; Unspecified for most webcams.
   AVCaptureDevicePosition position() const { return info_.position; }
-  /// Whether the media type is AVMediaTypeVideo.
+  /// Returns whether the media type is AVMediaTypeVideo.
   bool hasMediaType(std::string_view mediaType) const { return mediaType == AVMediaTypeVideo; }
   /// Identifies the camera; a camera that is unplugged and plugged in again keeps it.
   const std::string& uniqueID() const { return info_.uniqueID; }

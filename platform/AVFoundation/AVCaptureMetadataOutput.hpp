@@ -37,9 +37,9 @@ class AVCaptureMetadataOutputObjectsDelegate {
   virtual void captureOutput(AVCaptureMetadataOutput& output, const MetadataObjects& objects,
                              const AVCaptureConnection& connection) = 0;
 
-  /// Whether the delegate would act on a report now. While it returns false, no frame is examined, which
-  /// saves most of the cost of scanning. Called for every frame and on any thread, so it must be as cheap as
-  /// reading an atomic flag.
+  /// Returns whether the delegate would act on a report now. While it returns false, no frame is examined,
+  /// which saves most of the cost of scanning. Called for every frame and on any thread, so it must be as
+  /// cheap as reading an atomic flag.
   virtual bool wantsMetadataObjects() const { return true; }
 };
 

@@ -34,7 +34,7 @@ dispatch_queue_t dispatch_get_main_queue();
 /// null queue. The work must not throw.
 void dispatch_async(const dispatch_queue_t& queue, std::function<void()> work);
 
-/// Whether the caller is on the main thread. Always true while no main queue driver is installed.
+/// Returns whether the caller is on the main thread. Always true while no main queue driver is installed.
 bool isMainThread();
 
 /// Makes the object shared, and has it destroyed on the main thread no matter which thread drops the last

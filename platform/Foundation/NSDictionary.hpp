@@ -41,7 +41,7 @@ class NSDictionary {
 /// a sign and zeros, it begins with Y, y, T, t or a digit from 1 to 9. Null is false.
 bool boolValue(const NSValue* value);
 
-/// Whether the value is this very string. False for null, and for a value that is not a string.
+/// Returns whether the value is this very string. False for null, and for a value that is not a string.
 bool isEqualToString(const NSValue* value, std::string_view text);
 
 }  // namespace nivlo

@@ -12,7 +12,7 @@ class NSThread {
   /// The calling thread. The object lives until that thread ends; do not hand it to another one.
   static NSThread& currentThread();
 
-  /// Whether the caller is on the main thread. Always true while no main queue is installed.
+  /// Returns whether the caller is on the main thread. Always true while no main queue is installed.
   static bool isMainThread();
 
   NSThread(const NSThread&) = delete;

@@ -56,7 +56,7 @@ struct WallpaperClass {
   const char* name;  ///< the class's name, as Info.plist has it
   /// Names the wallpaper to programs; stays the same for ever.
   std::string (*identifier)();
-  /// Whether what lies over the wallpaper must stay legible on any colour.
+  /// Returns whether what lies over the wallpaper must stay legible on any colour.
   bool (*colorChangesSignificantly)();
   /// The sets of options that the user chooses among, the first one being the default. A wallpaper that
   /// answers none has one preset, without options.

@@ -28,8 +28,8 @@ class UIAlertViewDelegate {
   virtual void alertViewClickedButtonAtIndex(UIAlertView&, long /*buttonIndex*/) {}
   virtual void alertViewWillDismissWithButtonIndex(UIAlertView&, long /*buttonIndex*/) {}
   virtual void alertViewDidDismissWithButtonIndex(UIAlertView&, long /*buttonIndex*/) {}
-  /// Whether the first button other than the cancel button can be pressed. Called once, when the alert is
-  /// shown.
+  /// Returns whether the first button other than the cancel button can be pressed. Called once, when the
+  /// alert is shown.
   virtual bool alertViewShouldEnableFirstOtherButton(UIAlertView&) { return true; }
 };
 
@@ -78,7 +78,7 @@ class UIAlertView : public NSObject,
   /// Shows the alert, on top of those that are shown already, and returns at once. Does nothing while the
   /// alert is shown, and on a machine that cannot show any.
   void show();
-  /// Whether the alert is on the screen, or leaving it.
+  /// Returns whether the alert is on the screen, or leaving it.
   bool isVisible() const { return state_ == State::Visible || state_ == State::Dismissing; }
 
   void willPresentAlertView(UIAlertView& alert) override;

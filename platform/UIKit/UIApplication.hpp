@@ -27,8 +27,8 @@ class UIApplication {
   /// The one application of the process.
   static UIApplication& sharedApplication();
 
-  /// Whether the desktop has a program that opens such links and the link is safe to open. False for an
-  /// absent link.
+  /// Returns whether the desktop has a program that opens such links and the link is safe to open. False for
+  /// an absent link.
   bool canOpenURL(const std::optional<NSURL>& url) const;
   /// Opens the link with that program, without waiting for it to start. Returns false, and opens nothing, for
   /// a link that canOpenURL refuses.

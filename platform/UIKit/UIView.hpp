@@ -44,7 +44,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
  protected:
   /// For a subclass, whose own factory checks the frame with isUsableFrame first.
   explicit UIView(CGRect frame);
-  /// Whether initWithFrame accepts this frame.
+  /// Returns whether initWithFrame accepts this frame.
   static bool isUsableFrame(CGRect frame);
 
  private:

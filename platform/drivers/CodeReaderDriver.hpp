@@ -30,8 +30,8 @@ class CodeReader {
   /// points at last. Returns none for a frame in a format that it cannot read. Does not throw.
   virtual std::vector<DecodedCode> look(const VideoFrame& frame) = 0;
 
-  /// Whether codes may be looked for now. While it returns false, no frame is examined, and the time does not
-  /// count as time during which a code could have been seen to leave.
+  /// Returns whether codes may be looked for now. While it returns false, no frame is examined, and the time
+  /// does not count as time during which a code could have been seen to leave.
   virtual bool mayLook() const { return true; }
 
   /// The shortest time from the start of one look to the start of the next. It may change with every look.

@@ -13,7 +13,7 @@ class MainQueueDriver {
   /// Has the work run on the main thread, after what was posted before it, and returns at once.
   virtual void post(std::function<void()> work) = 0;
 
-  /// Whether the caller is on the main thread.
+  /// Returns whether the caller is on the main thread.
   virtual bool isMainThread() const = 0;
 };
 

@@ -11,8 +11,8 @@ class URLOpener {
  public:
   virtual ~URLOpener() = default;
 
-  /// Whether the desktop has a program for the link's scheme, and the scheme is safe to open from a scanned
-  /// code.
+  /// Returns whether the desktop has a program for the link's scheme, and the scheme is safe to open from a
+  /// scanned code.
   virtual bool canOpenURL(const std::string& url) = 0;
 
   /// Hands exactly these bytes to that program, without waiting for it to start. Returns false, and opens

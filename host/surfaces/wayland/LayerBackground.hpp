@@ -26,7 +26,7 @@ class LayerBackground {
   LayerBackground& operator=(const LayerBackground&) = delete;
 
   const WaylandOutput& output() const { return output_; }
-  /// Whether the compositor has stopped asking for pictures (see WaylandCanvas).
+  /// Returns whether the compositor has stopped asking for pictures (see WaylandCanvas).
   bool isStarved() const { return canvas_ && canvas_->isStarved(); }
 
   /// Moves it to another layer.

@@ -40,7 +40,7 @@ class WaylandCanvas {
   /// Takes the size in the compositor's logical pixels and the output's integer scale. What the canvas shows
   /// is not drawn anew.
   void resize(int width, int height, int scale);
-  /// Whether the size is known; nothing can be shown before.
+  /// Returns whether the size is known; nothing can be shown before.
   bool isConfigured() const { return width_ > 0; }
   /// In the compositor's logical pixels.
   CGSize size() const { return {static_cast<double>(width_), static_cast<double>(height_)}; }
@@ -49,16 +49,16 @@ class WaylandCanvas {
   bool canScale() const { return viewport_ != nullptr; }
 
   bool wantsPicture() const { return isConfigured() && !frame_; }
-  /// Whether the compositor has stopped asking for pictures, because none of the surface can be seen or
-  /// because the screen is off.
+  /// Returns whether the compositor has stopped asking for pictures, because none of the surface can be seen
+  /// or because the screen is off.
   bool isStarved() const { return starved_; }
   /// The sequence number of the picture on show, 0 before the first.
   unsigned shown() const { return shown_; }
 
   /// Shows a part of the picture. Where the canvas cannot scale, the part must have the size `pixelSize`.
   void present(const ShownPicture& picture, PixelRect part);
-  /// Whether the compositor may still read the picture on behalf of this canvas, so that nothing new may be
-  /// drawn into it.
+  /// Returns whether the compositor may still read the picture on behalf of this canvas, so that nothing new
+  /// may be drawn into it.
   bool holds(const ShownPicture& picture) const;
 
  private:

@@ -20,7 +20,7 @@ class WaylandLayer {
   WaylandLayer(const WaylandLayer&) = delete;
   WaylandLayer& operator=(const WaylandLayer&) = delete;
 
-  /// Whether it is the bottom layer, not the background layer.
+  /// Returns whether it is the bottom layer, not the background layer.
   bool isBottom() const { return isBottom_; }
 
  private:

@@ -33,13 +33,13 @@ class X11Canvas {
   void move(const X11Rect& place);
 
   bool isMapped() const { return mapped_; }
-  /// Whether other windows cover all of it. Under a compositing manager the server never reports that,
-  /// because it keeps the content of covered windows.
+  /// Returns whether other windows cover all of it. Under a compositing manager the server never reports
+  /// that, because it keeps the content of covered windows.
   bool isObscured() const { return obscured_; }
 
-  /// Whether the window has lost some of its content, so that it must be drawn again.
+  /// Returns whether the window has lost some of its content, so that it must be drawn again.
   bool isStale() const { return stale_; }
-  /// Whether the server has finished reading the last picture.
+  /// Returns whether the server has finished reading the last picture.
   bool isReady() const { return !picture_ || !picture_->isInUse(); }
   /// Draws the view and sends it to the server; does nothing unless ready. Returns whether any picture of the
   /// view can be seen.

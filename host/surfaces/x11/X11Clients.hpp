@@ -29,8 +29,8 @@ class X11Clients {
   /// To be called when the window manager has gone or changed: what it said is no longer valid.
   void forget();
 
-  /// Whether the windows above the desktop hide the area under this policy: a fullscreen or maximised one
-  /// that covers most of it, or all of them together so much that less than 5 % of it can be seen.
+  /// Returns whether the windows above the desktop hide the area under this policy: a fullscreen or maximised
+  /// one that covers most of it, or all of them together so much that less than 5 % of it can be seen.
   bool cover(const X11Rect& area, PausePolicy policy) const;
   /// The desktop windows that cover most of one of the areas, as children of the root window: their frames if
   /// the window manager has framed them. Smaller windows of that type are ornaments.

@@ -58,7 +58,7 @@ class X11Connection {
                const std::string& text);
   /// Null if the server does not have the extension.
   const xcb_query_extension_reply_t* extension(xcb_extension_t& extension) const;
-  /// Whether the window was created on this connection.
+  /// Returns whether the window was created on this connection.
   bool owns(xcb_window_t window) const;
 
  private:

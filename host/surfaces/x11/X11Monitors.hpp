@@ -25,7 +25,7 @@ class X11Monitors {
   /// The monitors that are on, the primary one first. Without RandR 1.5 it is one named "screen", as large as
   /// the screen.
   std::vector<X11Monitor> list();
-  /// Whether the event may have changed the list.
+  /// Returns whether the event may have changed the list.
   bool isChange(const xcb_generic_event_t& event) const;
 
  private:

@@ -14,8 +14,8 @@ struct X11Rect {
   bool operator==(const X11Rect&) const = default;
 };
 
-/// Whether the rectangle covers more than half of the area. A maximised window does that on its own monitor,
-/// however many panels it leaves room for, and on no other.
+/// Returns whether the rectangle covers more than half of the area. A maximised window does that on its own
+/// monitor, however many panels it leaves room for, and on no other.
 bool coversMost(const X11Rect& rect, const X11Rect& area);
 
 /// The share of the area, from 0 to 1, that none of the rectangles covers. They may overlap each other and

@@ -28,7 +28,7 @@ class X11Surface : public Surface {
   virtual void handle(const xcb_generic_event_t& event) = 0;
   /// Acts on the events that arrived together.
   virtual void settle() = 0;
-  /// Whether other windows hide the canvas, under the pause policy and as far as anybody tells.
+  /// Returns whether other windows hide the canvas, under the pause policy and as far as anybody tells.
   virtual bool isCovered(const X11Canvas& canvas) const = 0;
 
   X11Connection& connection() const { return *connection_; }

@@ -12,7 +12,7 @@ class X11WindowManager {
   explicit X11WindowManager(X11Connection& connection) : connection_(connection) { query(); }
 
   bool isRunning() const { return check_ != XCB_NONE; }
-  /// Whether it keeps windows of the desktop type below all others, without a frame.
+  /// Returns whether it keeps windows of the desktop type below all others, without a frame.
   bool knowsDesktopWindows() const { return knowsDesktopWindows_; }
 
   /// Must be given every event of the connection. Returns whether the answers may have changed.

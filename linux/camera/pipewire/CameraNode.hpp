@@ -26,10 +26,9 @@ using PropertyLookup = std::function<const char*(const char* key)>;
 /// as "front" or "rear" in the name, then in the description, decide.
 CameraNode describeCamera(std::uint32_t id, const PropertyLookup& property);
 
-/// Whether `first` is listed before `second`: back cameras come first, front cameras after those of unknown
-/// position, and those that offer only grey at the end. Names, then
-/// IDs, decide between the rest, so that the order does not depend on the order in which cameras were plugged
-/// in.
+/// Returns whether `first` is listed before `second`: back cameras come first, front cameras after those of
+/// unknown position, and those that offer only grey at the end. Names, then IDs, decide between the rest, so
+/// that the order does not depend on the order in which cameras were plugged in.
 bool comesBefore(const CameraNode& first, const CameraNode& second);
 
 }  // namespace nivlo

@@ -34,10 +34,10 @@ class CameraRegistry {
   CameraRegistry(PipeWireLoop& loop, Callbacks callbacks);
   ~CameraRegistry();
 
-  /// Whether the first list of cameras is complete, or there is no daemon that could send one.
+  /// Returns whether the first list of cameras is complete, or there is no daemon that could send one.
   bool isSettled() const { return !core_ || listed_; }
 
-  /// Whether the daemon runs, as far as is known.
+  /// Returns whether the daemon runs, as far as is known.
   bool isConnected() const { return core_ && !broken_; }
 
   /// Null while there is no connection.
@@ -50,8 +50,8 @@ class CameraRegistry {
   /// The camera with this name; nothing while there is none.
   std::optional<CameraNode> find(const std::string& name) const;
 
-  /// Whether the node `consumer` is linked to a source other than the node `camera`, for example because
-  /// somebody rewired it with a patch bay. False while no link is known.
+  /// Returns whether the node `consumer` is linked to a source other than the node `camera`, for example
+  /// because somebody rewired it with a patch bay. False while no link is known.
   bool isLinkedElsewhere(std::uint32_t consumer, std::uint32_t camera) const;
 
  private:

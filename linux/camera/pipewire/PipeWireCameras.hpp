@@ -10,7 +10,7 @@ namespace nivlo {
 
 class PipeWireCameraDriver : public CameraDriver {
  public:
-  /// Whether the daemon runs, as far as is known.
+  /// Returns whether the daemon runs, as far as is known.
   virtual bool daemonRuns() = 0;
 };
 

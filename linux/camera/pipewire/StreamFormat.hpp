@@ -25,8 +25,8 @@ struct StreamFormat {
 /// What to ask a camera for, the best first. The formats live in the builder's memory.
 std::vector<const spa_pod*> formatsToAskFor(spa_pod_builder& builder);
 
-/// Whether this description of formats, as a camera offers it, holds one of colours. Compressed formats count
-/// as such.
+/// Returns whether this description of formats, as a camera offers it, holds one of colours. Compressed
+/// formats count as such.
 bool offersColours(const spa_pod* format);
 
 /// The format that the camera chose; nothing when it is one that we cannot read.

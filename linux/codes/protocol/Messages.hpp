@@ -33,7 +33,7 @@ struct LookRequest {
   std::int32_t width = 0;        ///< pixels
   std::int32_t height = 0;       ///< pixels
 
-  /// Whether the size is positive and the picture fits the shared memory.
+  /// Returns whether the size is positive and the picture fits the shared memory.
   bool isValid() const;
 };
 

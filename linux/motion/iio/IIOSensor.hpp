@@ -24,7 +24,7 @@ class IIOSensor {
   /// the one that udev has for it; when that is not a valid matrix, the kernel's is read too.
   IIOSensor(std::string directory, std::string_view mountMatrix);
 
-  /// Whether the device in this directory is an accelerometer. Does not touch the hardware.
+  /// Returns whether the device in this directory is an accelerometer. Does not touch the hardware.
   static bool isAt(const std::string& directory);
 
   /// Reads the sensor.

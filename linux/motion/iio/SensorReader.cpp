@@ -40,8 +40,8 @@ class Alarm {
   OwnedSource source_;
 };
 
-/// Whether the error will pass: another process may be using the sensor's buffer, or the sensor may be waking
-/// up.
+/// Returns whether the error will pass: another process may be using the sensor's buffer, or the sensor may
+/// be waking up.
 bool isTransient(int error) { return error == EBUSY || error == EAGAIN; }
 
 using Listeners = std::vector<std::shared_ptr<ReadingSubscription>>;

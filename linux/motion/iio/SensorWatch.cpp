@@ -19,7 +19,8 @@ std::string_view property(GUdevDevice* device, const char* name) {
   return value ? value : "";
 }
 
-/// Whether this is the second accelerometer of a convertible, under its keyboard. Newer kernels label it.
+/// Returns whether this is the second accelerometer of a convertible, under its keyboard. Newer kernels label
+/// it.
 bool isInBase(GUdevDevice* device, const std::string& directory) {
   return property(device, "ACCEL_LOCATION") == "base" ||
          readAttribute(directory + "/label").text.starts_with("accel-base");

@@ -28,8 +28,8 @@ using testing::Eq;
 using testing::HasSubstr;
 using testing::Not;
 
-/// Whether the quarters of a picture (top left, top right, bottom left, bottom right) have these colours,
-/// from the corners to the middle.
+/// Returns whether the quarters of a picture (top left, top right, bottom left, bottom right) have these
+/// colours, from the corners to the middle.
 bool hasQuarters(const Picture& picture, const std::array<Picture::Color, 4>& colors) {
   const int middleX = picture.width / 2;
   const int middleY = picture.height / 2;

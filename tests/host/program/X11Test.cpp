@@ -166,8 +166,8 @@ TEST(X11Test, TiledWindowsCloseTheCameraAndFloatingOnesThatLeaveHalfDoNot) {
   EXPECT_FALSE(fullscreenOnly.waitForLine("halves.png closed", kNotSoon));
 }
 
-/// Whether the wallpaper becomes visible with nothing between it and the other program's desktop window, and
-/// an ordinary window above both.
+/// Returns whether the wallpaper becomes visible with nothing between it and the other program's desktop
+/// window, and an ordinary window above both.
 bool liesDirectlyAbove(const PrivateDisplay& display, const ForeignX11Window& desktop) {
   const auto isAbove = [&] {
     const auto stack = display.stack();

@@ -11,7 +11,7 @@
 
 namespace nivlo::test {
 
-/// Whether the frame shows quadrantPicture().
+/// Returns whether the frame shows quadrantPicture().
 bool showsQuadrants(const VideoFrame& frame);
 
 /// Receives a camera's frames.

@@ -17,7 +17,7 @@ class CameraNode {
  public:
   CameraNode(pw_main_loop* loop, const CameraOptions& options, std::vector<EncodedPicture> pictures);
 
-  /// Whether the constructor reached PipeWire.
+  /// Returns whether the constructor reached PipeWire.
   bool isConnected() const { return connected_; }
 
  private:

@@ -29,7 +29,7 @@ Picture solidPicture(Picture::Color color, int width, int height);
 /// Red, green, blue and white quadrants: top left, top right, bottom left, bottom right.
 Picture quadrantPicture(int width, int height);
 
-/// Whether red, green and blue each differ by at most the tolerance, of 255.
+/// Returns whether red, green and blue each differ by at most the tolerance, of 255.
 bool isNear(const Picture::Color& color, const Picture::Color& expected, int tolerance = 3);
 
 /// Parses "RRGGBB" in hexadecimal digits. Throws std::invalid_argument when the text begins with none.

@@ -34,7 +34,7 @@ class BufferLoans {
   /// The handle of a buffer that was added and not removed since.
   static StreamBuffer& handleOf(const pw_buffer& buffer);
 
-  /// Whether the memory can be lent, and the camera would be left with enough buffers to go on.
+  /// Returns whether the memory can be lent, and the camera would be left with enough buffers to go on.
   bool canLend(const StreamBuffer& buffer) const;
 
   /// Lends the buffer until the last copy of the returned pointer goes, on whatever thread that happens.

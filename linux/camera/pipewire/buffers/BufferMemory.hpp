@@ -26,7 +26,7 @@ class BufferMemory {
   BufferMemory(const BufferMemory&) = delete;
   BufferMemory& operator=(const BufferMemory&) = delete;
 
-  /// Whether all of the memory outlives the buffer.
+  /// Returns whether all of the memory outlives the buffer.
   bool isLasting() const { return lasting_; }
 
   std::size_t blockCount() const { return blocks_.size(); }
