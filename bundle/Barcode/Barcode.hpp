@@ -10,7 +10,7 @@
 
 namespace nivlo {
 
-/// What the wallpaper keeps of a code that was scanned. Main thread only.
+/// A scanned code, as the wallpaper keeps it. Main thread only.
 class Barcode {
  public:
   using CodeObject = std::shared_ptr<const AVMetadataMachineReadableCodeObject>;

@@ -88,7 +88,7 @@ class NivloWallpaper : public UIView, public Wallpaper, public AVCaptureMetadata
   void AddShakeToActive();
   /// The effect of a shake: the other camera.
   void shakeStartEffect();
-  /// What a shake during a shake's effect does: nothing.
+  /// Called for a shake during a shake's effect. Does nothing.
   void interuptShakeEffect();
 
   /// Plays the bundle's chime as a new sound and remembers it in soundFileObject; one that is playing goes

@@ -41,7 +41,7 @@ void notify(UIAlertView& alert, const void* key, Notification notification, Argu
   }
 }
 
-/// What an alert does when it is its own delegate.
+/// The delegate of every alert that has closures: the alert itself.
 class Blocks : public UIAlertViewDelegate {
  public:
   void willPresentAlertView(UIAlertView& alert) override {

@@ -53,7 +53,7 @@ constexpr std::array<Palette, 10> kDay{{
     {24.0, rgb(0x070d20), rgb(0x1c2b4a), rgb(0x1a2a48), rgb(0x050a17), rgb(0xd5dcf0)},
 }};
 
-/// Where a light that rises and sets between two hours stands: 0 at its rise, 1 when it sets.
+/// Returns how much of a light's way from its rise to its set is done: 0 at its rise, 1 when it sets.
 double progress(double hour, double rise, double set) {
   const double length = std::fmod(set - rise + kHoursOfDay, kHoursOfDay);
   return std::fmod(hour - rise + kHoursOfDay, kHoursOfDay) / length;

@@ -34,7 +34,7 @@ class Sea {
   static Light lightAt(double hour, bool isDim);
 
   void drawSky(const Light& light);
-  /// How many rows below the horizon the crest of a wave lies in each column.
+  /// Returns, for each column, how many rows below the horizon the crest of a wave lies.
   std::vector<float> crestOf(int wave, double seconds) const;
   void drawWaves(const Light& light, double seconds, std::vector<std::uint32_t>& pixels) const;
 

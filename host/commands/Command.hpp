@@ -9,7 +9,7 @@ class App;
 
 namespace nivlo {
 
-/// What a command takes from the command line, and what it does with that. A new command is a class derived
+/// A command: its options on the command line, and its work. A new command is a class derived
 /// from this one and a line in CommandLine.cpp.
 class Command {
  public:

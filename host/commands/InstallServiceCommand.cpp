@@ -32,7 +32,7 @@ std::string textOf(Launcher launcher, const LaunchCommand& command) {
   return launcher == Launcher::SystemdUnit ? unitText(command) : autostartText(command);
 }
 
-/// What would be done in this session, in words.
+/// Returns a sentence about what would be done in this session.
 std::string plan(const SessionDesktop& desktop, bool systemdStartsIt) {
   if (systemdStartsIt) {
     return "systemd runs this graphical session: 'nivlo install-service' writes the unit";

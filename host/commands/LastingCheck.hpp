@@ -1,4 +1,4 @@
-// Whether a wallpaper that the desktop starts can ever be shown as asked.
+// Checks that a wallpaper which the desktop starts can ever be shown as asked.
 #pragma once
 
 #include <string>

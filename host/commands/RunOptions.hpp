@@ -1,4 +1,4 @@
-// What can be asked of "nivlo run".
+// The options of "nivlo run".
 #pragma once
 
 #include <chrono>
@@ -14,14 +14,14 @@
 
 namespace nivlo {
 
-/// How questions are asked.
+/// The ways of asking the user a question.
 enum class AlertKind {
   Auto,      ///< in the desktop's dialogs if the wallpaper is shown on a desktop, else in the terminal
   Desktop,   ///< in the desktop's dialogs
   Terminal,  ///< in the terminal
 };
 
-/// What is done while the machine runs on its battery.
+/// The ways of sparing the battery.
 enum class OnBattery {
   Run,    ///< nothing
   Slow,   ///< half as many pictures, and half as many looks for codes

@@ -24,7 +24,7 @@ namespace nivlo {
 /// options allow. Main thread only.
 class WallpaperRun {
  public:
-  /// What is passed by reference must outlive this object.
+  /// Arguments that are passed by reference must outlive this object.
   WallpaperRun(const RunOptions& options, MainLoop& loop, ControlService& control, DesktopVariant& desktop,
                std::shared_ptr<CameraActivity> cameras, std::shared_ptr<FramePace> pace,
                std::shared_ptr<ScanPermit> scanPermit);

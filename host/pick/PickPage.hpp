@@ -18,7 +18,7 @@ struct PickEntry {
       picture;  ///< an icon takes its place for null, and where it cannot be decoded
 };
 
-/// How the pictures of a page look.
+/// The size and shape of the pictures on a page.
 enum class PickPictures {
   Presets,     ///< in their own shape, in one column where the window is as narrow as a phone, else in two
   Wallpapers,  ///< upright cards of the same size, cropped to it, two or more in a row

@@ -1,4 +1,4 @@
-// How many pictures a second are wanted.
+// Limits the number of pictures a second.
 #pragma once
 
 #include <atomic>
@@ -33,8 +33,9 @@ class Spacing {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// How long the next event must wait; 0 if it may come now. An event that is early by less than cameras and
-  /// timers deviate need not wait: else a camera at exactly the limit would lose every other frame.
+  /// Returns how long the next event must wait; 0 if it may come now. An event that is early by less than
+  /// cameras and timers deviate need not wait: else a camera at exactly the limit would lose every other
+  /// frame.
   Clock::duration wait(Clock::time_point now, Clock::duration interval) const;
   /// Must be told of each event.
   void happened(Clock::time_point now, Clock::duration interval);

@@ -74,7 +74,7 @@ void convertColors(const VideoFrame& frame, std::vector<std::uint8_t>& planes, P
   }
 }
 
-/// Where a strip of the delivered picture lies in the upright one, before any mirroring.
+/// Returns where a strip of the delivered picture lies in the upright one, before any mirroring.
 struct StripPlace {
   int x;
   int y;

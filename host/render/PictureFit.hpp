@@ -1,4 +1,4 @@
-// Which part of a picture is visible, and where.
+// The visible part of a picture, and its place on the surface.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// Where a view's pictures lie on a surface.
+// The places of a view's pictures on a surface.
 #pragma once
 
 #include <memory>

@@ -7,8 +7,8 @@
 
 namespace nivlo {
 
-/// What starts the program. Only one of the two is installed at a time, or the program would be started
-/// twice.
+/// The ways in which a desktop starts the program. Only one of the two is installed at a time, or the program
+/// would be started twice.
 enum class Launcher {
   SystemdUnit,     ///< where systemd runs the graphical session; restarts the program if it fails
   AutostartEntry,  ///< on desktops that run such entries

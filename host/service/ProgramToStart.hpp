@@ -1,4 +1,4 @@
-// Which file the desktop should run.
+// Finds the file that the desktop should run.
 #pragma once
 
 #include <filesystem>

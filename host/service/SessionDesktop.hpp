@@ -1,4 +1,4 @@
-// How the desktop of this session starts programs.
+// The way in which the desktop of this session starts programs.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Which camera is open.
+// Keeps account of the cameras that are open.
 #pragma once
 
 #include <functional>
@@ -21,9 +21,9 @@ class CameraActivity {
 
   /// The open camera. While a session switches cameras two are open, and the one opened last counts.
   std::optional<ObservedCamera> open() const;
-  /// How often a camera has been opened so far.
+  /// The number of times that a camera has been opened so far.
   unsigned openings() const { return openings_; }
-  /// How often a camera could not be opened so far.
+  /// The number of times that a camera could not be opened so far.
   unsigned refusals() const { return refusals_; }
   /// Position of the camera that was opened last, also after it was closed.
   AVCaptureDevicePosition lastPosition() const { return lastPosition_; }

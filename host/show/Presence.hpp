@@ -8,7 +8,7 @@
 
 namespace nivlo {
 
-/// What is done to spare the battery at present.
+/// The measure that spares the battery at present.
 enum class BatterySaving {
   None,
   Slowed,  ///< fewer pictures and fewer looks for codes

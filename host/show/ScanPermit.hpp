@@ -1,4 +1,4 @@
-// Whether codes may be looked for now.
+// Permits or forbids looking for codes.
 #pragma once
 
 #include <atomic>

@@ -1,4 +1,4 @@
-// What a user wants to see of a wallpaper.
+// The user's choices about a wallpaper.
 #pragma once
 
 #include <optional>

@@ -17,7 +17,7 @@
 
 namespace nivlo {
 
-/// What an open camera is doing.
+/// The state of an open camera.
 enum class CameraState {
   Delivering,  ///< pictures arrive
   Waiting,     ///< none arrives: it has just been opened, or something is wrong with it

@@ -1,4 +1,4 @@
-// What a surface waits for while no output shows it.
+// The output that a surface waits for while none shows it.
 #pragma once
 
 #include <string>
@@ -16,7 +16,7 @@ class AwaitedOutput {
 
   /// Must be called whenever outputs have come or gone, with the names of all that are there.
   void update(bool isThere, const std::vector<std::string>& names);
-  /// What is missing, in words for people: "the output eDP-1"; empty if nothing is.
+  /// Names the missing output to users: "the output eDP-1". Empty if none is missing.
   const std::string& text() const { return text_; }
 
  private:

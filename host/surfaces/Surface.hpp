@@ -1,4 +1,4 @@
-// Where the wallpaper is shown.
+// The interface of everything that can show the wallpaper.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@
 
 namespace nivlo {
 
-/// What a surface reports to the program, on the main thread and never before `show` has returned.
+/// A surface's reports to the program, on the main thread and never before `show` has returned.
 struct SurfaceHandlers {
   std::function<void()> drawn;  ///< a new picture has been handed to the screen
   std::function<void(bool visible)>
@@ -19,21 +19,21 @@ struct SurfaceHandlers {
   std::function<void(const std::string& cause)> lost;  ///< the display is gone, and nothing is drawn any more
 };
 
-/// Which windows count as hiding the wallpaper on the outputs that they cover.
+/// The windows that count as hiding the wallpaper on the outputs that they cover.
 enum class PausePolicy {
   Covered,     ///< maximised and fullscreen ones, and whatever else covers an output
   Fullscreen,  ///< fullscreen ones only
   Never,       ///< none
 };
 
-/// Which layer of a Wayland desktop the wallpaper belongs to. Both are below all windows.
+/// The layer of a Wayland desktop that the wallpaper belongs to. Both are below all windows.
 enum class DesktopLayer {
   Auto,  ///< the bottom layer while the desktop draws a background of its own, else the background layer
   Background,  ///< the lowest one, which a desktop's own background may share and cover
   Bottom,      ///< the one above it, which hides the icons of the desktop's own background
 };
 
-/// How to open a surface.
+/// The options with which a surface is opened.
 struct SurfaceOptions {
   int width = 1920;    ///< pixels; for a surface whose size no screen decides
   int height = 1080;   ///< pixels
@@ -50,13 +50,13 @@ class Surface {
   Surface(const Surface&) = delete;
   Surface& operator=(const Surface&) = delete;
 
-  /// What kind of surface it is, in words for people: "the desktop (Wayland)".
+  /// Names the kind of surface to users: "the desktop (Wayland)".
   virtual std::string name() const = 0;
 
   /// The size of its first output in pixels, which a view should be laid out for.
   virtual CGSize size() const = 0;
 
-  /// What must be there before anything can be seen, in words for people: "the output eDP-1". Empty if
+  /// Names to users what must be there before anything can be seen: "the output eDP-1". Empty if
   /// nothing is missing.
   virtual std::string awaited() const { return {}; }
 

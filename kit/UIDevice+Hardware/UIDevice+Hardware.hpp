@@ -71,8 +71,8 @@ float hardwareNumber(const UIDevice& device, DeviceHardware value);
 /// Returns whether the device ranks as high as the model, or higher; true for every device that is not known.
 bool isCurrentDeviceHardwareBetterThan(const UIDevice& device, DeviceHardware value);
 
-// Whether the device belongs to a family. Only the beginning of its identifier counts, so models of the
-// family that are not known count too.
+// These tell whether the device belongs to a family. Only the beginning of its identifier counts, so models
+// of the family that are not known count too.
 
 bool isiPhone4(const UIDevice& device);
 bool isiPhone4S(const UIDevice& device);

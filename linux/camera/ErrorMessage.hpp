@@ -1,4 +1,4 @@
-// What a GLib library says went wrong.
+// The message of a GLib error.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What Linux knows about the machine.
+// The machine's identity, from the kernel and the firmware.
 #pragma once
 
 #include <filesystem>

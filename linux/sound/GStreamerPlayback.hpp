@@ -16,7 +16,7 @@
 
 namespace nivlo {
 
-/// What the playbacks of a driver share.
+/// State that the playbacks of a driver share.
 struct PlaybacksInCommon {
   std::set<std::string> reported;  ///< the subjects that trouble was logged about; main thread only
   /// Changes the states of pipelines. With a sound server that does not respond, that takes half a minute.

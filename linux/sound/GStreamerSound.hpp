@@ -8,7 +8,7 @@
 
 namespace nivlo {
 
-/// How much longer than its own length a sound may take, until it is given up.
+/// The time beyond its own length after which a sound is given up.
 inline constexpr std::chrono::seconds kSoundGrace{5};
 
 /// Makes a driver that plays any format that GStreamer decodes. GStreamer is initialised by the first sound.

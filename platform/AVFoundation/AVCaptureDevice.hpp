@@ -27,7 +27,7 @@ class AVCaptureDevice {
   /// AVMediaTypeVideo. Main thread only.
   static std::vector<std::shared_ptr<AVCaptureDevice>> devicesWithMediaType(std::string_view mediaType);
 
-  /// Which way the camera faces; Unspecified for most webcams.
+  /// The way the camera faces; Unspecified for most webcams.
   AVCaptureDevicePosition position() const { return info_.position; }
   /// Returns whether the media type is AVMediaTypeVideo.
   bool hasMediaType(std::string_view mediaType) const { return mediaType == AVMediaTypeVideo; }
@@ -35,8 +35,8 @@ class AVCaptureDevice {
   const std::string& uniqueID() const { return info_.uniqueID; }
   /// The camera's name for people, for example "Integrated Camera".
   const std::string& localizedName() const { return info_.localizedName; }
-  /// How a session shows the camera's pictures: as the user wants them, and front cameras' mirrored, because
-  /// people expect to see themselves as in a mirror.
+  /// The geometry in which a session shows the camera's pictures: as the user wants them, and front cameras'
+  /// mirrored, because people expect to see themselves as in a mirror.
   PictureTurn turn() const;
 
  private:

@@ -8,7 +8,7 @@
 
 namespace nivlo {
 
-/// What is added to an AVCaptureSession to make it use a camera. Making one does not open the camera.
+/// An input, added to an AVCaptureSession to make it use a camera. Making one does not open the camera.
 class AVCaptureDeviceInput {
  public:
   /// Makes an input for the camera. Null for a null device.

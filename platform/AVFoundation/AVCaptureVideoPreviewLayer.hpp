@@ -20,7 +20,7 @@ class AVCaptureVideoPreviewLayer : public CALayer, public CaptureFrameConsumer {
   static std::shared_ptr<AVCaptureVideoPreviewLayer> initWithSession(
       std::shared_ptr<AVCaptureSession> session);
 
-  /// How the picture is fitted into the layer: ResizeAspect until it is set.
+  /// The way in which the picture is fitted into the layer: ResizeAspect until it is set.
   AVLayerVideoGravity videoGravity() const override { return gravity_; }
   /// Seen when any layer of the tree next gets a picture.
   void setVideoGravity(AVLayerVideoGravity gravity) { gravity_ = gravity; }

@@ -91,7 +91,7 @@ class AVMetadataMachineReadableCodeObject : public AVMetadataObject {
   PictureGeometry picture_;
 };
 
-/// What a report holds.
+/// The objects of one report.
 using MetadataObjects = std::vector<std::shared_ptr<const AVMetadataObject>>;
 
 }  // namespace nivlo

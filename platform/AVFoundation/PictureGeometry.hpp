@@ -1,4 +1,4 @@
-// How a picture is turned, mirrored and fitted into a layer: the one place that knows.
+// The geometry from a camera's picture to a layer. Nothing else turns, mirrors or fits pictures.
 #pragma once
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
@@ -6,7 +6,7 @@
 
 namespace nivlo {
 
-/// How a picture is fitted into a layer of different proportions. It is never distorted.
+/// The ways of fitting a picture into a layer of different proportions. It is never distorted.
 enum class AVLayerVideoGravity {
   ResizeAspect,      ///< the whole picture, with bars beside it or above and below
   ResizeAspectFill,  ///< the whole layer, with the picture's edges cropped

@@ -12,7 +12,7 @@ namespace nivlo {
 class DispatchQueue {
  public:
   virtual ~DispatchQueue() = default;
-  /// What dispatch_async does.
+  /// Puts the work at the queue's end, as dispatch_async does.
   virtual void async(std::function<void()> work) = 0;
   /// The name that the queue was made with, which its thread bears too; "main" for the main queue.
   virtual std::string label() const = 0;

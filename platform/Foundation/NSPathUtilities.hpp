@@ -1,4 +1,4 @@
-// Where the program keeps its files.
+// The folders in which the program keeps its files.
 #pragma once
 
 #include <filesystem>

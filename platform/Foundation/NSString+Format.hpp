@@ -16,10 +16,10 @@ concept Describable = requires(const T& value) {
   { value.description() } -> std::convertible_to<std::string>;
 };
 
-/// What stringWithFormat calls.
+/// The formatter behind stringWithFormat.
 std::string vStringWithFormat(std::string_view format, fmt::printf_args arguments);
 
-/// What stringWithFormat makes of an argument before it is formatted.
+/// Converts an argument of stringWithFormat before it is formatted.
 template <typename T>
 auto formatArgument(const T& value) {
   if constexpr (Describable<T>) {

@@ -47,9 +47,9 @@ class Wallpaper {
   virtual void setAnimating(bool animating) = 0;
 };
 
-/// What the host can ask without an instance. The host calls every operation on the main thread; a process
-/// that only lists wallpapers never builds one. The mark and the version never move, so that every version of
-/// the contract can tell the others.
+/// The questions that the host can ask without an instance. The host calls every operation on the main
+/// thread; a process that only lists wallpapers never builds one. The mark and the version never move, so
+/// that every version of the contract can tell the others.
 struct WallpaperClass {
   std::uint32_t mark;
   std::uint32_t contractVersion;
@@ -61,7 +61,7 @@ struct WallpaperClass {
   /// The sets of options that the user chooses among, the first one being the default. A wallpaper that
   /// answers none has one preset, without options.
   std::vector<NSDictionary> (*presetWallpaperOptions)();
-  /// What the preset shows and does, in a few words without a full stop ("the back camera, codes are
+  /// Describes the preset in a few words without a full stop ("the back camera, codes are
   /// offered"). Where it is empty, the host writes "preset 2".
   std::string (*descriptionForOptions)(const NSDictionary& options);
   /// The wallpaper's small picture: a PNG resource, named without its extension. Empty where there is none.

@@ -17,7 +17,7 @@ inline constexpr auto kCameraPositionKey = "cameraPosition";
 inline constexpr auto kCameraPositionBack = "back";
 inline constexpr auto kCameraPositionFront = "front";
 
-// What setWallpaperVariant is told: the colour scheme that the user prefers on this desktop.
+// The arguments of setWallpaperVariant: the colour scheme that the user prefers on this desktop.
 inline constexpr long kWallpaperVariantLight = 0;
 inline constexpr long kWallpaperVariantDark = 1;
 

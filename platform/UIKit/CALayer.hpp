@@ -51,9 +51,10 @@ class CALayer : public std::enable_shared_from_this<CALayer> {
   /// statistics of `nivlo status` count its age from there. BGRx costs the least to show.
   void setContents(VideoFramePtr picture);
 
-  /// What `contents` returns, and how it is turned and mirrored. Callable from any thread.
+  /// The picture that `contents` returns, with the way it is turned and mirrored. Callable from any thread.
   CaptureFrame picture() const;
-  /// How the picture is fitted into the layer: ResizeAspectFill, unless a subclass says otherwise.
+  /// The way in which the picture is fitted into the layer: ResizeAspectFill, unless a subclass says
+  /// otherwise.
   virtual AVLayerVideoGravity videoGravity() const { return AVLayerVideoGravity::ResizeAspectFill; }
 
   /// For the surface that shows the tree: the handler is called for each new picture of this layer and of

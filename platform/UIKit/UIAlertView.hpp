@@ -13,7 +13,7 @@ namespace nivlo {
 
 class UIAlertView;
 
-/// How an alert looks. There are no alerts with text fields here, so there is one style only.
+/// The look of an alert. There are no alerts with text fields here, so there is one style only.
 enum class UIAlertViewStyle : long { Default = 0 };
 
 /// Is told what happens to an alert, on the main thread. An alert that the user answers calls, in this order,

@@ -21,7 +21,7 @@ inline constexpr auto UIApplicationDidBecomeActiveNotification = "UIApplicationD
 inline constexpr auto UIApplicationSignificantTimeChangeNotification =
     "UIApplicationSignificantTimeChangeNotification";
 
-/// What the program can do for a wallpaper. Main thread only.
+/// The services of the program for a wallpaper. Main thread only.
 class UIApplication {
  public:
   /// The one application of the process.

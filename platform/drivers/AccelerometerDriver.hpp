@@ -22,7 +22,7 @@ struct CMAcceleration {
   double z = 0;
 };
 
-/// What a sensor answered.
+/// A sensor's answer.
 struct AccelerometerReading {
   std::optional<CMAcceleration> acceleration;  ///< absent when the sensor gave no sample this time
   std::optional<std::string> error;            ///< the cause, when the sensor has failed for good

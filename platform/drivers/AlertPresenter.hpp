@@ -7,8 +7,8 @@
 
 namespace nivlo {
 
-/// What an alert shows. The texts come from scanned codes too, so they may hold anything: control characters,
-/// markup, and any number of characters.
+/// The texts and buttons of an alert. The texts come from scanned codes too, so they may hold anything:
+/// control characters, markup, and any number of characters.
 struct AlertContent {
   std::string title;
   std::string message;
@@ -17,8 +17,8 @@ struct AlertContent {
   long disabledButtonIndex = -1;     ///< the button that cannot be pressed; -1 when all can
 };
 
-/// What a presenter calls on the main thread: `appeared`, then either `tapped` or `cancelled`, then `gone`,
-/// each once.
+/// Handlers that a presenter calls on the main thread: `appeared`, then either `tapped` or `cancelled`, then
+/// `gone`, each once.
 struct AlertCallbacks {
   std::function<void()> appeared;
   std::function<void(long buttonIndex)> tapped;

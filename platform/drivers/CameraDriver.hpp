@@ -10,7 +10,7 @@
 
 namespace nivlo {
 
-/// Which way a camera faces: away from the user, or towards the user. The values are fixed, as wallpapers use
+/// The way a camera faces: away from the user, or towards the user. The values are fixed, as wallpapers use
 /// them as numbers.
 enum class AVCaptureDevicePosition : long { Unspecified = 0, Back = 1, Front = 2 };
 

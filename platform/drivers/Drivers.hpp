@@ -16,7 +16,7 @@
 
 namespace nivlo {
 
-/// What the frameworks need of a machine. A driver that is null stands for a machine that lacks the
+/// All that the frameworks need of a machine. A driver that is null stands for a machine that lacks the
 /// component: the frameworks then do nothing, and return null, false or 0.
 struct Drivers {
   std::unique_ptr<LogSink> logSink;

@@ -9,7 +9,7 @@
 
 namespace nivlo {
 
-/// How the pixels of a picture lie in memory.
+/// The layout of a picture's pixels in memory.
 enum class PixelFormat {
   NV12,  ///< YUV 4:2:0 in two planes: luma, and U and V interleaved
   I420,  ///< YUV 4:2:0 in three planes: Y, U, V

@@ -1,4 +1,4 @@
-// What a second start of the program does.
+// Hands a second start of the program over to the first.
 #pragma once
 
 #include <filesystem>

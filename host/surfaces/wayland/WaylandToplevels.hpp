@@ -9,7 +9,7 @@
 
 namespace nivlo {
 
-/// What covers an output's wallpaper.
+/// The kind of window that covers an output's wallpaper.
 enum class Cover {
   Unknown,     ///< the compositor does not tell
   Nothing,     ///< no window at all

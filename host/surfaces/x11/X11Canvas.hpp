@@ -25,7 +25,7 @@ class X11Canvas {
   X11Canvas& operator=(const X11Canvas&) = delete;
 
   xcb_window_t window() const { return window_; }
-  /// Where the window was last put; a window manager may have moved it elsewhere.
+  /// The place where the window was last put; a window manager may have moved it since.
   const X11Rect& place() const { return place_; }
   /// Maps the window, asking again until it is done: a window manager that is just starting may miss a
   /// request.

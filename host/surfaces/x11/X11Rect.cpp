@@ -8,7 +8,8 @@ namespace nivlo {
 
 namespace {
 
-/// What the rectangles cover of a line from `begin` to `end`. They must be sorted by their left sides.
+/// Returns the length of the line from `begin` to `end` that the rectangles cover. They must be sorted by
+/// their left sides.
 int coveredLength(const std::vector<X11Rect>& rects, int y, int begin, int end) {
   int covered = 0;
   for (const auto& rect : rects) {

@@ -1,4 +1,4 @@
-// Whether the screens are on.
+// Follows the power state of the screens.
 #pragma once
 
 #include "host/loop/EventSource.hpp"

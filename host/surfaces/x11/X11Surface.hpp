@@ -1,4 +1,4 @@
-// What the desktop background and a window on X11 have in common.
+// The base of the desktop background and the window on X11.
 #pragma once
 
 #include <map>

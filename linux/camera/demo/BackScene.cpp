@@ -184,7 +184,7 @@ void drawMug(cairo_t* cairo) {
   fillRectangle(cairo, 992, 606, 98, 10);
 }
 
-/// Where a bulb of the string of lights hangs at a moment.
+/// Returns where a bulb of the string of lights hangs at a moment.
 Point bulbAt(int index, double seconds) {
   const double x = 20 + index * 103.0;
   const double along = std::fmod(x, 430) / 430;

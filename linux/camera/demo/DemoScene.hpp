@@ -1,4 +1,4 @@
-// What a demo camera sees.
+// The interface of the scenes that demo cameras see.
 #pragma once
 
 #include <cairo.h>

@@ -160,7 +160,7 @@ void drawHead(cairo_t* cairo) {
   cairo_stroke(cairo);
 }
 
-/// How far the eyes are shut, from 0 to 1.
+/// Returns how far the eyes are shut, from 0 to 1.
 double blinkAt(double seconds) {
   const double local = std::fmod(seconds, 3.7) - 2.2;
   return smoothStep(0, 0.09, local) * smoothStep(0.24, 0.13, local);

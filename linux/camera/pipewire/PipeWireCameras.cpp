@@ -23,8 +23,8 @@ constexpr std::chrono::milliseconds kSettling{300};
 /// Belongs to the driver, so that nobody calls it once the driver is gone.
 using ChangeHandler = std::function<void()>;
 
-/// What the driver shares with its open streams, which may outlive it. Everything but the loop is used on the
-/// loop's thread only.
+/// State that the driver shares with its open streams, which may outlive it. Everything but the loop is used
+/// on the loop's thread only.
 struct PipeWireSession {
   explicit PipeWireSession(std::weak_ptr<ChangeHandler> changeHandler) : onChange(std::move(changeHandler)) {
     if (!loop.isRunning()) {

@@ -22,7 +22,7 @@ struct StreamFormat {
   int height = 0;  ///< pixels
 };
 
-/// What to ask a camera for, the best first. The formats live in the builder's memory.
+/// Returns the formats to ask a camera for, the best first. The formats live in the builder's memory.
 std::vector<const spa_pod*> formatsToAskFor(spa_pod_builder& builder);
 
 /// Returns whether this description of formats, as a camera offers it, holds one of colours. Compressed

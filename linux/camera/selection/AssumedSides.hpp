@@ -1,4 +1,4 @@
-// Which sides cameras are taken to face that do not say so themselves.
+// Assumes a side for cameras that do not state theirs.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// What the user chose as the device's back or front camera.
+// The user's choice of a back or front camera.
 #pragma once
 
 #include <optional>

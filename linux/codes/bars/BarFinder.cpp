@@ -39,7 +39,7 @@ constexpr std::size_t kMaxJoined = 4;
 // larger one, and the height that they share is relative to the taller one.
 constexpr double kMaxGap = 0.25;
 constexpr double kMinSharedHeight = 0.6;
-// Of a PDF417 only the start and stop patterns may show as bars. They are far apart but about equally high.
+// A PDF417 may show bars only in its start and stop patterns. They are far apart but about equally high.
 constexpr double kMaxGapOfEnds = 12;
 constexpr double kMinHeightRatioOfEnds = 0.8;
 

@@ -14,7 +14,7 @@ inline std::function<double(int, int)> costOfPixels(double factor) {
   return [factor](int width, int height) { return factor * width * height; };
 }
 
-/// How to decode a picture, and what that costs.
+/// A function that decodes a picture, with its cost.
 struct Decoder {
   /// Returns the codes in the picture, with their outlines in its pixels. May throw std::exception.
   std::function<std::vector<Reading>(const LumaPicture&)> read;

@@ -12,10 +12,10 @@ struct Reading {
   std::string type;  ///< metadata-object type identifier
   std::string text;  ///< valid UTF-8; may be empty, may contain NUL
   Quad outline;      ///< in pixels of the picture that was read
-  /// Whether it is a 1-D code. Its outline may then be shorter than its bars, because decoders read 1-D codes
+  /// True for a 1-D code. Its outline may then be shorter than its bars, because decoders read 1-D codes
   /// along a few scan lines.
   bool isLinear = false;
-  /// Whether this text fits the picture so much better than any other of its type that it counts without
+  /// True if this text fits the picture so much better than any other of its type that it counts without
   /// confirmation.
   bool isCertain = false;
 };

@@ -15,7 +15,7 @@ inline constexpr int kMinQRModules = 21;
 /// Width of a finder pattern, in modules (ISO/IEC 18004).
 inline constexpr int kFinderModules = 7;
 
-/// Where a QR code seems to be.
+/// The place of a possible QR code.
 struct QRPlace {
   std::array<Quad, 3> finders;  ///< at the top left, top right and bottom left
   Quad outline;  ///< of the whole code; the fourth corner is where the edges of two finders lead

@@ -17,7 +17,7 @@ struct RunPattern {
   bool (*matches)(const int* edges) = nullptr;
 };
 
-/// Where a pattern seems to be.
+/// The place of a possible pattern.
 struct PatternCentre {
   CGPoint place;
   double module = 0;  ///< width of a module in pixels

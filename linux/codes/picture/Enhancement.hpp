@@ -5,7 +5,7 @@
 
 namespace nivlo {
 
-/// What is done to a picture before it is decoded.
+/// The ways of preparing a picture for a decoder.
 enum class Enhancement {
   None,
   Sharp,         ///< sharpens edges, against blur

@@ -23,7 +23,7 @@ namespace {
 // After this long without a failure, the next one is logged again and waits as briefly as the first.
 constexpr std::chrono::minutes kForgiveness{1};
 
-/// Whether the latest look failed. Set on the threads that look.
+/// True if the latest look failed. Set on the threads that look.
 using Failing = std::shared_ptr<std::atomic<bool>>;
 
 class ProcessCodeReader : public CodeReader {

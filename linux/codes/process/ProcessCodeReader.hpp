@@ -10,7 +10,7 @@
 
 namespace nivlo {
 
-/// How long one look may take, including the start of the process.
+/// The time limit of one look, including the start of the process.
 inline constexpr std::chrono::milliseconds kLiveDeadline{kSanitized ? 5000 : 500};
 
 /// The path of nivlo-reader: beside the running program in a build tree, else where it is installed.

@@ -1,4 +1,4 @@
-// Whether this build runs under a sanitizer.
+// Tells builds for a sanitizer from others.
 #pragma once
 
 namespace nivlo {

@@ -23,7 +23,7 @@ constexpr float kMinDigit = 0.6F;
 // Rows that must agree on a number, however few rows the picture has.
 constexpr std::size_t kMinRows = 2;
 
-/// What it takes to accept a number.
+/// The requirements that a number must meet to be accepted.
 struct Requirements {
   double rows;        ///< fraction of the picture's rows that must agree on it
   float lead;         ///< to report it, see leadOf
@@ -39,7 +39,7 @@ Requirements requirementsFor(const RetailSymbol& symbol) {
   return symbol.digits.size() == 12 ? kLong : kShort;
 }
 
-/// What the rows show of a symbol in one direction.
+/// The evidence that the rows give of a symbol in one direction.
 struct Evidence {
   struct Row {
     int y;

@@ -30,8 +30,8 @@ unsigned setAModules(int digit);
 /// The same for set B, which is set C backwards.
 unsigned setBModules(int digit);
 
-/// How well each digit fits at each place, up to 1: ten scores for set A (set C for trailing digits), then
-/// ten for set B, which only leading digits use.
+/// Scores of how well each digit fits at each place, up to 1: ten scores for set A (set C for trailing
+/// digits), then ten for set B, which only leading digits use.
 using DigitScores = std::array<std::array<float, 20>, kMaxDigits>;
 
 /// A number and how well it fits a picture.

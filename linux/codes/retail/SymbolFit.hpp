@@ -8,8 +8,8 @@
 
 namespace nivlo {
 
-/// Where a symbol's modules lie in a row, in pixels from the row's left edge. If the symbol lies backwards,
-/// `end` is less than `start`.
+/// The place of a symbol's modules in a row, in pixels from the row's left edge. If the symbol lies
+/// backwards, `end` is less than `start`.
 struct SymbolFit {
   float start = 0;
   float end = 0;

@@ -11,7 +11,7 @@
 
 namespace nivlo {
 
-/// How a region of bars is rendered before it is decoded.
+/// The way in which a region of bars is rendered before it is decoded.
 struct BarsRendering {
   /// Size across the bars, relative to the picture; lowered if the rendition would become too large.
   double scale = 1;
@@ -19,7 +19,7 @@ struct BarsRendering {
   /// noise. There are never more than the region has in the picture.
   int maxRows = 32;
   Enhancement enhancement = Enhancement::None;
-  /// Whether the region is straightened first (see deskewed), for PDF417, whose rows must not be slanted.
+  /// True to straighten the region first (see deskewed), for PDF417, whose rows must not be slanted.
   bool isDeskewed = false;
 };
 

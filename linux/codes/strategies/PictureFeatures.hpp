@@ -1,4 +1,4 @@
-// What a picture shows that may belong to codes.
+// The features of a picture that may belong to codes.
 #pragma once
 
 #include <optional>

@@ -10,7 +10,7 @@
 
 namespace nivlo {
 
-/// How the picture is rendered before it is decoded.
+/// The way in which the picture is rendered before it is decoded.
 struct WholePictureRendering {
   double scale = 1;  ///< lowered if the rendition would become too large
   double maxPixels = 1920 * 1080;

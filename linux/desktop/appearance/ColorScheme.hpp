@@ -1,4 +1,4 @@
-// Whether the desktop is dark or light.
+// Follows the desktop's preference for dark or light.
 #pragma once
 
 #include <functional>

@@ -17,13 +17,13 @@ namespace nivlo {
 /// is destroyed are dropped.
 class MethodCalls {
  public:
-  /// What is called.
+  /// The object and the interface that a method is called on.
   struct Target {
     const char* path;
     const char* interface;
     const char* method;
   };
-  /// What a call returned.
+  /// The result of a call.
   struct Reply {
     GVariant* values = nullptr;          ///< a tuple; null when the call failed
     GUnixFDList* descriptors = nullptr;  ///< null when the reply has none
@@ -51,7 +51,7 @@ class MethodCalls {
 /// Calls a handler with the arguments of each signal of one kind that a service sends.
 class SignalSubscription {
  public:
-  /// Where the signal comes from.
+  /// The source of a signal.
   struct Source {
     const char* service;
     const char* path;  ///< null for any object

@@ -17,7 +17,7 @@ namespace nivlo {
 /// soon and then less and less often. Main thread only. Nothing here waits.
 class BusLink {
  public:
-  /// What the link calls, never from its constructor.
+  /// Handlers that the link calls, never from its constructor.
   struct Events {
     /// The bus was reached. The connection is valid until `lost` is called or the link is destroyed.
     std::function<void(GDBusConnection*)> connected;

@@ -6,7 +6,7 @@
 namespace nivlo {
 
 /// Returns the first second after `now` with another local date, in the time zone that tzset() read last.
-/// That is midnight, except where daylight saving time skips midnight.
+/// The day begins at midnight, except where daylight saving time skips midnight.
 std::time_t nextLocalMidnight(std::time_t now);
 
 }  // namespace nivlo

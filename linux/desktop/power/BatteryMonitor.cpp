@@ -19,7 +19,7 @@ constexpr auto kOnBattery = "OnBattery";
 using Held = Owned<GVariant, g_variant_unref>;
 using Handler = std::function<void(bool)>;
 
-/// What UPower says on one connection to the bus.
+/// UPower's state on one connection to the bus.
 class PowerSupply {
  public:
   PowerSupply(GDBusConnection* connection, Handler told)

@@ -1,4 +1,4 @@
-// Whether the machine runs on its battery.
+// Follows whether the machine runs on its battery.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// What the login manager says about the user's session.
+// The state of the user's session, from the login manager.
 #pragma once
 
 #include <functional>

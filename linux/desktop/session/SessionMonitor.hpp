@@ -1,4 +1,4 @@
-// Whether the user can see the desktop.
+// Follows whether the user can see the desktop.
 #pragma once
 
 #include <functional>

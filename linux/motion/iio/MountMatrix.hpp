@@ -1,4 +1,4 @@
-// How a sensor is mounted in the device.
+// The orientation of a sensor in the device.
 #pragma once
 
 #include <array>

@@ -7,7 +7,7 @@
 
 namespace nivlo {
 
-/// What an attribute holds.
+/// The content of an attribute.
 struct AttributeText {
   std::string text;  ///< usually ends in a line end; empty after an error
   int error = 0;     ///< an errno value; 0 for success

@@ -1,4 +1,4 @@
-// Whether buffers become frames, and whether a sender can lead us outside its memory.
+// Buffers become frames, and no sender leads us outside its memory.
 #include <limits>
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// Whether the machine runs on its battery, with a UPower that python-dbusmock mocks.
+// The battery monitor beside a UPower that python-dbusmock mocks.
 #include <memory>
 #include <string>
 #include <vector>

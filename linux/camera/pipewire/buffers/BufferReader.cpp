@@ -26,8 +26,8 @@ bool isMarkedCorrupt(spa_buffer* buffer) {
   });
 }
 
-// Where the picture lies in the buffer's memory; empty when the buffer places it outside that memory. The
-// sender can still write to the chunk, so each value is read once and only then checked.
+// Returns the place of the picture in the buffer's memory, empty when the buffer places it outside that
+// memory. The sender can still write to the chunk, so each value is read once and only then checked.
 std::vector<DataBlock> blocksOf(const spa_buffer& buffer, const BufferMemory& memory) {
   std::vector<DataBlock> blocks;
   for (std::size_t i = 0; i < memory.blockCount(); ++i) {

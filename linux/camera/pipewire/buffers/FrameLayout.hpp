@@ -1,4 +1,4 @@
-// Where the planes of a picture lie in a buffer's data blocks.
+// The places of a picture's planes in a buffer's data blocks.
 #pragma once
 
 #include <array>
