@@ -41,7 +41,7 @@ void notify(UIAlertView& alert, const void* key, Notification notification, Argu
   }
 }
 
-/// The delegate of every alert that has closures: the alert itself.
+/// The delegate's methods that this category adds to every alert: they call the alert's closures.
 class Blocks : public UIAlertViewDelegate {
  public:
   void willPresentAlertView(UIAlertView& alert) override {

@@ -205,9 +205,10 @@ bool X11Clients::cover(const X11Rect& area, PausePolicy policy) const {
 
 std::vector<xcb_window_t> X11Clients::desktopsUnder(const std::vector<X11Rect>& areas) const {
   std::vector<xcb_window_t> found;
-  for (const auto& [window, client] : clients_) {
+  for (const auto& entry : clients_) {
+    const Client& client = entry.second;
     const bool fills = std::any_of(areas.begin(), areas.end(),
-                                   [&](const auto& area) { return coversMost(client.place, area); });
+                                   [&client](const auto& area) { return coversMost(client.place, area); });
     if (client.isDesktop && client.mapped && fills && client.top != XCB_NONE) {
       found.push_back(client.top);
     }

@@ -37,7 +37,7 @@ class X11Clients {
   std::vector<xcb_window_t> desktopsUnder(const std::vector<X11Rect>& areas) const;
 
  private:
-  /// Margins of a window, in pixels.
+  /// Margins of a window in pixels: left, right, top and bottom.
   using Margins = std::array<int, 4>;
 
   struct Client {

@@ -17,7 +17,7 @@ namespace nivlo {
 /// is destroyed are dropped.
 class MethodCalls {
  public:
-  /// The object and the interface that a method is called on.
+  /// A method, with the object and the interface that it is called on.
   struct Target {
     const char* path;
     const char* interface;
