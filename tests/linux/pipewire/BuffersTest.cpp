@@ -1,6 +1,10 @@
 // Buffers become frames, and no sender leads us outside its memory.
+#include <algorithm>
+#include <atomic>
 #include <limits>
+#include <thread>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -45,8 +49,10 @@ TEST(FrameLayout, ASenderCannotMakeAPlaneReachBeyondItsMemory) {
 
 /// A buffer as PipeWire hands it over, with one data block in shared memory.
 struct SentBuffer {
-  explicit SentBuffer(std::uint32_t size) : file(memfd_create("buffer", MFD_CLOEXEC)) {
+  explicit SentBuffer(std::uint32_t size, int seals = F_SEAL_SHRINK | F_SEAL_GROW)
+      : file(memfd_create("buffer", MFD_CLOEXEC | MFD_ALLOW_SEALING)) {
     EXPECT_EQ(ftruncate(file.get(), size), 0);
+    EXPECT_EQ(fcntl(file.get(), F_ADD_SEALS, seals), 0);
     data.type = SPA_DATA_MemFd;
     data.fd = file.get();
     data.maxsize = size;
@@ -85,6 +91,64 @@ TEST(BufferReader, SkipsPicturesThatLieOutsideTheirBufferOrAreMarkedCorrupt) {
   EXPECT_EQ(reader.read(BufferLoans::handleOf(tooSmall.buffer), loans).frame, nullptr);
 }
 
+TEST(BufferReader, MemoryThatIsSmallerThanItSaysOrShrinksUnderWayCostsOnlyItsPictures) {
+  BufferLoans loans;
+  for (const auto type : {SPA_DATA_MemFd, SPA_DATA_DmaBuf}) {
+    SentBuffer small(64);
+    small.data.type = type;
+    small.data.maxsize = 64 * 4096;
+    EXPECT_FALSE(loans.add(&small.buffer)) << type;
+  }
+
+  SentBuffer unsealed(4096 * 64, 0);
+  const std::uint8_t white = 255;
+  ASSERT_EQ(pwrite(unsealed.file.get(), &white, 1, 4096), 1);
+  std::array<SentBuffer, 3> others{SentBuffer(1), SentBuffer(1), SentBuffer(1)};
+  for (SentBuffer& each : others) {
+    ASSERT_TRUE(loans.add(&each.buffer));
+  }
+  ASSERT_TRUE(loans.add(&unsealed.buffer));
+  BufferReader reader(0);
+  reader.setFormat({.pixels = PixelFormat::RGBx, .width = 64, .height = 64});
+  StreamBuffer& handle = BufferLoans::handleOf(unsealed.buffer);
+  unsealed.chunk = {4096, 64 * 64 * 4, 256, 0};
+  const VideoFramePtr frame = reader.read(handle, loans).frame;
+  ASSERT_TRUE(frame);
+  ASSERT_EQ(ftruncate(unsealed.file.get(), 4096), 0);
+  EXPECT_EQ(frame->planes[0].data[0], white);
+  EXPECT_FALSE(reader.read(handle, loans).frame);
+}
+
+TEST(BufferReader, AJpegThatItsCameraChangesDuringDecodingIsNotWrittenBehindItsFrame) {
+  const std::vector<std::uint8_t> jpeg =
+      test::encodeJpeg(test::quadrantPicture(640, 480), test::JpegChroma::C444);
+  const std::array<std::uint8_t, 2> startOfFrame{0xFF, 0xC0};
+  const auto marker = std::ranges::search(jpeg, startOfFrame).begin();
+  ASSERT_NE(marker, jpeg.end());
+  // The marker, the length, the bits of a sample, the size, the number of components, and the first one's ID.
+  const auto sampling = marker - jpeg.begin() + 11;
+  ASSERT_EQ(jpeg[sampling], 0x11);
+
+  SentBuffer sent(static_cast<std::uint32_t>(jpeg.size()));
+  ASSERT_EQ(pwrite(sent.file.get(), jpeg.data(), jpeg.size(), 0), static_cast<ssize_t>(jpeg.size()));
+  sent.chunk.size = static_cast<std::uint32_t>(jpeg.size());
+  BufferLoans loans;
+  ASSERT_TRUE(loans.add(&sent.buffer));
+  BufferReader reader(0);
+  reader.setFormat({.isJpeg = true, .width = 640, .height = 480});
+  std::atomic<int> changes = 0;
+  const std::jthread camera([&](const std::stop_token& stop) {
+    for (; !stop.stop_requested(); ++changes) {
+      const std::uint8_t value = changes % 2 == 0 ? 0x11 : 0x22;
+      pwrite(sent.file.get(), &value, 1, sampling);
+    }
+  });
+  for (int i = 0; i < 500; ++i) {
+    reader.read(BufferLoans::handleOf(sent.buffer), loans);
+  }
+  EXPECT_GT(changes, 500);
+}
+
 TEST(BufferLoans, ALoanOutlivesItsBufferAndItsStreamAndOnlyBuffersThatAreStillThereAreQueuedAgain) {
   auto loans = std::make_unique<BufferLoans>();
   std::array<SentBuffer, 4> sent{SentBuffer(1), SentBuffer(1), SentBuffer(1), SentBuffer(1)};
@@ -93,7 +157,7 @@ TEST(BufferLoans, ALoanOutlivesItsBufferAndItsStreamAndOnlyBuffersThatAreStillTh
   }
   const auto handle = [&](int index) -> StreamBuffer& { return BufferLoans::handleOf(sent[index].buffer); };
   auto ofRemoved = loans->lend(handle(0));
-  const auto bytes = handle(0).memory->block(0);
+  const auto bytes = handle(0).memory->inPlace(0);
   ASSERT_TRUE(loans->canLend(handle(1)));
   auto ofPresent = loans->lend(handle(1));
   EXPECT_FALSE(loans->canLend(handle(2))) << "the camera needs the last two";
@@ -107,7 +171,7 @@ TEST(BufferLoans, ALoanOutlivesItsBufferAndItsStreamAndOnlyBuffersThatAreStillTh
   EXPECT_THAT(loans->takeReturned(), testing::ElementsAre(&sent[1].buffer));
 
   auto ofClosedStream = loans->lend(handle(2));
-  const auto last = handle(2).memory->block(0);
+  const auto last = handle(2).memory->inPlace(0);
   loans.reset();
   EXPECT_EQ(last[0], 0);
 }

@@ -16,7 +16,7 @@ namespace nivlo {
 /// with it the memory. `queueEntry` and `isLent` are touched on the loop's thread only.
 struct StreamBuffer : std::enable_shared_from_this<StreamBuffer> {
   pw_buffer* queueEntry = nullptr;             ///< null once PipeWire has removed the buffer
-  std::unique_ptr<const BufferMemory> memory;  ///< null when it cannot be mapped
+  std::unique_ptr<const BufferMemory> memory;  ///< null when it cannot be read
   bool isLent = false;                         ///< whether a frame has it, so that it must not be queued
 };
 

@@ -26,22 +26,22 @@ bool isMarkedCorrupt(spa_buffer* buffer) {
   });
 }
 
-// Returns the place of the picture in the buffer's memory, empty when the buffer places it outside that
+// Returns the places of the picture in the buffer's memory, nothing when the buffer places it outside that
 // memory. The sender can still write to the chunk, so each value is read once and only then checked.
-std::vector<DataBlock> blocksOf(const spa_buffer& buffer, const BufferMemory& memory) {
-  std::vector<DataBlock> blocks;
+std::vector<BufferReader::Place> placesIn(const spa_buffer& buffer, const BufferMemory& memory) {
+  std::vector<BufferReader::Place> places;
   for (std::size_t i = 0; i < memory.blockCount(); ++i) {
     const volatile spa_chunk& chunk = *buffer.datas[i].chunk;
-    const std::span<const std::uint8_t> all = memory.block(i);
+    const std::size_t all = memory.sizeOf(i);
     const std::size_t offset = chunk.offset;
     const std::size_t size = chunk.size;
     const int stride = chunk.stride;
-    if (offset > all.size() || size > all.size() - offset || stride < 0) {
+    if (offset > all || size > all - offset || stride < 0) {
       return {};
     }
-    blocks.push_back({all.subspan(offset, size), stride});
+    places.push_back({offset, size, stride});
   }
-  return blocks;
+  return places;
 }
 
 // Senders stamp pictures with CLOCK_MONOTONIC, which is our clock too. A stamp from the future or older than
@@ -65,22 +65,21 @@ BufferReader::Result BufferReader::read(StreamBuffer& buffer, BufferLoans& loans
   if (!buffer.memory || !format_ || isMarkedCorrupt(content)) {
     return {};
   }
-  const std::vector<DataBlock> blocks = blocksOf(*content, *buffer.memory);
-  if (blocks.empty()) {
+  const std::vector<Place> places = placesIn(*content, *buffer.memory);
+  if (places.empty()) {
     return {.defect = "it places a picture outside its buffer"};
   }
   // Cameras send an empty buffer when a picture was lost on the way.
-  if (blocks[0].bytes.empty()) {
+  if (places[0].size == 0) {
     return {};
   }
 
   std::shared_ptr<VideoFrame> frame;
   if (!format_->isJpeg && loans.canLend(buffer)) {
-    frame = lendRaw(buffer, loans, blocks);
+    frame = lendRaw(buffer, loans, places);
   } else {
     buffer.memory->beginReading();
-    frame =
-        format_->isJpeg ? jpeg_.decode(blocks[0].bytes, format_->width, format_->height) : copyRaw(blocks);
+    frame = format_->isJpeg ? decodeJpeg(*buffer.memory, places[0]) : copyRaw(*buffer.memory, places);
     buffer.memory->endReading();
   }
   if (!frame) {
@@ -93,7 +92,12 @@ BufferReader::Result BufferReader::read(StreamBuffer& buffer, BufferLoans& loans
 }
 
 std::shared_ptr<VideoFrame> BufferReader::lendRaw(StreamBuffer& buffer, BufferLoans& loans,
-                                                  const std::vector<DataBlock>& blocks) const {
+                                                  const std::vector<Place>& places) const {
+  std::vector<DataBlock> blocks;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const auto& [offset, size, stride] = places[i];
+    blocks.push_back({buffer.memory->inPlace(i).subspan(offset, size), stride});
+  }
   std::shared_ptr<VideoFrame> frame = describeRaw(blocks);
   if (frame) {
     frame->storage = loans.lend(buffer);
@@ -101,24 +105,44 @@ std::shared_ptr<VideoFrame> BufferReader::lendRaw(StreamBuffer& buffer, BufferLo
   return frame;
 }
 
-std::shared_ptr<VideoFrame> BufferReader::copyRaw(const std::vector<DataBlock>& blocks) {
+std::shared_ptr<VideoFrame> BufferReader::copyRaw(const BufferMemory& memory,
+                                                  const std::vector<Place>& places) {
   std::size_t size = 0;
-  for (const DataBlock& block : blocks) {
-    size += block.bytes.size();
+  for (const Place& place : places) {
+    size += sizeToCopy(place);
   }
-  const std::shared_ptr<std::uint8_t> memory = copies_.borrow(size);
-  std::vector<DataBlock> copied;
-  std::uint8_t* to = memory.get();
-  for (const DataBlock& block : blocks) {
-    std::copy(block.bytes.begin(), block.bytes.end(), to);
-    copied.push_back({{to, block.bytes.size()}, block.stride});
-    to += block.bytes.size();
+  const std::shared_ptr<std::uint8_t> copy = copies_.borrow(size);
+  std::vector<DataBlock> blocks;
+  std::uint8_t* to = copy.get();
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const std::span target(to, sizeToCopy(places[i]));
+    if (!memory.copy(i, places[i].offset, target)) {
+      return nullptr;
+    }
+    blocks.push_back({target, places[i].stride});
+    to += target.size();
   }
-  std::shared_ptr<VideoFrame> frame = describeRaw(copied);
+  std::shared_ptr<VideoFrame> frame = describeRaw(blocks);
   if (frame) {
-    frame->storage = memory;
+    frame->storage = copy;
   }
   return frame;
+}
+
+// Decodes a copy: the camera can write to its memory at any time, and the decoder reads the header twice, so
+// that a change in between would have it write behind the frame.
+std::shared_ptr<VideoFrame> BufferReader::decodeJpeg(const BufferMemory& memory, const Place& place) {
+  compressed_.resize(sizeToCopy(place));
+  return memory.copy(0, place.offset, compressed_)
+             ? jpeg_.decode(compressed_, format_->width, format_->height)
+             : nullptr;
+}
+
+// No camera needs more for a picture, but a hostile one can offer a sparse file of gigabytes.
+std::size_t BufferReader::sizeToCopy(const Place& place) const {
+  constexpr std::size_t kMostPerPixel = 8;
+  constexpr std::size_t kMostBesides = 64 * 1024;
+  return std::min(place.size, kMostPerPixel * format_->width * format_->height + kMostBesides);
 }
 
 std::shared_ptr<VideoFrame> BufferReader::describeRaw(const std::vector<DataBlock>& blocks) const {

@@ -1,6 +1,8 @@
 // Makes frames of the pictures that a camera puts into its buffers.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -23,6 +25,13 @@ class BufferReader {
     const char* defect = nullptr;  ///< for people: what the camera did wrong; null where it is not to blame
   };
 
+  /// Where a picture, or one of its planes, lies in a data block. It has been checked to lie inside.
+  struct Place {
+    std::size_t offset = 0;
+    std::size_t size = 0;
+    int stride = 0;  ///< see DataBlock
+  };
+
   /// `rotation` is the sensor's (see VideoFrame::rotation), for buffers that carry none of their own.
   explicit BufferReader(int rotation);
 
@@ -35,14 +44,17 @@ class BufferReader {
 
  private:
   std::shared_ptr<VideoFrame> lendRaw(StreamBuffer& buffer, BufferLoans& loans,
-                                      const std::vector<DataBlock>& blocks) const;
-  std::shared_ptr<VideoFrame> copyRaw(const std::vector<DataBlock>& blocks);
+                                      const std::vector<Place>& places) const;
+  std::shared_ptr<VideoFrame> copyRaw(const BufferMemory& memory, const std::vector<Place>& places);
+  std::shared_ptr<VideoFrame> decodeJpeg(const BufferMemory& memory, const Place& place);
+  std::size_t sizeToCopy(const Place& place) const;
   std::shared_ptr<VideoFrame> describeRaw(const std::vector<DataBlock>& blocks) const;
   int rotationOf(spa_buffer* buffer) const;
 
   int rotation_;
   std::optional<StreamFormat> format_;
   JpegDecoder jpeg_;
+  std::vector<std::uint8_t> compressed_;
   FramePool copies_;
 };
 

@@ -23,7 +23,8 @@ class JpegDecoder {
 
   /// Decodes a picture of the given size in pixels into an I420 frame, BT.601 in full range as JPEG files
   /// are; rotation and capture time are left for the caller to set. Null when the picture is damaged,
-  /// incomplete, of another size, or coded in a way that cameras do not use.
+  /// incomplete, of another size, or coded in a way that cameras do not use. The bytes must not change
+  /// meanwhile.
   std::shared_ptr<VideoFrame> decode(std::span<const std::uint8_t> jpeg, int width, int height);
 
  private:
