@@ -204,6 +204,16 @@ TEST(JpegDecoder, DecodesWhatCamerasSendAndRejectsWhatIsDamaged) {
   EXPECT_TRUE(test::showsQuadrants(*first)) << "a frame was overwritten by a later one";
 }
 
+TEST(JpegDecoder, ADamagedHeaderCostsOnlyItsOwnPicture) {
+  const std::vector<std::uint8_t> jpeg =
+      test::encodeJpeg(test::quadrantPicture(64, 48), test::JpegChroma::C420);
+  JpegDecoder decoder;
+  for (std::size_t length = 0; length < jpeg.size(); ++length) {
+    EXPECT_FALSE(decoder.decode(std::span(jpeg).first(length), 64, 48));
+    ASSERT_TRUE(decoder.decode(jpeg, 64, 48)) << "after one that was cut to " << length << " bytes";
+  }
+}
+
 TEST(CameraNode, GuessesTheSideFromWholeWordsWhereLibcameraDoesNotStateIt) {
   const auto sideOf = [](const std::string& name, const std::string& description, const char* location) {
     return describeCamera(1,

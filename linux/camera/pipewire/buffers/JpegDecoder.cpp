@@ -25,6 +25,8 @@ std::shared_ptr<VideoFrame> JpegDecoder::decode(std::span<const std::uint8_t> jp
   const std::array<Plane, 3> planes{Plane{memory.get(), stride}, Plane{memory.get() + lumaSize, stride / 2},
                                     Plane{memory.get() + lumaSize + lumaSize / 4, stride / 2}};
   if (!decodePlanes(jpeg, planes, width, height)) {
+    // After an error in a header, the library goes on in the middle of that header with the next picture.
+    decompressor_.reset(tjInitDecompress());
     return nullptr;
   }
 
