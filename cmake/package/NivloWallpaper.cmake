@@ -36,7 +36,8 @@ function(nivlo_add_wallpaper target)
   add_library(${target} MODULE ${wallpaper_SOURCES})
   target_link_libraries(${target} PRIVATE nivlo::platform)
   # The program that opens the bundle has loaded what it links already; no path of this machine belongs in it.
-  set_target_properties(${target} PROPERTIES PREFIX "" SUFFIX .so LIBRARY_OUTPUT_DIRECTORY ${bundle} INSTALL_RPATH "")
+  set_target_properties(${target} PROPERTIES PREFIX "" SUFFIX .so LIBRARY_OUTPUT_DIRECTORY ${bundle} INSTALL_RPATH ""
+    BUILD_WITH_INSTALL_RPATH ON)
   configure_file(${NIVLO_INFO_TEMPLATE} ${bundle}/Info.plist @ONLY)
   foreach(resource ${wallpaper_RESOURCES})
     cmake_path(GET resource FILENAME name)

@@ -31,6 +31,7 @@ show() {
 }
 
 cmake --install "$build" --prefix "$prefix" >"$work/install.log" || { cat "$work/install.log"; fail "installing Nivlo"; }
+find "$prefix" -type f -exec python3 "$source/cmake/check_run_paths.py" {} + || fail "libraries of the current folder would be loaded"
 
 echo "With CMake"
 cp -r "$source/examples/tide" "$work/tide"

@@ -139,7 +139,9 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
 
 }  // namespace
 
-std::filesystem::path readerProgram() { return programFile("nivlo-reader", "../libexec/nivlo/nivlo-reader"); }
+std::filesystem::path readerProgram() {
+  return (programFolder() / "../libexec/nivlo/nivlo-reader").lexically_normal();
+}
 
 std::unique_ptr<CodeReaderDriver> makeProcessCodeReaderDriver(std::chrono::milliseconds deadline,
                                                               std::filesystem::path program) {

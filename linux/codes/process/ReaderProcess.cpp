@@ -75,11 +75,13 @@ std::pair<Descriptor, Descriptor> makeSockets() {
 }
 
 /// Leaves the child no descriptors but its own two and the standard ones, which lead to /dev/null. Sanitizers
-/// report on standard error, so there it stays open.
+/// report on standard error, so there it stays open. The child starts in "/", so that nothing in the folder
+/// where the program was started can be loaded into it.
 class FileActions {
  public:
   FileActions(int socket, int picture) {
     posix_spawn_file_actions_init(&actions_);
+    posix_spawn_file_actions_addchdir_np(&actions_, "/");
     posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
     posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
     if (!kSanitized) {

@@ -124,6 +124,16 @@ TEST_F(ProcessCodeReaderTest, AProcessThatIsKilledOrStoppedIsRestartedAndLeaksNo
   EXPECT_EQ(readerPid(), 0);
 }
 
+TEST_F(ProcessCodeReaderTest, TheCurrentFolderHasNoPartInStartingTheProcess) {
+  const auto program = directory_.path() / "reader", place = directory_.path() / "place";
+  std::ofstream(program) << "#!/bin/sh\npwd > " << place.string() << '\n';
+  fs::permissions(program, fs::perms::owner_all);
+  makeProcessCodeReaderDriver(kPatience, program)->makeReader()->look(code_);
+  std::string folder;
+  std::ifstream(place) >> folder;
+  EXPECT_EQ(folder, "/");
+}
+
 TEST_F(ProcessCodeReaderTest, PicturesOfAbsurdSizesAreRefusedBeforeAProcessIsStarted) {
   const auto reader = makeProcessCodeReaderDriver()->makeReader();
   const int sizes[][3] = {
