@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/surfaces/windows/SessionWindows.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -67,6 +69,7 @@ void WaylandDesktop::show(LaidOutView view) {
                             handlers_.awaits(awaited());
                           },
                       .lost = handlers_.lost});
+  places_.emplace(windowsOfSession(), [this] { updateVisible(); });
 }
 
 zwlr_layer_shell_v1_layer WaylandDesktop::layer() const {
@@ -105,10 +108,16 @@ void WaylandDesktop::updateVisible() {
   }
 }
 
+/// The states of windows say less than their places, which not every compositor tells.
+Cover WaylandDesktop::coverOf(const WaylandOutput& output) const {
+  const auto cover = places_ ? places_->coverOf(output.name()) : Cover::Unknown;
+  return cover != Cover::Unknown ? cover : toplevels_.coverOf(output.handle());
+}
+
 /// Starvation means that the background cannot be seen, but not why. If the policy lets some windows cover it
 /// without counting as hidden, starvation counts only where no such window can be the reason.
 bool WaylandDesktop::isHidden(const LayerBackground& background) const {
-  const auto cover = toplevels_.coverOf(background.output().handle());
+  const auto cover = coverOf(background.output());
   const bool starved = background.isStarved();
   switch (options_.pause) {
     case PausePolicy::Covered:

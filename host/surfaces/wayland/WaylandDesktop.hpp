@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "host/surfaces/wayland/WaylandLayer.hpp"
 #include "host/surfaces/wayland/WaylandPainter.hpp"
 #include "host/surfaces/wayland/WaylandToplevels.hpp"
+#include "host/surfaces/windows/WindowPlaces.hpp"
 
 namespace nivlo {
 
@@ -36,6 +38,7 @@ class WaylandDesktop : public Surface {
   bool isWanted(const WaylandOutput& output) const;
   void followOutputs();
   void updateVisible();
+  Cover coverOf(const WaylandOutput& output) const;
   bool isHidden(const LayerBackground& background) const;
 
   SurfaceOptions options_;
@@ -43,6 +46,7 @@ class WaylandDesktop : public Surface {
   std::unique_ptr<WaylandConnection> connection_;
   WaylandPainter painter_;
   WaylandToplevels toplevels_;
+  std::optional<WindowPlaces> places_;
   WaylandLayer layer_;
   std::vector<std::unique_ptr<LayerBackground>> backgrounds_;
   AwaitedOutput awaited_;

@@ -6,17 +6,9 @@
 #include <vector>
 
 #include "host/surfaces/wayland/WaylandHandles.hpp"
+#include "host/surfaces/windows/DesktopWindows.hpp"
 
 namespace nivlo {
-
-/// The kind of window that covers an output's wallpaper.
-enum class Cover {
-  Unknown,     ///< the compositor does not tell
-  Nothing,     ///< no window at all
-  Windows,     ///< windows that, judging by their states, leave some of it free
-  Maximized,   ///< a maximised window
-  Fullscreen,  ///< a fullscreen window
-};
 
 /// Follows every window through the compositor's window list. The list knows neither workspaces nor stacking
 /// order. An output therefore counts as covered by the window that was active there last, or by the one that

@@ -17,7 +17,7 @@ constexpr std::chrono::milliseconds kMapRetryDelay{500};
 
 /// With no background of its own, the window keeps what it shows until that is drawn over, so that it does
 /// not flash black where other windows move across it.
-X11Canvas::X11Canvas(X11Connection& connection, const X11Rect& place, Kind kind)
+X11Canvas::X11Canvas(X11Connection& connection, const ScreenRect& place, Kind kind)
     : connection_(connection),
       kind_(kind),
       place_(place),
@@ -58,7 +58,7 @@ void X11Canvas::map() {
   mapping_ = EventSource::onTimeout(kMapRetryDelay, [this] { map(); });
 }
 
-void X11Canvas::move(const X11Rect& place) {
+void X11Canvas::move(const ScreenRect& place) {
   place_ = place;
   const std::array<std::uint32_t, 4> values{
       static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y),

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "host/render/LayerRenderer.hpp"
+#include "host/surfaces/ScreenRect.hpp"
 #include "host/surfaces/x11/X11Picture.hpp"
-#include "host/surfaces/x11/X11Rect.hpp"
 
 namespace nivlo {
 
@@ -19,18 +19,18 @@ class X11Canvas {
   };
 
   /// Creates the window, which is not mapped yet. The connection must outlive the canvas.
-  X11Canvas(X11Connection& connection, const X11Rect& place, Kind kind);
+  X11Canvas(X11Connection& connection, const ScreenRect& place, Kind kind);
   ~X11Canvas();
   X11Canvas(const X11Canvas&) = delete;
   X11Canvas& operator=(const X11Canvas&) = delete;
 
   xcb_window_t window() const { return window_; }
   /// The place where the window was last put; a window manager may have moved it since.
-  const X11Rect& place() const { return place_; }
+  const ScreenRect& place() const { return place_; }
   /// Maps the window, asking again until it is done: a window manager that is just starting may miss a
   /// request.
   void map();
-  void move(const X11Rect& place);
+  void move(const ScreenRect& place);
 
   bool isMapped() const { return mapped_; }
   /// Returns whether other windows cover all of it. Under a compositing manager the server never reports
@@ -55,7 +55,7 @@ class X11Canvas {
 
   X11Connection& connection_;
   Kind kind_;
-  X11Rect place_;
+  ScreenRect place_;
   int width_;   ///< pixels, as the server last reported
   int height_;  ///< pixels
   xcb_window_t window_;

@@ -20,9 +20,6 @@ constexpr auto kType = "_NET_WM_WINDOW_TYPE";
 constexpr auto kFrame = "_NET_FRAME_EXTENTS";
 constexpr auto kShadow = "_GTK_FRAME_EXTENTS";
 
-/// Below this share, what remains visible is gaps between windows.
-constexpr double kSmallestVisibleShare = 0.05;
-
 std::uint32_t firstValue(const std::vector<std::uint32_t>& values, std::uint32_t otherwise) {
   return values.empty() ? otherwise : values[0];
 }
@@ -185,11 +182,11 @@ bool X11Clients::hides(const Client& client) const {
   return isHere && !showingDesktop_ && client.mapped && !client.minimized && !client.isDesktop;
 }
 
-bool X11Clients::cover(const X11Rect& area, PausePolicy policy) const {
+bool X11Clients::cover(const ScreenRect& area, PausePolicy policy) const {
   if (policy == PausePolicy::Never) {
     return false;
   }
-  std::vector<X11Rect> places;
+  std::vector<ScreenRect> places;
   for (const auto& [window, client] : clients_) {
     if (!hides(client)) {
       continue;
@@ -200,10 +197,10 @@ bool X11Clients::cover(const X11Rect& area, PausePolicy policy) const {
     }
     places.push_back(client.place);
   }
-  return policy == PausePolicy::Covered && uncoveredShare(area, places) < kSmallestVisibleShare;
+  return policy == PausePolicy::Covered && hideNearlyAll(places, area);
 }
 
-std::vector<xcb_window_t> X11Clients::desktopsUnder(const std::vector<X11Rect>& areas) const {
+std::vector<xcb_window_t> X11Clients::desktopsUnder(const std::vector<ScreenRect>& areas) const {
   std::vector<xcb_window_t> found;
   for (const auto& entry : clients_) {
     const Client& client = entry.second;

@@ -6,9 +6,9 @@
 #include <map>
 #include <vector>
 
+#include "host/surfaces/ScreenRect.hpp"
 #include "host/surfaces/Surface.hpp"
 #include "host/surfaces/x11/X11Connection.hpp"
-#include "host/surfaces/x11/X11Rect.hpp"
 
 namespace nivlo {
 
@@ -31,10 +31,10 @@ class X11Clients {
 
   /// Returns whether the windows above the desktop hide the area under this policy: a fullscreen or maximised
   /// one that covers most of it, or all of them together so much that less than 5 % of it can be seen.
-  bool cover(const X11Rect& area, PausePolicy policy) const;
+  bool cover(const ScreenRect& area, PausePolicy policy) const;
   /// The desktop windows that cover most of one of the areas, as children of the root window: their frames if
   /// the window manager has framed them. Smaller windows of that type are ornaments.
-  std::vector<xcb_window_t> desktopsUnder(const std::vector<X11Rect>& areas) const;
+  std::vector<xcb_window_t> desktopsUnder(const std::vector<ScreenRect>& areas) const;
 
  private:
   /// Margins of a window in pixels: left, right, top and bottom.
@@ -48,7 +48,7 @@ class X11Clients {
     bool mapped = false;
     std::uint32_t desktop = 0;
     Margins margins{};  ///< around the window itself; negative for a shadow that it draws inside
-    X11Rect place;
+    ScreenRect place;
     xcb_window_t top = XCB_NONE;  ///< the child of the root window; known of desktop windows only
     bool stale = true;
     bool moved = true;

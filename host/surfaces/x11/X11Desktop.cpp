@@ -19,7 +19,7 @@ namespace {
 constexpr std::uint32_t kNeverBypass = 2;
 
 /// Monitors that mirror each other share one window.
-bool contain(const std::vector<X11Monitor>& monitors, const X11Rect& place) {
+bool contain(const std::vector<X11Monitor>& monitors, const ScreenRect& place) {
   return std::any_of(monitors.begin(), monitors.end(),
                      [&](const auto& monitor) { return monitor.place == place; });
 }
@@ -51,8 +51,8 @@ X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection, const SurfaceO
 /// While all monitors are off, the wallpaper is laid out for the whole screen and waits for one to come on.
 CGSize X11Desktop::size() const {
   const auto& screen = connection().screen();
-  const auto place =
-      monitors_.empty() ? X11Rect{0, 0, screen.width_in_pixels, screen.height_in_pixels} : monitors_[0].place;
+  const auto place = monitors_.empty() ? ScreenRect{0, 0, screen.width_in_pixels, screen.height_in_pixels}
+                                       : monitors_[0].place;
   return {static_cast<double>(place.width), static_cast<double>(place.height)};
 }
 
@@ -111,7 +111,7 @@ void X11Desktop::arrange(bool monitorsChanged) {
 
 /// Returns whether they have changed.
 bool X11Desktop::findDesktopsBelow() {
-  std::vector<X11Rect> places;
+  std::vector<ScreenRect> places;
   for (const auto& monitor : monitors_) {
     places.push_back(monitor.place);
   }
@@ -155,7 +155,7 @@ void X11Desktop::placeCanvases() {
   }
 }
 
-std::unique_ptr<X11Canvas> X11Desktop::makeCanvas(const X11Rect& place) {
+std::unique_ptr<X11Canvas> X11Desktop::makeCanvas(const ScreenRect& place) {
   auto kind = windowManager_.knowsDesktopWindows() ? X11Canvas::Kind::Managed : X11Canvas::Kind::Lowest;
   if (!desktopsBelow_.empty()) {
     kind = X11Canvas::Kind::Stacked;
@@ -178,7 +178,7 @@ void X11Desktop::findCovered() {
   }
 }
 
-void X11Desktop::setHints(xcb_window_t window, const X11Rect& place) {
+void X11Desktop::setHints(xcb_window_t window, const ScreenRect& place) {
   auto& server = connection();
   server.setValues(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
                    {server.atom("_NET_WM_WINDOW_TYPE_DESKTOP")});

@@ -48,8 +48,8 @@ class X11Desktop : public X11Surface {
   void receiveRootEvents();
   void placeCanvases();
   void findCovered();
-  std::unique_ptr<X11Canvas> makeCanvas(const X11Rect& place);
-  void setHints(xcb_window_t window, const X11Rect& place);
+  std::unique_ptr<X11Canvas> makeCanvas(const ScreenRect& place);
+  void setHints(xcb_window_t window, const ScreenRect& place);
 
   std::string output_;
   X11WindowManager windowManager_;

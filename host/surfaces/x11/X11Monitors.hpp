@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "host/surfaces/ScreenRect.hpp"
 #include "host/surfaces/x11/X11Connection.hpp"
-#include "host/surfaces/x11/X11Rect.hpp"
 
 namespace nivlo {
 
 struct X11Monitor {
   std::string name;  ///< the name of its output, for example "eDP-1"
-  X11Rect place;
+  ScreenRect place;
 };
 
 /// Lists the monitors through RandR 1.5. Main thread only.

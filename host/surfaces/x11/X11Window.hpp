@@ -27,7 +27,7 @@ class X11Window : public X11Surface {
   void settle() override;
   bool isCovered(const X11Canvas& canvas) const override;
 
-  X11Rect place_;
+  ScreenRect place_;
   bool stateChanged_ = false;
   bool minimized_ = false;
 };

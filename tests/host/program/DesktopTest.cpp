@@ -126,6 +126,37 @@ TEST_F(DesktopTest, TheCameraIsClosedWhileNoOutputShowsTheWallpaper) {
   EXPECT_TRUE(back.waitForPaused());
 }
 
+TEST_F(DesktopTest, TiledWindowsThatLeaveNextToNothingFreeCloseTheCameraAndOthersDoNot) {
+  constexpr std::chrono::milliseconds kNotSoon{2500};
+  for (const std::string command : {"border normal", "floating enable", "resize set 300 400"}) {
+    sway_->message("for_window [title=foreign] " + command);
+  }
+  VirtualCamera back(environment(), camera("back", {}));
+  Nivlo program({"--preset", "3", "--output", "HEADLESS-2"}, environment());
+  ASSERT_TRUE(back.waitForStreaming());
+  cover("HEADLESS-2");
+  cover("HEADLESS-2");
+  EXPECT_FALSE(back.waitForPaused(kNotSoon)) << "small floating windows hide a quarter each";
+  sway_->message("[title=foreign] floating disable");
+  sway_->message("layout splitv");
+  EXPECT_TRUE(back.waitForPaused()) << "two tiled windows, of which 6 % are title bars";
+  sway_->message("gaps inner all set 60");
+  EXPECT_TRUE(back.waitForStreaming()) << "the gaps are a third of the output";
+  sway_->message("gaps inner all set 0");
+  EXPECT_TRUE(back.waitForPaused());
+  sway_->message("workspace 7");
+  EXPECT_TRUE(back.waitForStreaming()) << "an empty workspace";
+  sway_->message("workspace back_and_forth");
+  sway_->message("layout stacking");
+  EXPECT_TRUE(back.waitForPaused());
+  EXPECT_FALSE(back.waitForStreaming(kNotSoon)) << "6 % are titles of stacked windows";
+  sway_->message("move scratchpad");
+  sway_->message("[title=foreign] move scratchpad");
+  EXPECT_TRUE(back.waitForStreaming()) << "nothing is shown of the scratchpad";
+  EXPECT_THAT(program.terminate(), Eq(0)) << program.output();
+  EXPECT_THAT(program.output(), Not(HasSubstr("does not tell where")));
+}
+
 TEST_F(DesktopTest, AnOutputThatIsNotThereIsWaitedForWithTheCameraClosed) {
   VirtualCamera back(environment(), camera("back", {}));
   Nivlo program({"--preset", "3", "--output", "HEADLESS-3"}, environment());

@@ -1,4 +1,4 @@
-#include "host/surfaces/x11/X11Rect.hpp"
+#include "host/surfaces/ScreenRect.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,9 +8,11 @@ namespace nivlo {
 
 namespace {
 
+constexpr double kSmallestVisibleShare = 0.05;
+
 /// Returns the length of the line from `begin` to `end` that the rectangles cover. They must be sorted by
 /// their left sides.
-int coveredLength(const std::vector<X11Rect>& rects, int y, int begin, int end) {
+int coveredLength(const std::vector<ScreenRect>& rects, int y, int begin, int end) {
   int covered = 0;
   for (const auto& rect : rects) {
     if (y < rect.y || y >= rect.y + rect.height) {
@@ -28,10 +30,10 @@ int coveredLength(const std::vector<X11Rect>& rects, int y, int begin, int end) 
 
 }  // namespace
 
-bool coversMost(const X11Rect& rect, const X11Rect& area) { return uncoveredShare(area, {rect}) < 0.5; }
+bool coversMost(const ScreenRect& rect, const ScreenRect& area) { return uncoveredShare(area, {rect}) < 0.5; }
 
 /// Between two neighbouring upper or lower edges, all lines are covered alike, so that one stands for them.
-double uncoveredShare(const X11Rect& area, const std::vector<X11Rect>& rects) {
+double uncoveredShare(const ScreenRect& area, const std::vector<ScreenRect>& rects) {
   const int bottom = area.y + area.height;
   std::vector<int> edges{area.y, bottom};
   for (const auto& rect : rects) {
@@ -47,6 +49,10 @@ double uncoveredShare(const X11Rect& area, const std::vector<X11Rect>& rects) {
     covered += height * coveredLength(sorted, edges[i - 1], area.x, area.x + area.width);
   }
   return 1 - static_cast<double>(covered) / (static_cast<double>(area.width) * area.height);
+}
+
+bool hideNearlyAll(const std::vector<ScreenRect>& rects, const ScreenRect& area) {
+  return uncoveredShare(area, rects) < kSmallestVisibleShare;
 }
 
 }  // namespace nivlo

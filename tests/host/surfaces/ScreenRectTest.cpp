@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "host/surfaces/x11/X11Rect.hpp"
+#include "host/surfaces/ScreenRect.hpp"
 
 namespace nivlo::test {
 
@@ -10,9 +10,9 @@ namespace {
 
 using testing::DoubleNear;
 
-TEST(X11RectTest, TheUncoveredShareCountsOverlappingRectanglesOnce) {
-  const X11Rect monitor{1000, 0, 400, 200};
-  const auto share = [&](const std::vector<X11Rect>& rects) { return uncoveredShare(monitor, rects); };
+TEST(ScreenRectTest, TheUncoveredShareCountsOverlappingRectanglesOnce) {
+  const ScreenRect monitor{1000, 0, 400, 200};
+  const auto share = [&](const std::vector<ScreenRect>& rects) { return uncoveredShare(monitor, rects); };
   const auto isShare = [](double expected) { return DoubleNear(expected, 1e-9); };
   EXPECT_THAT(share({}), isShare(1));
   EXPECT_THAT(share({{0, 0, 1000, 200}, {1400, 0, 9, 200}, {1000, -50, 400, 50}}), isShare(1)) << "beside it";
