@@ -64,16 +64,12 @@ void LayerBackground::configured(std::uint32_t serial, int width, int height) {
   painter_.repaint(*canvas_);
 }
 
+/// KWin 5.27 obeys a change of a surface's layer only when something else restacks its windows, and a click
+/// on Plasma's desktop is not that, so a new surface takes the old one's place.
 void LayerBackground::setLayer(zwlr_layer_shell_v1_layer layer) {
   layer_ = layer;
-  if (zwlr_layer_surface_v1_get_version(layerSurface_.get()) >=
-      ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION) {
-    zwlr_layer_surface_v1_set_layer(layerSurface_.get(), layer);
-    wl_surface_commit(canvas_->surface());
-  } else {
-    close();
-    open();
-  }
+  close();
+  open();
 }
 
 void LayerBackground::outputChanged() {
