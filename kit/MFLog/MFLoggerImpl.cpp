@@ -178,11 +178,17 @@ void MFLoggerImpl::reportingFailure(const std::function<void()>& operation) {
   }
 }
 
+/// The log tells what somebody does with the camera, so others must not read it.
 void MFLoggerImpl::createFileWhereAbsent() {
+  using std::filesystem::perms;
   std::error_code ignored;
-  std::filesystem::create_directories(logFileDirectory_, ignored);
+  std::filesystem::create_directories(logFileDirectory_.parent_path(), ignored);
+  if (std::filesystem::create_directory(logFileDirectory_, ignored)) {
+    std::filesystem::permissions(logFileDirectory_, perms::owner_all, ignored);
+  }
   if (!std::filesystem::exists(logFilePath_, ignored)) {
-    std::ofstream(logFilePath_, std::ios::binary);
+    std::ofstream(logFilePath_, std::ios::binary | std::ios::app);
+    std::filesystem::permissions(logFilePath_, perms::owner_read | perms::owner_write, ignored);
   }
 }
 
@@ -231,8 +237,8 @@ void MFLoggerImpl::rollFile() {
   removeBackLogFile();
   std::filesystem::rename(logFilePath_, logFileDirectory_ / "log.txt.bak", ignored);
   // When it could not be renamed, it is emptied, so that the log does not grow without bound.
-  std::ofstream emptied(logFilePath_, std::ios::binary | std::ios::trunc);
-  emptied.close();
+  std::filesystem::resize_file(logFilePath_, 0, ignored);
+  createFileWhereAbsent();
   openFile();
 }
 

@@ -28,7 +28,8 @@ namespace nivlo {
 /// for the part of it that fitted on a full disk; the next write tries again. While the file cannot be
 /// opened, lines only go to the system log, and a write tries to open it at most once a second. When the file
 /// was deleted, the next line creates a new one; when it was replaced, the next line goes to its replacement,
-/// or the line after that if both have the same length. Several processes may use one directory.
+/// or the line after that if both have the same length. Several processes may use one directory. A new
+/// directory and a new file are for their owner only.
 ///
 /// Callable from any thread. Failures are reported to the log sink while the file is locked, so a sink must
 /// not wait for a thread that logs here.

@@ -64,6 +64,19 @@ TEST_F(LogFile, IsRolledTooEarlyOrTooLate) {
   EXPECT_EQ(text("log.txt.bak").size(), kThreshold);
 }
 
+TEST_F(LogFile, IsReadableForOthers) {
+  using std::filesystem::perms;
+  const auto permissionsOf = [](const std::filesystem::path& path) {
+    return std::filesystem::status(path).permissions();
+  };
+  const auto logger = MFLoggerImpl::init(logs);
+  EXPECT_EQ(permissionsOf(logs), perms::owner_all);
+  EXPECT_EQ(permissionsOf(logs / "log.txt"), perms::owner_read | perms::owner_write);
+  logger->writeMessage(std::string(kThreshold, 'x'), 4);
+  logger->writeMessage("rolls", 4);
+  EXPECT_EQ(permissionsOf(logs / "log.txt"), perms::owner_read | perms::owner_write);
+}
+
 TEST_F(LogFile, ChangesItsMonthWithoutANotification) {
   std::time_t now = localTime(3, 31, 23);
   const auto logger = MFLoggerImpl::init(logs, [&now] { return now; });
