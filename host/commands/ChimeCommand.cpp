@@ -7,6 +7,7 @@
 #include "host/commands/SharedOptions.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/loop/MainLoop.hpp"
+#include "host/text/VisibleText.hpp"
 #include "linux/sound/GStreamerSound.hpp"
 #include "platform/AudioToolbox/AudioServices.hpp"
 #include "platform/Foundation/NSURL.hpp"
@@ -56,7 +57,7 @@ int ChimeCommand::run() const {
   MainLoop::drain();
   installDrivers({});
   if (!error.empty()) {
-    std::cerr << "nivlo: " << error << '\n';
+    std::cerr << "nivlo: " << visibleText(error) << '\n';
   }
   return error.empty() ? 0 : 1;
 }

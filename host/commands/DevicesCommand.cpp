@@ -44,7 +44,7 @@ int DevicesCommand::run() const {
   std::string error;
   const auto cameras = makeSelectedCameras(sources_, &error);
   if (!cameras) {
-    std::cerr << "nivlo: " << error << '\n';
+    std::cerr << "nivlo: " << visibleText(error) << '\n';
     return 1;
   }
   const auto found = cameras->cameras();

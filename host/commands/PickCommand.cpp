@@ -13,6 +13,7 @@
 #include "host/log/ConsoleLog.hpp"
 #include "host/loop/MainLoop.hpp"
 #include "host/pick/PickWindow.hpp"
+#include "host/text/VisibleText.hpp"
 #include "linux/desktop/LinuxDeviceIdentity.hpp"
 #include "platform/Foundation/NSLog.hpp"
 #include "platform/drivers/Drivers.hpp"
@@ -66,7 +67,7 @@ int PickCommand::run() const {
     wallpapers.push_back(std::move(bundle));
   }
   if (wallpapers.empty()) {
-    std::cerr << "nivlo: " << error << '\n';
+    std::cerr << "nivlo: " << visibleText(error) << '\n';
     return 1;
   }
   return pickWallpaper(wallpapers, shownWallpaper(), chooseWallpaper);

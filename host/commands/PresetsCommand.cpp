@@ -10,6 +10,7 @@
 
 #include "host/bundle/BundleLoader.hpp"
 #include "host/commands/SharedOptions.hpp"
+#include "host/text/VisibleText.hpp"
 
 namespace nivlo {
 
@@ -43,7 +44,7 @@ int PresetsCommand::run() const {
   std::string error;
   const auto bundle = openWallpaperBundle(bundle_, &error);
   if (!bundle) {
-    std::cerr << "nivlo: " << error << '\n';
+    std::cerr << "nivlo: " << visibleText(error) << '\n';
     return 1;
   }
   if (json_) {

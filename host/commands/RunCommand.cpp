@@ -11,6 +11,7 @@
 #include "host/log/ProgramLog.hpp"
 #include "host/render/FramePace.hpp"
 #include "host/show/ScanPermit.hpp"
+#include "host/text/VisibleText.hpp"
 #include "kit/MFLog/MFLog.hpp"
 #include "platform/drivers/Drivers.hpp"
 
@@ -52,7 +53,7 @@ int RunCommand::run() const {
     MFNotice("stopped with status %d", status);
   }
   if (!error.empty()) {
-    std::cerr << "nivlo: " << error << '\n';
+    std::cerr << "nivlo: " << visibleText(error) << '\n';
   }
   // Tasks that the wallpaper left on the main queue keep it alive, and it must go before the drivers do.
   MainLoop::drain();

@@ -7,6 +7,7 @@
 
 #include "host/render/LayerRenderer.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
+#include "host/text/VisibleText.hpp"
 #include "kit/MFLog/MFLog.hpp"
 #include "linux/camera/ImageFile.hpp"
 #include "linux/desktop/clock/ClockMonitor.hpp"
@@ -95,7 +96,7 @@ SurfaceHandlers WallpaperRun::handlers() {
 /// A wallpaper chooses its camera when it is built.
 void WallpaperRun::useNewCameras() {
   if (const auto error = show_->rebuild(); !error.empty()) {
-    MFWarning("the new camera is not shown: %@", error);
+    MFWarning("the new camera is not shown: %@", visibleText(error));
   }
 }
 
@@ -134,13 +135,13 @@ void WallpaperRun::writeSnapshot() {
   if (error.empty()) {
     std::cout << "picture: " << options_.snapshot->string() << std::endl;
   } else {
-    std::cerr << "nivlo: " << error << '\n';
+    std::cerr << "nivlo: " << visibleText(error) << '\n';
     status_ = 1;
   }
 }
 
 void WallpaperRun::fail(const std::string& cause) {
-  std::cerr << "nivlo: " << cause << '\n';
+  std::cerr << "nivlo: " << visibleText(cause) << '\n';
   status_ = 1;
   loop_.quit();
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/text/VisibleText.hpp"
 #include "kit/MFLog/MFLog.hpp"
 
 namespace nivlo {
@@ -13,11 +14,11 @@ class LoggedAlerts : public AlertPresenter {
   explicit LoggedAlerts(std::unique_ptr<AlertPresenter> alerts) : alerts_(std::move(alerts)) {}
 
   void present(AlertContent content, AlertCallbacks callbacks) override {
-    MFInfo("dialog shown: %@", content.title);
+    MFInfo("dialog shown: %@", visibleText(content.title));
     auto tapped = std::move(callbacks.tapped);
     auto cancelled = std::move(callbacks.cancelled);
     callbacks.tapped = [tapped, buttons = content.buttons](long index) {
-      MFInfo("dialog answered: %@", buttons.at(static_cast<std::size_t>(index)));
+      MFInfo("dialog answered: %@", visibleText(buttons.at(static_cast<std::size_t>(index))));
       tapped(index);
     };
     callbacks.cancelled = [cancelled] {

@@ -1,5 +1,8 @@
 #include "host/log/ProgramLog.hpp"
 
+#include <string>
+
+#include "host/text/VisibleText.hpp"
 #include "kit/MFLog/MFLog.hpp"
 #include "platform/Foundation/NSBundle.hpp"
 
@@ -10,21 +13,23 @@ void nameProgramInLog() {
 }
 
 void logCameraEvent(CameraEvent event, const CameraInfo& camera) {
+  // Other programs choose the names of nodes, and anybody those of files.
+  const std::string id = visibleText(camera.uniqueID);
   switch (event) {
     case CameraEvent::Opened:
-      MFInfo("camera %@ opened", camera.uniqueID);
+      MFInfo("camera %@ opened", id);
       break;
     case CameraEvent::Refused:
-      MFWarning("camera %@ cannot be opened", camera.uniqueID);
+      MFWarning("camera %@ cannot be opened", id);
       break;
     case CameraEvent::Silent:
-      MFNotice("camera %@ lost: it sends no pictures", camera.uniqueID);
+      MFNotice("camera %@ lost: it sends no pictures", id);
       break;
     case CameraEvent::Resumed:
-      MFNotice("camera %@ is back", camera.uniqueID);
+      MFNotice("camera %@ is back", id);
       break;
     case CameraEvent::Closed:
-      MFInfo("camera %@ closed", camera.uniqueID);
+      MFInfo("camera %@ closed", id);
       break;
   }
 }

@@ -1,8 +1,10 @@
 #include "host/control/client/ControlClient.hpp"
 
+#include <string_view>
 #include <thread>
 
 #include "host/control/ControlInterface.hpp"
+#include "host/text/VisibleText.hpp"
 #include "linux/desktop/bus/BusLink.hpp"
 
 namespace nivlo {
@@ -11,6 +13,11 @@ namespace {
 
 constexpr std::chrono::milliseconds kTimeout{5000};
 constexpr std::chrono::milliseconds kPollInterval{20};
+
+/// Another program can own the name, so replies are trusted no more than their types.
+const GVariantType* replyOf(std::string_view method) {
+  return method == "GetStatus" ? G_VARIANT_TYPE("(a{sv})") : G_VARIANT_TYPE_UNIT;
+}
 
 }  // namespace
 
@@ -51,7 +58,7 @@ ControlClient::Answer ControlClient::call(const char* method, GVariant* argument
   }
   GError* raw = nullptr;
   Owned<GVariant, g_variant_unref> values(g_dbus_connection_call_sync(
-      connection_.get(), kControlName, kControlPath, kControlInterface, method, owned.get(), nullptr,
+      connection_.get(), kControlName, kControlPath, kControlInterface, method, owned.get(), replyOf(method),
       G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(kTimeout.count()), nullptr, &raw));
   const Owned<GError, g_error_free> error(raw);
   if (values) {
@@ -62,7 +69,7 @@ ControlClient::Answer ControlClient::call(const char* method, GVariant* argument
     return {Outcome::NotRunning, nullptr, "Nivlo is not running in this session; start it with 'nivlo'"};
   }
   g_dbus_error_strip_remote_error(error.get());
-  return {Outcome::Refused, nullptr, error->message};
+  return {Outcome::Refused, nullptr, visibleText(error->message)};
 }
 
 bool ControlClient::waitUntilGone(std::chrono::seconds timeout) const {

@@ -20,8 +20,8 @@ class ControlClient {
   enum class Outcome { Done, Refused, NotRunning };
   struct Answer {
     Outcome outcome = Outcome::Done;
-    Owned<GVariant, g_variant_unref> values;  ///< a tuple; null unless Done
-    std::string error;                        ///< a sentence for users; empty if Done
+    Owned<GVariant, g_variant_unref> values;  ///< a tuple of the method's type; null unless Done
+    std::string error;  ///< a sentence for users, safe to print in a terminal; empty if Done
 
     /// Returns an integer from the answer to GetStatus; 0 if it is absent.
     int number(const char* key) const;

@@ -6,6 +6,7 @@
 #include <fmt/ranges.h>
 
 #include "host/control/client/ControlClient.hpp"
+#include "host/text/VisibleText.hpp"
 
 namespace nivlo {
 
@@ -33,7 +34,7 @@ GVariant* changesFor(const std::filesystem::path& bundle, const ShowOptions& cha
 std::string inWords(const std::string& wallpaper, const ShowOptions& changes) {
   std::vector<std::string> parts;
   if (!wallpaper.empty()) {
-    parts.push_back(fmt::format("shows {}", wallpaper));
+    parts.push_back(fmt::format("shows {}", visibleText(wallpaper)));
   }
   if (changes.preset) {
     parts.push_back(fmt::format("shows preset {}", *changes.preset));

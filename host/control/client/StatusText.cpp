@@ -44,25 +44,43 @@ Json asJson(GVariant* value) {
                                                             : Json();
 }
 
+// A value that is absent, or of another type than it should have, counts as the given one, "" or 0.
+
+bool flag(const Json& values, const char* key, bool otherwise) {
+  const auto found = values.find(key);
+  return found != values.end() && found->is_boolean() ? found->get<bool>() : otherwise;
+}
+
+std::string text(const Json& values, const char* key) {
+  const auto found = values.find(key);
+  return found != values.end() && found->is_string() ? found->get<std::string>() : "";
+}
+
+template <typename Number>
+Number number(const Json& values, const char* key) {
+  const auto found = values.find(key);
+  return found != values.end() && found->is_number() ? found->get<Number>() : 0;
+}
+
 std::string whyNotShown(const Json& status) {
-  if (status.value("paused", false)) {
+  if (flag(status, "paused", false)) {
     return "paused; continue with 'nivlo ctl resume'";
   }
-  if (status.value("battery", "") == "paused") {
+  if (text(status, "battery") == "paused") {
     return "paused while the machine runs on its battery, as --on-battery says";
   }
-  if (!status.value("foreground", true)) {
+  if (!flag(status, "foreground", true)) {
     return "in the background: the session is locked, asleep or not on the screen";
   }
-  if (const auto awaited = status.value("awaited", ""); !awaited.empty()) {
+  if (const auto awaited = text(status, "awaited"); !awaited.empty()) {
     return visibleText(fmt::format("waiting for {}", awaited));
   }
-  return status.value("visible", true) ? "about to be shown" : "hidden by other windows";
+  return flag(status, "visible", true) ? "about to be shown" : "hidden by other windows";
 }
 
 std::string howShown(const Json& status) {
-  return status.value("battery", "") == "slowed" ? "shown, slowed while the machine runs on its battery"
-                                                 : "shown";
+  return text(status, "battery") == "slowed" ? "shown, slowed while the machine runs on its battery"
+                                             : "shown";
 }
 
 std::string whyNoPicture(const std::string& state) {
@@ -74,10 +92,10 @@ std::string whyNoPicture(const std::string& state) {
 
 std::string cameraInWords(const Json& status) {
   if (const auto camera = status.find("camera"); camera != status.end()) {
-    return visibleText(fmt::format("{} ({}, {}){}", camera->value("name", ""), camera->value("id", ""),
-                                   camera->value("position", ""), whyNoPicture(camera->value("state", ""))));
+    return visibleText(fmt::format("{} ({}, {}){}", text(*camera, "name"), text(*camera, "id"),
+                                   text(*camera, "position"), whyNoPicture(text(*camera, "state"))));
   }
-  return status.value("animating", false) ? "off: there is none, or it could not be opened (see the log)"
+  return flag(status, "animating", false) ? "off: there is none, or it could not be opened (see the log)"
                                           : "off while the wallpaper is not shown";
 }
 
@@ -86,17 +104,17 @@ std::string scanningInWords(const Json& status) {
   if (scanning == status.end()) {
     return "this wallpaper does not read codes";
   }
-  if (!scanning->get<bool>()) {
+  if (!flag(status, "scanning", false)) {
     return "off";
   }
-  if (!status.value("canScan", true)) {
+  if (!flag(status, "canScan", true)) {
     return "not possible: the program that reads codes cannot run (see the log)";
   }
-  if (!status.value("animating", false)) {
+  if (!flag(status, "animating", false)) {
     return "on, but not while the wallpaper is not shown";
   }
   const auto camera = status.find("camera");
-  const bool hasPicture = camera != status.end() && camera->value("state", "") == "delivering";
+  const bool hasPicture = camera != status.end() && text(*camera, "state") == "delivering";
   return hasPicture ? "on" : "on, but there is no picture";
 }
 
@@ -117,10 +135,11 @@ std::string statusInWords(GVariant* status) {
       "scanning   {}\n"
       "pictures   {}, {:.1f} ms behind the camera (95 % within {:.1f})\n"
       "process    {}",
-      visibleText(values.value("wallpaper", "")),
-      values.value("animating", false) ? howShown(values) : whyNotShown(values), values.value("preset", 0),
-      values.value("presets", 0), cameraInWords(values), scanningInWords(values), values.value("frames", 0),
-      values.value("ageMedian", 0.0), values.value("age95", 0.0), values.value("process", 0));
+      visibleText(text(values, "wallpaper")),
+      flag(values, "animating", false) ? howShown(values) : whyNotShown(values),
+      number<int>(values, "preset"), number<int>(values, "presets"), cameraInWords(values),
+      scanningInWords(values), number<int>(values, "frames"), number<double>(values, "ageMedian"),
+      number<double>(values, "age95"), number<int>(values, "process"));
 }
 
 }  // namespace nivlo

@@ -222,7 +222,7 @@ while True:
 
 TEST(ProgramTest, TheLogHoldsTheProgramsEventsButNotWhatWasScanned) {
   const TemporaryDirectory directory;
-  const auto picture = directory.path() / "code.png";
+  const auto picture = directory.path() / "a\r\n<E> forged\x1b[2J";
   writeCodePicture(picture, "QRCode", "secret-of-the-code");
   Nivlo program({"--source", "back=file:" + picture.string()});
   ASSERT_TRUE(program.answer("0) Cancel", 0));
@@ -236,6 +236,8 @@ TEST(ProgramTest, TheLogHoldsTheProgramsEventsButNotWhatWasScanned) {
     EXPECT_THAT(log, HasSubstr(event));
   }
   EXPECT_EQ(log.find("secret"), std::string::npos);
+  EXPECT_THAT(log, HasSubstr("a\\r\\n<E> forged\\x1b[2J opened")) << "a file's name forged a line";
+  EXPECT_EQ(log.find("\n<E> forged"), std::string::npos);
 }
 
 TEST(ProgramTest, WithoutATerminalALongRunOfSamplesBecomesACount) {

@@ -137,6 +137,30 @@ TEST_F(ControlTest, OnItsBatteryItSlowsDownOrPausesUntilItIsPluggedIn) {
   }
 }
 
+TEST_F(ControlTest, AnotherProgramUnderItsNameNeitherCrashesCtlNorReachesTheTerminal) {
+  constexpr auto kPath = "/org/nivlo/Wallpaper";
+  constexpr auto kInterface = "org.nivlo.Wallpaper1";
+  MockedService other(bus_, "org.nivlo.Wallpaper", {"--session", "org.nivlo.Wallpaper", kPath, kInterface});
+  other.answer(kPath, kInterface, "Pause", "", "", "raise Exception(chr(27) + chr(93) + chr(10))");
+  EXPECT_THAT(run({"ctl", "pause"}, 1), AllOf(HasSubstr("\\x1b]"), testing::Not(HasSubstr("\x1b"))));
+  other.answer(kPath, kInterface, "Swap", "", "s", "ret = chr(27)");
+  EXPECT_THAT(run({"ctl", "swap"}, 1), HasSubstr("expected"));
+  for (const auto& [type, value] : {std::pair{"", "None"}, {"s", "chr(27)"}, {"as", "[]"}, {"i", "1"}}) {
+    other.answer(kPath, kInterface, "GetStatus", "", type, std::string("ret = ") + value);
+    run({"ctl", "status"}, 1);
+    run({"ctl", "status", "--json"}, 1);
+    run({"--preset", "1"}, 1);
+  }
+  for (const std::string value : {"dbus.Int32(1)", "chr(27)"}) {
+    other.answer(kPath, kInterface, "GetStatus", "", "a{sv}",
+                 "ret = {key: " + value +
+                     R"( for key in "wallpaper preset frames age95 camera scanning paused battery awaited )"
+                     R"(foreground visible animating".split()})");
+    EXPECT_THAT(run({"ctl", "status"}, 0), testing::Not(HasSubstr("\x1b")));
+    run({"ctl", "status", "--json"}, 0);
+  }
+}
+
 TEST_F(ControlTest, ItShowsNoMorePicturesThanAllowed) {
   auto arguments = offscreen_;
   arguments.emplace_back("--fps=2");
