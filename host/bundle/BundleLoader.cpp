@@ -58,7 +58,7 @@ const WallpaperClass* loadClass(const NSBundle& bundle, const std::string& class
 }  // namespace
 
 std::filesystem::path defaultBundlePath() {
-  return programFile("NivloWallpaper.bundle", "../lib/nivlo/NivloWallpaper.bundle");
+  return programFile("NivloWallpaper.bundle", installedLibraries() / "NivloWallpaper.bundle");
 }
 
 std::shared_ptr<const WallpaperBundle> openWallpaperBundle(const std::filesystem::path& path,

@@ -52,8 +52,9 @@ std::string titleOf(const std::filesystem::path& path) {
 
 std::vector<std::filesystem::path> wallpaperFolders() {
   const std::filesystem::path shared = std::filesystem::path("nivlo") / "wallpapers";
-  std::vector<std::filesystem::path> folders{
-      programFolder(), (programFolder() / "../lib/nivlo").lexically_normal(), g_get_user_data_dir() / shared};
+  std::vector<std::filesystem::path> folders{programFolder(),
+                                             (programFolder() / installedLibraries()).lexically_normal(),
+                                             g_get_user_data_dir() / shared};
   for (const auto* const* folder = g_get_system_data_dirs(); *folder; ++folder) {
     folders.push_back(*folder / shared);
   }

@@ -5,6 +5,7 @@
 #include <glib.h>
 
 #include "linux/handles/Owned.hpp"
+#include "linux/program/ProgramFile.hpp"
 
 namespace nivlo {
 
@@ -13,13 +14,13 @@ namespace {
 constexpr auto kProgram = "nivlo";
 constexpr auto kBundle = "NivloWallpaper.bundle";
 
-/// A build folder has the wallpaper beside the program, an installation has it in the prefix's lib folder.
+/// A build folder has the wallpaper beside the program, an installation has it among its libraries.
 /// Links are followed, because people link a program that they built into their PATH.
 bool isInstalled(const std::filesystem::path& program) {
   std::error_code unusable;
   const auto folder = std::filesystem::canonical(program, unusable).parent_path();
   return !unusable && !std::filesystem::exists(folder / kBundle, unusable) &&
-         std::filesystem::exists(folder / "../lib/nivlo" / kBundle, unusable);
+         std::filesystem::exists(folder / installedLibraries() / kBundle, unusable);
 }
 
 }  // namespace

@@ -19,4 +19,8 @@ std::filesystem::path programFile(const std::filesystem::path& name,
   return (programFolder() / installedPlace).lexically_normal();
 }
 
+std::filesystem::path installedLibraries() { return NIVLO_LIBRARIES; }
+
+std::filesystem::path installedReader() { return NIVLO_READER; }
+
 }  // namespace nivlo

@@ -14,4 +14,10 @@ std::filesystem::path programFolder();
 std::filesystem::path programFile(const std::filesystem::path& name,
                                   const std::filesystem::path& installedPlace);
 
+/// Returns the folder of an installation's bundle and libraries, relative to that of its program.
+std::filesystem::path installedLibraries();
+
+/// Returns the folder of an installation's nivlo-reader, relative to that of its program.
+std::filesystem::path installedReader();
+
 }  // namespace nivlo

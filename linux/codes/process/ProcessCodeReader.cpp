@@ -140,7 +140,7 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
 }  // namespace
 
 std::filesystem::path readerProgram() {
-  return (programFolder() / "../libexec/nivlo/nivlo-reader").lexically_normal();
+  return (programFolder() / installedReader() / "nivlo-reader").lexically_normal();
 }
 
 std::unique_ptr<CodeReaderDriver> makeProcessCodeReaderDriver(std::chrono::milliseconds deadline,
