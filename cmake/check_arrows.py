@@ -14,6 +14,7 @@ import sys
 ARROWS = {
     ".": {
         "host/main.cpp": "host/commands",
+        "host/reference.cpp": "host/commands",
         "platform": "",
         "kit": "platform",
         "bundle": "kit platform",
