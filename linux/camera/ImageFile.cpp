@@ -1,7 +1,8 @@
 #include "linux/camera/ImageFile.hpp"
 
+#include <algorithm>
+#include <array>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -22,6 +23,21 @@ using namespace std::string_view_literals;
 // is a mistake or an attack.
 constexpr int kLongestEdge = 16384;
 constexpr long kMostPixels = 100'000'000;
+// No picture of that many pixels needs more in any of the formats.
+constexpr std::uintmax_t kMostBytes = 4 * kMostPixels;
+
+/// A format by gdk-pixbuf's name, and what its files begin with.
+struct Signature {
+  std::string_view name;
+  std::string_view begin;
+  std::string_view atEight;  ///< from the ninth byte on
+};
+
+constexpr std::array kSignatures{
+    Signature{"png", "\x89PNG\r\n\x1A\n"sv, ""},
+    Signature{"jpeg", "\xFF\xD8\xFF"sv, ""},
+    Signature{"webp", "RIFF"sv, "WEBP"sv},
+};
 
 using Pixbuf = Owned<GdkPixbuf, g_object_unref>;
 using Text = Owned<gchar, g_free>;
@@ -44,8 +60,13 @@ std::string fileProblem(const std::filesystem::path& path) {
   if (!std::ifstream(path)) {
     return "reading it is not allowed; check its permissions";
   }
-  if (std::filesystem::file_size(path, problem) == 0) {
+  const auto size = std::filesystem::file_size(path, problem);
+  if (size == 0) {
     return "the file is empty; save or download it again";
+  }
+  if (size > kMostBytes) {
+    return "it is larger than " + std::to_string(kMostBytes / 1'000'000) +
+           " MB, as no picture is; check that it is one";
   }
   return {};
 }
@@ -55,13 +76,34 @@ struct Size {
   int height = 0;
 };
 
+/// The name of the format whose signature the file begins with; empty when there is none, or when the file
+/// cannot be read without waiting.
+std::string_view formatOf(const std::filesystem::path& path) {
+  std::error_code problem;
+  if (!std::filesystem::is_regular_file(path, problem)) {
+    return {};
+  }
+  std::array<char, 12> bytes{};
+  std::ifstream(path, std::ios::binary).read(bytes.data(), bytes.size());
+  const std::string_view beginning(bytes.data(), bytes.size());
+  const auto found = std::ranges::find_if(kSignatures, [&](const Signature& signature) {
+    return beginning.starts_with(signature.begin) && beginning.substr(8).starts_with(signature.atEight);
+  });
+  return found == kSignatures.end() ? std::string_view() : found->name;
+}
+
 /// The size that the beginning of a picture states; nothing when the file does not begin like a picture.
+/// gdk-pixbuf has loaders for many formats, also from other packages, and would hand the file to whichever
+/// claims it, so it only gets to see files that begin like one of ours.
 std::optional<Size> readSize(const std::filesystem::path& path) {
+  const std::string_view expected = formatOf(path);
+  if (expected.empty()) {
+    return std::nullopt;
+  }
   Size size;
   GdkPixbufFormat* format = gdk_pixbuf_get_file_info(path.c_str(), &size.width, &size.height);
   const Text name(format ? gdk_pixbuf_format_get_name(format) : nullptr);
-  const bool isKnown = name && (name.get() == "png"sv || name.get() == "jpeg"sv || name.get() == "webp"sv);
-  return isKnown ? std::optional(size) : std::nullopt;
+  return name && name.get() == expected ? std::optional(size) : std::nullopt;
 }
 
 std::string contentProblem(const std::filesystem::path& path) {
@@ -79,41 +121,50 @@ std::string contentProblem(const std::filesystem::path& path) {
   return {};
 }
 
-bool endsBeforeEndMarker(std::string_view jpeg) {
+/// Reads from behind the start-of-image marker on.
+bool endsBeforeEndMarker(std::istream& jpeg) {
   constexpr int endOfImage = 0xD9, firstRestart = 0xD0, lastRestart = 0xD7;
-  const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(jpeg[at]); };
-  for (std::size_t at = 2; at + 1 < jpeg.size();) {
-    const int marker = byteAt(at + 1);
-    const bool isMarker = byteAt(at) == 0xFF && marker != 0 && marker != 0xFF;
-    const bool hasLength = isMarker && (marker < firstRestart || marker > lastRestart);
-    if (isMarker && marker == endOfImage) {
+  for (int byte = jpeg.get(); jpeg; byte = jpeg.get()) {
+    if (byte != 0xFF) {
+      continue;
+    }
+    while (jpeg.peek() == 0xFF) {
+      jpeg.get();
+    }
+    const int marker = jpeg.get();
+    if (marker == endOfImage) {
       return false;
     }
-    if (hasLength && at + 3 >= jpeg.size()) {
-      return true;
+    if (marker != 0 && (marker < firstRestart || marker > lastRestart)) {
+      const int high = jpeg.get();
+      const int length = high << 8 | jpeg.get();  // it counts its own two bytes
+      jpeg.ignore(std::max(0, length - 2));
     }
-    at += hasLength ? 2 + (byteAt(at + 2) << 8 | byteAt(at + 3)) : 1;
   }
   return true;
 }
 
-bool endsBeforeStatedSize(std::string_view riff) {
-  constexpr std::size_t headerSize = 8;
-  std::size_t size = 0;
-  for (const std::size_t at : {7, 6, 5, 4}) {
-    size = size << 8 | static_cast<unsigned char>(riff[at]);
+/// Reads the size, which stands behind the first four bytes.
+bool endsBeforeStatedSize(std::istream& riff, std::uintmax_t fileSize) {
+  constexpr std::uintmax_t headerSize = 8;
+  std::uintmax_t size = 0;
+  for (int shift = 0; shift < 32; shift += 8) {
+    size |= static_cast<std::uintmax_t>(riff.get() & 0xFF) << shift;
   }
-  return riff.size() < headerSize + size;
+  return fileSize < headerSize + size;
 }
 
 /// The decoders of JPEG and WebP fill in what is missing and report success, so the files are checked here.
 bool isTruncated(const std::filesystem::path& path) {
+  const std::string_view format = formatOf(path);
   std::ifstream file(path, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (bytes.starts_with("\xFF\xD8")) {
-    return endsBeforeEndMarker(bytes);
+  if (format == "jpeg") {
+    file.ignore(2);
+    return endsBeforeEndMarker(file);
   }
-  return bytes.starts_with("RIFF") && bytes.size() > 8 && endsBeforeStatedSize(bytes);
+  file.ignore(4);
+  std::error_code problem;
+  return format == "webp" && endsBeforeStatedSize(file, std::filesystem::file_size(path, problem));
 }
 
 Pixbuf onWhite(Pixbuf picture) {

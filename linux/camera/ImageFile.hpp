@@ -17,8 +17,8 @@ struct ImageLoad {
 /// Returns whether the file begins like a PNG, JPEG or WebP picture. The rest of it may still be broken.
 bool isImageFile(const std::filesystem::path& path);
 
-/// Reads a picture of at most 16384 pixels along each edge and 100 million in all. A truncated file is a
-/// failure, even where a decoder would show the part that is there. Callable from any thread.
+/// Reads a picture of at most 16384 pixels along each edge, 100 million in all, and 400 MB. A truncated file
+/// is a failure, even where a decoder would show the part that is there. Callable from any thread.
 ImageLoad loadImageFile(const std::filesystem::path& path);
 
 /// Writes BGRx pixels, `stride` bytes from a row to the next, as an opaque PNG. The file is replaced as a

@@ -81,6 +81,18 @@ TEST_F(ImageFile, AnythingButACompletePictureIsRefusedWithTheCause) {
               AllOf(HasSubstr("64 x 32767"), HasSubstr("scale it down")));
 }
 
+TEST_F(ImageFile, NoLoaderSeesAFileOfAnotherKindAndNoneIsReadWithoutBound) {
+  const auto path =
+      directory.write("other.png", "/* XPM */\nstatic char *x[] = {\"1 1 1 1\", \"a c #fff\", \"a\"};\n");
+  EXPECT_FALSE(isImageFile(path));
+  EXPECT_EQ(loadImageFile(path).frame, nullptr);
+  EXPECT_THAT(directory.read("/proc/self/maps"), testing::Not(HasSubstr("pixbufloader-xpm")));
+
+  const auto huge = directory.write("huge.jpg", jpegOf(64, 64));
+  std::filesystem::resize_file(huge, 500'000'000);
+  EXPECT_THAT(loadImageFile(huge).error, HasSubstr("larger than 400 MB"));
+}
+
 TEST_F(ImageFile, ColoursAndOrientationSurvive) {
   const auto wide = loadImageFile(writeSplitPNG("wide.png", 40, 3));
   ASSERT_NE(wide.frame, nullptr) << wide.error;
