@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
 #include <optional>
 #include <span>
 
@@ -64,15 +63,9 @@ Reading readingOf(const AztecRune& rune, const ModuleGrid& grid, int across) {
 std::vector<Reading> AztecStrategy::read(PictureFeatures& features) {
   std::vector<Reading> readings;
   for (const Bullseye& bullseye : features.bullseyes()) {
-    for (const int across : sizesOf(bullseye)) {
-      std::vector<Reading> found = follow(features.picture(), bullseye, across);
-      if (found.empty()) {
-        continue;
-      }
-      readings.insert(readings.end(), std::make_move_iterator(found.begin()),
-                      std::make_move_iterator(found.end()));
-      break;
-    }
+    appendFirst(
+        sizesOf(bullseye), [&](int across) { return follow(features.picture(), bullseye, across); },
+        readings);
   }
   return readings;
 }
@@ -92,9 +85,7 @@ std::vector<Reading> AztecStrategy::follow(const LumaPicture& picture, const Bul
 double AztecStrategy::cost(PictureFeatures& features) const {
   double cost = 0;
   for (const Bullseye& bullseye : features.bullseyes()) {
-    for (const int across : sizesOf(bullseye)) {
-      cost += costOfGrid(across);
-    }
+    cost += costOfGrids(sizesOf(bullseye));
   }
   return cost;
 }

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <iterator>
 
 #include "linux/codes/matrix/ModuleGrid.hpp"
 #include "linux/codes/matrix/QRFinder.hpp"
@@ -18,7 +17,16 @@ constexpr std::array<int, 3> kCorrections{0, 4, -4};
 // Larger codes show too small in a camera's picture, and take too long.
 constexpr int kMaxModulesFollowed = 73;
 
-bool isFollowed(int modules) { return modules >= kMinQRModules && modules <= kMaxModulesFollowed; }
+std::vector<int> sizesOf(const QRPlace& place) {
+  std::vector<int> sizes;
+  for (const int correction : kCorrections) {
+    const int modules = place.modules + correction;
+    if (modules >= kMinQRModules && modules <= kMaxModulesFollowed) {
+      sizes.push_back(modules);
+    }
+  }
+  return sizes;
+}
 
 /// The corners of the finder patterns.
 std::vector<ModuleGrid::Anchor> anchorsOf(const QRPlace& place, int modules) {
@@ -51,19 +59,8 @@ Quad outlineThrough(const ModuleGrid::Anchor& alignment, const ModuleGrid& grid,
 std::vector<Reading> QRGridStrategy::read(PictureFeatures& features) {
   std::vector<Reading> readings;
   for (const QRPlace& place : features.qrPlaces()) {
-    for (const int correction : kCorrections) {
-      const int modules = place.modules + correction;
-      if (!isFollowed(modules)) {
-        continue;
-      }
-      std::vector<Reading> found = follow(features.picture(), place, modules);
-      if (found.empty()) {
-        continue;
-      }
-      readings.insert(readings.end(), std::make_move_iterator(found.begin()),
-                      std::make_move_iterator(found.end()));
-      break;
-    }
+    appendFirst(
+        sizesOf(place), [&](int modules) { return follow(features.picture(), place, modules); }, readings);
   }
   return readings;
 }
@@ -83,12 +80,7 @@ std::vector<Reading> QRGridStrategy::follow(const LumaPicture& picture, const QR
 double QRGridStrategy::cost(PictureFeatures& features) const {
   double cost = 0;
   for (const QRPlace& place : features.qrPlaces()) {
-    for (const int correction : kCorrections) {
-      const int modules = place.modules + correction;
-      if (isFollowed(modules)) {
-        cost += costOfGrid(modules);
-      }
-    }
+    cost += costOfGrids(sizesOf(place));
   }
   return cost;
 }
