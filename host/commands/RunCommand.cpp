@@ -29,7 +29,7 @@ int RunCommand::run() const {
   std::signal(SIGTTIN, SIG_IGN);
   const auto options = options_.options();
   MainLoop loop;
-  DesktopVariant desktop;  // asked first, as it takes a while to answer
+  DesktopVariant desktop;  // asked first, so that the answer is there when the first picture is drawn
   ControlService control([&loop] { loop.quit(); });
   if (control.anotherIsRunning()) {
     return handOver(options.bundle, options.show, options.startOnly);
@@ -46,7 +46,6 @@ int RunCommand::run() const {
   if (error.empty()) {
     nameProgramInLog();
     MFNotice("started: %@, preset %d", bundle->identifier(), options.show.preset.value_or(1));
-    desktop.await();
     status = WallpaperRun(options, loop, control, desktop, cameras, pace, scanPermit).show(bundle);
     // All dialogs are closed, and a report that still waits on the main queue must not open another one.
     drivers().alerts.reset();

@@ -17,10 +17,6 @@ class DesktopVariant {
   DesktopVariant(const DesktopVariant&) = delete;
   DesktopVariant& operator=(const DesktopVariant&) = delete;
 
-  /// Runs the main loop until the desktop has answered, or for a tenth of a second: a desktop that has not
-  /// answered by then will not, or a wallpaper had better change its colours once than be late.
-  void await();
-
   /// Calls `tell` with the variant at once, and then each time that it changes; with kWallpaperVariantLight
   /// as long as the desktop does not answer.
   void observe(std::function<void(long variant)> tell);
