@@ -30,8 +30,7 @@ std::vector<NSDictionary> NivloWallpaper::presetWallpaperOptions() {
 std::string NivloWallpaper::descriptionForOptions(const NSDictionary& options) {
   const bool front = isEqualToString(options.objectForKey(kCameraKey), "front");
   const bool scans = boolValue(options.objectForKey(kScanKey));
-  return fmt::format("the {} camera, codes are {}", front ? "front" : "back",
-                     scans ? "offered" : "left alone");
+  return fmt::format("the {} camera, codes are {}", front ? "front" : "back", scans ? "offered" : "ignored");
 }
 
 std::string NivloWallpaper::thumbnailImageName() { return "nivlowallpaper1"; }

@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "host/bundle/BundleLoader.hpp"
 #include "host/bundle/GuardedWallpaper.hpp"
 #include "host/bundle/Thrown.hpp"
 #include "host/text/VisibleText.hpp"
@@ -69,8 +70,9 @@ std::string WallpaperBundle::whyNoPreset(int number) const {
   if (number >= 1 && number <= count) {
     return "";
   }
-  return fmt::format("{} has {} preset{}; there is no preset {}. 'nivlo presets --bundle {}' lists them",
-                     name_, count, count == 1 ? "" : "s", number, path().string());
+  const auto argument = path() == defaultBundlePath() ? "" : " --bundle " + path().string();
+  return fmt::format("{} has {} preset{}; there is no preset {}. 'nivlo presets{}' lists them", name_, count,
+                     count == 1 ? "" : "s", number, argument);
 }
 
 bool WallpaperBundle::understands(std::string_view key) const {

@@ -47,7 +47,8 @@ TEST(ProgramTest, WhatCannotBeUsedIsNamedWithTheCause) {
   EXPECT_THAT(decreasing.output(), HasSubstr("script:3:"));
   Nivlo noPreset({"--source", "back=demo", "--preset", "5"});
   EXPECT_THAT(noPreset.waitForExit(), Eq(1));
-  EXPECT_THAT(noPreset.output(), HasSubstr("Nivlo has 4 presets; there is no preset 5"));
+  EXPECT_THAT(noPreset.output(),
+              HasSubstr("Nivlo has 4 presets; there is no preset 5. 'nivlo presets' lists them"));
   Nivlo missing({"--source", "back=file:" + (directory.path() / "none.png").string()});
   EXPECT_THAT(missing.waitForExit(), Eq(1));
   EXPECT_THAT(missing.output(), HasSubstr("none.png"));
