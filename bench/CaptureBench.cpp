@@ -80,6 +80,7 @@ class CountingReaderDriver : public CodeReaderDriver {
   std::atomic<int> looks{0};
 
   std::vector<std::string> availableTypes() const override { return driver_->availableTypes(); }
+  bool canRead() const override { return driver_->canRead(); }
   std::unique_ptr<CodeReader> makeReader() override {
     return std::make_unique<Reader>(driver_->makeReader(), looks);
   }
@@ -93,6 +94,7 @@ class CountingReaderDriver : public CodeReaderDriver {
       ++looks_;
       return reader_->look(frame);
     }
+    bool mayLook() const override { return reader_->mayLook(); }
 
    private:
     std::unique_ptr<CodeReader> reader_;

@@ -50,7 +50,7 @@ ARROWS = {
         "text": "",
         "bundle": "text",
         "pick": "loop text",
-        "power": "loop render",
+        "power": "loop render show",
         "scan": "text",
         "service": "text",
         "alerts": "loop text",

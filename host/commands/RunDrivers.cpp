@@ -13,9 +13,9 @@
 #include "host/log/LoggedAlerts.hpp"
 #include "host/log/ProgramLog.hpp"
 #include "host/loop/MainLoop.hpp"
+#include "host/power/BatteryLooks.hpp"
 #include "host/power/PacedCameras.hpp"
-#include "host/power/PowerSaving.hpp"
-#include "host/power/SlowedReaders.hpp"
+#include "host/power/PowerSaverLooks.hpp"
 #include "host/surfaces/ChooseSurface.hpp"
 #include "linux/camera/selection/SelectedCameras.hpp"
 #include "linux/codes/pace/ScenePace.hpp"
@@ -52,8 +52,10 @@ std::string installDriversFor(const RunOptions& options, const std::shared_ptr<C
                        cameras->follow(event, camera);
                      }),
             pace);
-  set.codeReader =
-      permitted(savingPower(pacedByScene(slowed(makeProcessCodeReaderDriver(), pace))), scanPermit);
+  // A still scene gets a quarter of the looks that saving power leaves.
+  set.codeReader = ruledBy(
+      scanPermit,
+      pacedByScene(ruledBy(savingPower(), ruledBy(sparingTheBattery(pace), makeProcessCodeReaderDriver()))));
   if (!options.accelerometerScript) {
     set.accelerometer = makeIIOAccelerometer();
   } else if (error.empty()) {

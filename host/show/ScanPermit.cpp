@@ -1,44 +1,10 @@
 #include "host/show/ScanPermit.hpp"
 
-#include <chrono>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace nivlo {
 
 namespace {
-
-class PermittedReader : public CodeReader {
- public:
-  PermittedReader(std::unique_ptr<CodeReader> reader, std::shared_ptr<const ScanPermit> permit)
-      : reader_(std::move(reader)), permit_(std::move(permit)) {}
-
-  std::vector<DecodedCode> look(const VideoFrame& frame) override { return reader_->look(frame); }
-  bool mayLook() const override { return permit_->isGiven() && reader_->mayLook(); }
-  std::chrono::milliseconds lookInterval() const override { return reader_->lookInterval(); }
-
- private:
-  std::unique_ptr<CodeReader> reader_;
-  std::shared_ptr<const ScanPermit> permit_;
-};
-
-class PermittedReaders : public CodeReaderDriver {
- public:
-  PermittedReaders(std::unique_ptr<CodeReaderDriver> readers, std::shared_ptr<const ScanPermit> permit)
-      : readers_(std::move(readers)), permit_(std::move(permit)) {}
-
-  std::vector<std::string> availableTypes() const override { return readers_->availableTypes(); }
-  bool canRead() const override { return readers_->canRead(); }
-  std::unique_ptr<CodeReader> makeReader() override {
-    auto reader = readers_->makeReader();
-    return reader ? std::make_unique<PermittedReader>(std::move(reader), permit_) : nullptr;
-  }
-
- private:
-  std::unique_ptr<CodeReaderDriver> readers_;
-  std::shared_ptr<const ScanPermit> permit_;
-};
 
 class WithholdingAlerts : public AlertPresenter {
  public:
@@ -69,11 +35,6 @@ class WithholdingAlerts : public AlertPresenter {
 };
 
 }  // namespace
-
-std::unique_ptr<CodeReaderDriver> permitted(std::unique_ptr<CodeReaderDriver> readers,
-                                            std::shared_ptr<const ScanPermit> permit) {
-  return std::make_unique<PermittedReaders>(std::move(readers), std::move(permit));
-}
 
 std::unique_ptr<AlertPresenter> withholding(std::shared_ptr<ScanPermit> permit,
                                             std::unique_ptr<AlertPresenter> alerts) {

@@ -32,7 +32,7 @@ class CodeReader {
 
   /// Returns whether codes may be looked for now. While it returns false, no frame is examined, and the time
   /// does not count as time during which a code could have been seen to leave.
-  virtual bool mayLook() const { return true; }
+  virtual bool mayLook() const = 0;
 
   /// The shortest time from the start of one look to the start of the next. It may change with every look.
   virtual std::chrono::milliseconds lookInterval() const { return std::chrono::milliseconds(100); }
@@ -51,7 +51,7 @@ class CodeReaderDriver {
 
   /// False when the latest attempt to read a picture failed for a reason that has nothing to do with the
   /// picture.
-  virtual bool canRead() const { return true; }
+  virtual bool canRead() const = 0;
 };
 
 }  // namespace nivlo

@@ -30,6 +30,7 @@ class FakeCodeReader : public CodeReaderDriver {
     codes_.swap(codes);
   }
   std::vector<std::string> availableTypes() const override { return types; }
+  bool canRead() const override { return true; }
   std::unique_ptr<CodeReader> makeReader() override { return std::make_unique<Reader>(*this); }
 
  private:

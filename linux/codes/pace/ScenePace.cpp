@@ -39,6 +39,7 @@ class PacedReader : public CodeReader {
     return codes;
   }
 
+  bool mayLook() const override { return reader_->mayLook(); }
   milliseconds lookInterval() const override {
     const auto interval = reader_->lookInterval();
     return looksLeft_ > 0 ? interval : std::min(interval, std::chrono::ceil<milliseconds>(nextLook_ - now_));

@@ -53,6 +53,8 @@ class ProcessCodeReader : public CodeReader {
     }
   }
 
+  bool mayLook() const override { return true; }
+
  private:
   using Clock = std::chrono::steady_clock;
 

@@ -24,7 +24,7 @@ class ScanPermitTest : public testing::Test {
   bool mayLook() const { return reader_->mayLook(); }
 
   const std::shared_ptr<ScanPermit> permit_ = std::make_shared<ScanPermit>();
-  const std::unique_ptr<CodeReaderDriver> readers_ = permitted(std::make_unique<FakeCodeReader>(), permit_);
+  const std::unique_ptr<CodeReaderDriver> readers_ = ruledBy(permit_, std::make_unique<FakeCodeReader>());
   const std::unique_ptr<CodeReader> reader_ = readers_->makeReader();
   FakeAlerts* fake_ = nullptr;
   const std::unique_ptr<AlertPresenter> alerts_ = [this] {

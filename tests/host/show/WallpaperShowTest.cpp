@@ -149,14 +149,14 @@ TEST_F(WallpaperShowTest, AWallpaperIsOnlyGivenOptionsThatItUnderstands) {
   EXPECT_EQ(sea->change({.preset = 1}), "");
   EXPECT_THAT(taken(), IsEmpty()) << "no camera slipped into its options";
   EXPECT_FALSE(sea->status().scanning.has_value());
-  EXPECT_TRUE(scanPermit_->isGiven());
+  EXPECT_TRUE(scanPermit_->mayLook());
   const auto cam = show(nivloWallpaperClass_Cam, {.scans = false});
   EXPECT_EQ(cam->status().scanning, false);
-  EXPECT_FALSE(scanPermit_->isGiven());
+  EXPECT_FALSE(scanPermit_->mayLook());
   taken();
   cameras_->follow(CameraEvent::Opened, {{"front", "Front", AVCaptureDevicePosition::Front}, nullptr});
   EXPECT_EQ(cam->change({.scans = true}), "");
-  EXPECT_TRUE(scanPermit_->isGiven());
+  EXPECT_TRUE(scanPermit_->mayLook());
   EXPECT_THAT(taken(), ElementsAre("cam qr=1", "cam cameraPosition=front")) << "a shake had switched cameras";
   EXPECT_EQ(cam->swapCameras(), "");
   EXPECT_THAT(taken(), ElementsAre("cam qr=1", "cam cameraPosition=back"));

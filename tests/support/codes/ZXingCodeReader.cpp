@@ -30,6 +30,8 @@ class ZXingCodeReader : public CodeReader {
     }
   }
 
+  bool mayLook() const override { return true; }
+
  private:
   PictureReader reader_;
   LumaBuffer luma_;
@@ -41,6 +43,7 @@ class ZXingCodeReaderDriver : public CodeReaderDriver {
   std::vector<std::string> availableTypes() const override {
     return {kMachineReadableCodeTypes.begin(), kMachineReadableCodeTypes.end()};
   }
+  bool canRead() const override { return true; }
   std::unique_ptr<CodeReader> makeReader() override { return std::make_unique<ZXingCodeReader>(); }
 };
 
