@@ -40,10 +40,11 @@ int run() {
   close(kReaderPicture);
   try {
     warmUp();
-    enterSandbox();
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "nivlo-reader: %s\n", error.what());
-    return kReaderNotSandboxed;
+  } catch (const std::exception&) {
+    return kReaderNotReady;
+  }
+  if (const auto refused = enterSandbox()) {
+    return static_cast<int>(*refused);
   }
   return serve(kReaderSocket, static_cast<const std::uint8_t*>(pixels)) ? 0 : 1;
 }

@@ -40,6 +40,24 @@ using Clock = std::chrono::steady_clock;
        "It will be restarted and this picture is skipped; if codes stay unread, reinstall Nivlo");
 }
 
+struct FailedStart {
+  int status;
+  const char* cause;
+  const char* remedy;
+};
+
+constexpr FailedStart kFailedStarts[] = {
+    {kReaderNotReady, "nivlo-reader could not prepare itself, probably for lack of memory",
+     "It will be restarted; close other programs, or raise the limit on memory that Nivlo runs under"},
+    {static_cast<int>(SandboxStep::Privileges), "nivlo-reader cannot give up its privileges here (prctl)",
+     "Allow prctl, for example in the settings of the container that Nivlo runs in"},
+    {static_cast<int>(SandboxStep::Limits), "nivlo-reader cannot limit its own resources here (setrlimit)",
+     "Allow setrlimit, for example in the settings of the container that Nivlo runs in"},
+    {static_cast<int>(SandboxStep::Filter), "nivlo-reader cannot filter its own system calls here (seccomp)",
+     "Allow seccomp, for example in the settings of the container that Nivlo runs in, and use a kernel that "
+     "has it"},
+};
+
 [[noreturn]] void failWithExit(int waitStatus) {
   if (WIFSIGNALED(waitStatus)) {
     const int signal = WTERMSIG(waitStatus);
@@ -49,10 +67,10 @@ using Clock = std::chrono::steady_clock;
              signal, description ? description : "unknown"),
          "It will be restarted and this picture is skipped");
   }
-  if (WEXITSTATUS(waitStatus) == kReaderNotSandboxed) {
-    fail(
-        "no codes are read because nivlo-reader cannot set up its sandbox here",
-        "Allow seccomp and resource limits, for example in the settings of the container that Nivlo runs in");
+  for (const auto& [status, cause, remedy] : kFailedStarts) {
+    if (status == WEXITSTATUS(waitStatus)) {
+      fail(fmt::format("no codes are read because {}", cause), remedy);
+    }
   }
   fail(fmt::format("nivlo-reader exited with status {}", WEXITSTATUS(waitStatus)),
        "It will be restarted and this picture is skipped; if codes stay unread, reinstall Nivlo");

@@ -22,8 +22,10 @@ inline constexpr std::size_t kMaxReplySize = std::size_t{128} * 1024;
 inline constexpr int kReaderSocket = 3;
 inline constexpr int kReaderPicture = 4;
 
-/// The child's exit status when its sandbox cannot be set up.
-inline constexpr int kReaderNotSandboxed = 70;
+/// The child's exit status when it fails before it could enter its sandbox, for example without memory.
+inline constexpr int kReaderNotReady = 70;
+/// The child's exit statuses when it cannot set up its sandbox, one for each step that the system can refuse.
+enum class SandboxStep { Privileges = 71, Limits, Filter };
 
 /// Asks for a look at the luma in the shared memory, whose rows are stored without padding. It is sent as the
 /// bytes of this struct, because both ends are built together and run on the same machine.

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <zint.h>
 
 #include "linux/codes/process/ProcessCodeReader.hpp"
@@ -69,7 +70,10 @@ TEST_F(ProcessCodeReaderTest, EveryFaultEndsTheProcessIsLoggedOnceAndYieldsNoCod
                                                              {"floods", "sent an invalid reply"},
                                                              {"writes", "sent an invalid reply"},
                                                              {"shrinks", "sent an invalid reply"},
-                                                             {"inherits", "sent an invalid reply"}};
+                                                             {"inherits", "sent an invalid reply"},
+                                                             {"keeps-privileges", "(prctl)"},
+                                                             {"keeps-limits", "(setrlimit)"},
+                                                             {"keeps-calls", "(seccomp)"}};
   // Sanitizer builds have no limit on memory.
   if (!kSanitized) {
     faults.emplace_back("hoards", "killed by signal 6");
@@ -132,6 +136,19 @@ TEST_F(ProcessCodeReaderTest, TheCurrentFolderHasNoPartInStartingTheProcess) {
   std::string folder;
   std::ifstream(place) >> folder;
   EXPECT_EQ(folder, "/");
+}
+
+TEST_F(ProcessCodeReaderTest, TheReadersNicenessIsFiveOrThatOfTheProgramIfThatIsHigher) {
+  for (const int niceness : {0, 10}) {
+    // A thread has a niceness of its own, which the processes that it starts inherit.
+    std::thread([&] {
+      setpriority(PRIO_PROCESS, 0, niceness);
+      const auto reader = makeProcessCodeReaderDriver()->makeReader();
+      EXPECT_TRUE(reads(*reader));
+      EXPECT_EQ(getpriority(PRIO_PROCESS, readerPid()), std::max(5, getpriority(PRIO_PROCESS, 0)));
+    }).join();
+  }
+  EXPECT_EQ(machine_.log.count("codes: nivlo-reader"), 0);
 }
 
 TEST_F(ProcessCodeReaderTest, PicturesOfAbsurdSizesAreRefusedBeforeAProcessIsStarted) {

@@ -1,17 +1,33 @@
 // nivlo-test-reader: takes the place of nivlo-reader, in the same sandbox, and fails in the way that the name
 // it is started by says.
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include <fcntl.h>
+#include <seccomp.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include "linux/codes/child/Sandbox.hpp"
 #include "linux/codes/protocol/Messages.hpp"
+
+namespace {
+
+/// Has the system refuse a call, as the settings of a container may.
+void refuse(int call, const std::vector<scmp_arg_cmp>& conditions = {}) {
+  const auto filter = seccomp_init(SCMP_ACT_ALLOW);
+  seccomp_rule_add_array(filter, SCMP_ACT_ERRNO(EPERM), call, static_cast<unsigned>(conditions.size()),
+                         conditions.data());
+  seccomp_load(filter);
+  seccomp_release(filter);
+}
+
+}  // namespace
 
 int main(int, char** arguments) {
   using namespace nivlo;
@@ -28,7 +44,18 @@ int main(int, char** arguments) {
   if (fault == "shrinks" && ftruncate(kReaderPicture, 0) == 0) {
     return 1;
   }
-  enterSandbox();
+  if (fault == "keeps-privileges") {
+    refuse(SCMP_SYS(prctl), {SCMP_A0(SCMP_CMP_EQ, PR_SET_PDEATHSIG)});
+  }
+  if (fault == "keeps-limits") {
+    refuse(SCMP_SYS(prlimit64), {SCMP_A2(SCMP_CMP_NE, 0)});
+  }
+  if (fault == "keeps-calls") {
+    refuse(SCMP_SYS(seccomp));
+  }
+  if (const auto refused = enterSandbox()) {
+    return static_cast<int>(*refused);
+  }
   std::array<char, 64> request{};
   recv(kReaderSocket, request.data(), request.size(), 0);
   std::string answer(request.data(), sizeof(std::uint64_t));
