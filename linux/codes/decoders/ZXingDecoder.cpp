@@ -1,6 +1,5 @@
 #include "linux/codes/decoders/ZXingDecoder.hpp"
 
-#define ZX_USE_UTF8
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -8,12 +7,12 @@
 #include <string_view>
 #include <utility>
 
-#include <ZXing/ReadBarcode.h>
 #include <utf8proc.h>
 
 #include "linux/codes/bars/BarOutline.hpp"
 #include "linux/codes/decoders/Code39.hpp"
 #include "linux/codes/decoders/CompactPDF417.hpp"
+#include "linux/codes/decoders/ZXingVersion.hpp"
 #include "platform/AVFoundation/AVMetadataObject.hpp"
 
 namespace nivlo {
@@ -99,13 +98,18 @@ std::string textOf(const ZXing::Result& result) {
 /// Debian builds ZXing with assertions, and one of them aborts when ZXing compares two 1-D codes. It does
 /// that when it downscales by itself or is asked for more than one 1-D code, so neither may ever be
 /// requested.
-ZXing::DecodeHints hintsFor(ZXing::BarcodeFormats formats, Effort effort) {
-  ZXing::DecodeHints hints;
-  hints.setFormats(formats);
-  hints.setTryDownscale(false);
-  hints.setTryHarder(effort != Effort::Quick);
-  hints.setTryRotate(effort == Effort::Thorough);
-  return hints;
+ZXingOptions optionsFor(ZXing::BarcodeFormats formats, Effort effort) {
+  ZXingOptions options = plainOptions();
+  options.setFormats(formats);
+  options.setTryDownscale(false);
+  options.setTryHarder(effort != Effort::Quick);
+  options.setTryRotate(effort == Effort::Thorough);
+  return options;
+}
+
+/// Unlike Result::isValid of ZXing 2, this accepts a code without text.
+bool isSound(const ZXing::Result& result) {
+  return result.format() != BarcodeFormat::None && !result.error();
 }
 
 ZXing::ImageView imageOf(const LumaPicture& picture) {
@@ -114,11 +118,11 @@ ZXing::ImageView imageOf(const LumaPicture& picture) {
 
 std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& image, ZXing::BarcodeFormats formats,
                                            Effort effort) {
-  ZXing::DecodeHints hints = hintsFor(formats, effort);
-  hints.setMaxNumberOfSymbols(1);
-  hints.setMinLineCount(kMinScanLines);
-  ZXing::Results results = ZXing::ReadBarcodes(image, hints);
-  if (results.empty() || !results.front().isValid()) {
+  ZXingOptions options = optionsFor(formats, effort);
+  options.setMaxNumberOfSymbols(1);
+  options.setMinLineCount(kMinScanLines);
+  ZXing::Results results = ZXing::ReadBarcodes(image, options);
+  if (results.empty() || !isSound(results.front())) {
     return std::nullopt;
   }
   return std::move(results.front());
@@ -185,10 +189,12 @@ ZXing::BarcodeFormats matrixFormats(Symbologies symbologies) {
 
 std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormats formats, Effort effort) {
   std::vector<Reading> readings;
-  for (const ZXing::Result& result : ZXing::ReadBarcodes(imageOf(picture), hintsFor(formats, effort))) {
+  ZXingOptions options = optionsFor(formats, effort);
+  returnEmptyCodes(options);
+  for (const ZXing::Result& result : ZXing::ReadBarcodes(imageOf(picture), options)) {
     const std::string text = textOf(result);
     const char* type = typeOf(result.format(), text);
-    if (!type || !result.isValid()) {
+    if (!type || !isSound(result)) {
       continue;
     }
     Quad outline;

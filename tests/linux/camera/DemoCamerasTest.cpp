@@ -1,15 +1,13 @@
 // What the demo cameras show.
-#define ZX_USE_UTF8 1  // must precede ZXing's headers; without it texts are not UTF-8
-
 #include <set>
 #include <string>
 #include <vector>
 
-#include <ZXing/ReadBarcode.h>
 #include <gmock/gmock.h>
 
 #include "linux/camera/demo/BackScene.hpp"
 #include "linux/camera/demo/Canvas.hpp"
+#include "linux/codes/decoders/ZXingVersion.hpp"
 
 namespace nivlo {
 namespace {
@@ -27,9 +25,9 @@ std::vector<std::string> codesIn(const DemoScene& scene, double seconds) {
                                ZXing::ImageFormat::BGRX, cairo_image_surface_get_stride(surface.get()));
   std::vector<std::string> found;
   const auto read = [&](ZXing::BarcodeFormats formats, int most) {
-    ZXing::DecodeHints hints;
-    hints.setFormats(formats).setTryDownscale(false).setMaxNumberOfSymbols(most);
-    for (const auto& result : ZXing::ReadBarcodes(image, hints)) {
+    ZXingOptions options = plainOptions();
+    options.setFormats(formats).setTryDownscale(false).setMaxNumberOfSymbols(most);
+    for (const auto& result : ZXing::ReadBarcodes(image, options)) {
       found.push_back(ZXing::ToString(result.format()));
       found.back().append(" ").append(result.text());
     }
