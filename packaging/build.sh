@@ -4,7 +4,7 @@ say() { printf '\033[1m%s\033[0m\n' "$*"; }
 
 # install_packages SET: installs the missing packages of the program ("program"), or of the tests too ("all").
 install_packages() {
-  local list=packaging/debian12-packages.txt wanted missing
+  local list=packaging/debian-packages.txt wanted missing
   wanted=$(if [ "$1" = all ]; then cat "$list"; else sed '/^== tests/,$d' "$list"; fi | grep -v '^#\|^==\|^$')
   # shellcheck disable=SC2086
   missing=$({ dpkg-query -W -f '${Package} ${Status}\n' $wanted 2>/dev/null || true; } | awk '/ install ok installed$/ {print $1}' |
