@@ -1,4 +1,5 @@
 // One Nivlo in a session: controlled, and started a second time.
+#include <glib.h>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -99,7 +100,10 @@ TEST_F(ControlTest, ItOutlivesTheBusAndIsReachableAgainOnceTheBusIsBack) {
   Nivlo program(offscreen_, session());
   ASSERT_TRUE(program.waitForLine("opened"));
   {
-    const ChildProcess daemon({"/usr/bin/python3", "-m", "dbusmock", "--template", "power_profiles_daemon",
+    // The service has another name on the bus since its version 0.20, which GLib knows since 2.80.
+    const bool hasNewName = glib_check_version(2, 80, 0) == nullptr;
+    const ChildProcess daemon({"/usr/bin/python3", "-m", "dbusmock", "--template",
+                               hasNewName ? "upower_power_profiles_daemon" : "power_profiles_daemon",
                                "--parameters", R"({"ActiveProfile": "power-saver"})"},
                               session());
     EXPECT_TRUE(program.waitForLine("codes are looked for less often"));
