@@ -70,9 +70,12 @@ void WallpaperRun::runLoop() {
                            : makeBatteryMonitor([this](bool onBattery) { spareBattery(onBattery); });
   const auto clock = makeClockMonitor();
   cameras_->onReplaced([this] { useNewCameras(); });
+  cameras_->onEvent([this] { control_.statusChanged(); });
+  show_->onChange([this] { control_.statusChanged(); });
   control_.attach(show_.get());
   loop_.run();
   control_.attach(nullptr);
+  cameras_->onEvent([] {});
   cameras_->onReplaced([] {});
   desktop_.observe([](long) {});
 }

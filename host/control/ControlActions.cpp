@@ -42,11 +42,6 @@ constexpr GActionEntry kActions[] = {{"paused", nullptr, nullptr, "false", pause
 ControlActions::ControlActions(Controls& controls)
     : controls_(controls), group_(g_simple_action_group_new()) {
   g_action_map_add_action_entries(G_ACTION_MAP(group_.get()), kActions, G_N_ELEMENTS(kActions), &controls_);
-  controls_.observe([this] { follow(); });
-}
-
-ControlActions::~ControlActions() {
-  controls_.observe([] {});
 }
 
 void ControlActions::setState(const char* action, GVariant* state) {

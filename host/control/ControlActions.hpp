@@ -12,17 +12,17 @@ namespace nivlo {
 /// "quit". Calling them works the controls, and their states follow the wallpaper. Main thread only.
 class ControlActions {
  public:
-  /// Becomes the observer of `controls`, which must outlive it.
+  /// `controls` must outlive it.
   explicit ControlActions(Controls& controls);
-  ~ControlActions();
   ControlActions(const ControlActions&) = delete;
   ControlActions& operator=(const ControlActions&) = delete;
 
   GActionGroup* group() const { return G_ACTION_GROUP(group_.get()); }
+  /// To be called when the wallpaper may have changed: sets the states.
+  void follow();
 
  private:
   void setState(const char* action, GVariant* state);
-  void follow();
 
   Controls& controls_;
   Owned<GSimpleActionGroup, g_object_unref> group_;

@@ -3,6 +3,7 @@
 
 #include <gio/gio.h>
 
+#include "host/control/ControlProperties.hpp"
 #include "host/control/Controls.hpp"
 #include "linux/handles/Owned.hpp"
 
@@ -17,8 +18,18 @@ class ControlObject {
   ControlObject(const ControlObject&) = delete;
   ControlObject& operator=(const ControlObject&) = delete;
 
+  /// Signals the properties that have changed since the last call, or since the object was made, in one
+  /// signal.
+  void signalChanges();
+
  private:
+  static const GDBusInterfaceVTable kHandlers;
+
+  PropertyValues properties() const;
+
   Owned<GDBusConnection, g_object_unref> connection_;
+  Controls& controls_;
+  PropertyValues signalled_;
   guint interface_;
   guint actions_;
 };

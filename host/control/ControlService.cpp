@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "host/control/ControlInterface.hpp"
-#include "host/loop/EventSource.hpp"
 #include "platform/Foundation/NSLog.hpp"
 
 namespace nivlo {
@@ -34,6 +33,24 @@ bool ControlService::anotherIsRunning() {
     g_main_context_iteration(nullptr, TRUE);
   }
   return place_ == Place::Another;
+}
+
+void ControlService::attach(WallpaperShow* show) {
+  controls_.attach(show);
+  statusChanged();
+}
+
+void ControlService::statusChanged() {
+  if (std::exchange(willSignal_, true)) {
+    return;
+  }
+  signalling_ = EventSource::onTimeout(std::chrono::milliseconds(0), [this] {
+    willSignal_ = false;
+    actions_.follow();
+    if (object_) {
+      object_->signalChanges();
+    }
+  });
 }
 
 void ControlService::connected(GDBusConnection* connection) {

@@ -8,6 +8,7 @@
 #include "host/control/ControlActions.hpp"
 #include "host/control/ControlObject.hpp"
 #include "host/control/Controls.hpp"
+#include "host/loop/EventSource.hpp"
 #include "linux/desktop/bus/BusClient.hpp"
 #include "linux/desktop/bus/BusLink.hpp"
 #include "linux/desktop/bus/SharedBus.hpp"
@@ -26,7 +27,10 @@ class ControlService {
   bool anotherIsRunning();
 
   /// Sets the wallpaper to control. It must be replaced, by null for none, before it is destroyed.
-  void attach(WallpaperShow* show) { controls_.attach(show); }
+  void attach(WallpaperShow* show);
+  /// Must be called when the wallpaper's status may have changed. What has changed by the time that the main
+  /// loop gets round to it is then signalled at once.
+  void statusChanged();
 
  private:
   enum class Place { Unknown, Only, Another };
@@ -37,6 +41,8 @@ class ControlService {
 
   Place place_ = Place::Unknown;
   bool reported_ = false;
+  bool willSignal_ = false;
+  EventSource signalling_;
   Controls controls_;
   ControlActions actions_{controls_};
   std::optional<ControlObject> object_;

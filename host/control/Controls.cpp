@@ -28,18 +28,6 @@ void addText(GVariantBuilder& to, const char* key, const std::string& value) {
   g_variant_builder_add(&to, "{sv}", key, g_variant_new_string(valid.get()));
 }
 
-const char* inWords(CameraState state) {
-  switch (state) {
-    case CameraState::Waiting:
-      return "waiting";
-    case CameraState::Unplugged:
-      return "unplugged";
-    case CameraState::Delivering:
-      break;
-  }
-  return "delivering";
-}
-
 GVariant* describe(const CameraInfo& camera, CameraState state) {
   GVariantBuilder entries;
   g_variant_builder_init(&entries, G_VARIANT_TYPE_VARDICT);
@@ -59,6 +47,7 @@ GVariant* describe(const WallpaperShow& show) {
   addText(entries, "bundle", show.bundle().path().string());
   addNumber(entries, "preset", status.preset);
   addNumber(entries, "presets", static_cast<int>(show.bundle().presets().size()));
+  addFlag(entries, "takesCamera", status.takesCamera);
   if (status.scanning) {
     addFlag(entries, "scanning", *status.scanning);
     addFlag(entries, "canScan", status.canScan);
@@ -126,21 +115,14 @@ Changes changesOf(std::string_view method, GVariant* arguments) {
 
 }  // namespace
 
-void Controls::attach(WallpaperShow* show) {
-  show_ = show;
-  changed_();
-}
-
 Controls::Answer Controls::call(std::string_view method, GVariant* arguments) {
   if (!show_) {
-    return {.error = "Nivlo is starting or ending; try again in a moment"};
+    return {.error = kNotShowing};
   }
   if (method == "GetStatus") {
     return {.values = g_variant_new("(@a{sv})", describe(*show_))};
   }
-  const auto error = perform(method, arguments);
-  changed_();
-  return {.error = error};
+  return {.error = perform(method, arguments)};
 }
 
 std::string Controls::perform(std::string_view method, GVariant* arguments) {

@@ -14,12 +14,15 @@ namespace nivlo {
 /// The methods of kControlInterface, applied to a wallpaper. Main thread only.
 class Controls {
  public:
+  /// The error of everything that is asked while no wallpaper is attached.
+  static constexpr auto kNotShowing = "Nivlo is starting or ending; try again in a moment";
+
   /// Calls `quit` for the method Quit.
   explicit Controls(std::function<void()> quit) : quit_(std::move(quit)) {}
 
   /// Sets the wallpaper to act on; while it is null, every method fails. It must be replaced before it is
   /// destroyed.
-  void attach(WallpaperShow* show);
+  void attach(WallpaperShow* show) { show_ = show; }
 
   struct Answer {
     GVariant* values = nullptr;  ///< a floating tuple; null stands for an empty one
@@ -30,16 +33,12 @@ class Controls {
 
   /// Returns the wallpaper, or null while none is attached.
   const WallpaperShow* show() const { return show_; }
-  /// Calls `changed` after each method that may have changed something, and when the wallpaper is replaced.
-  /// It takes the place of an earlier observer.
-  void observe(std::function<void()> changed) { changed_ = std::move(changed); }
 
  private:
   std::string perform(std::string_view method, GVariant* arguments);
   std::string showWallpaper(const std::string& nameOrPath, const ShowOptions& options);
 
   std::function<void()> quit_;
-  std::function<void()> changed_ = [] {};
   WallpaperShow* show_ = nullptr;
 };
 

@@ -22,6 +22,8 @@ void logCameraEvent(CameraEvent event, const CameraInfo& camera) {
     case CameraEvent::Refused:
       MFWarning("camera %@ cannot be opened", id);
       break;
+    case CameraEvent::Started:
+      break;
     case CameraEvent::Silent:
       MFNotice("camera %@ lost: it sends no pictures", id);
       break;

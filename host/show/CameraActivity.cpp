@@ -18,6 +18,7 @@ void CameraActivity::follow(CameraEvent event, const ObservedCamera& camera) {
       open_.erase(closed);
     }
   }
+  onEvent_();
 }
 
 std::optional<ObservedCamera> CameraActivity::open() const {

@@ -19,6 +19,9 @@ class CameraActivity {
   /// Calls `handler` at each such change from now on, instead of an earlier handler.
   void onReplaced(std::function<void()> handler) { onReplaced_ = std::move(handler); }
 
+  /// Calls `handler` after each event from now on, instead of an earlier handler.
+  void onEvent(std::function<void()> handler) { onEvent_ = std::move(handler); }
+
   /// The open camera. While a session switches cameras two are open, and the one opened last counts.
   std::optional<ObservedCamera> open() const;
   /// The number of times that a camera has been opened so far.
@@ -30,6 +33,7 @@ class CameraActivity {
 
  private:
   std::function<void()> onReplaced_ = [] {};
+  std::function<void()> onEvent_ = [] {};
   std::vector<ObservedCamera> open_;  // in the order of opening
   unsigned openings_ = 0;
   unsigned refusals_ = 0;

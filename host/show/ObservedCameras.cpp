@@ -1,23 +1,49 @@
 #include "host/show/ObservedCameras.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 #include "host/loop/EventSource.hpp"
+#include "platform/Foundation/Dispatch.hpp"
 
 namespace nivlo {
 
 namespace {
 
+/// The report of a stream's first frame.
+struct FirstFrame {
+  std::atomic<bool> arrived{false};
+  std::function<void()>
+      report;  ///< for the main thread only; null before the stream is open and once it is closed
+};
+
+/// To be called with each frame, on any thread.
+void noteFrame(const std::shared_ptr<FirstFrame>& first) {
+  if (!first->arrived.exchange(true)) {
+    dispatch_async(dispatch_get_main_queue(), [first] {
+      if (first->report) {
+        first->report();
+      }
+    });
+  }
+}
+
 class ObservedStream : public CameraStream {
  public:
-  ObservedStream(ObservedCamera camera, std::unique_ptr<CameraStream> stream, CameraObserver observer)
-      : camera_(std::move(camera)), observer_(std::move(observer)), stream_(std::move(stream)) {
+  ObservedStream(ObservedCamera camera, std::unique_ptr<CameraStream> stream,
+                 std::shared_ptr<FirstFrame> first, CameraObserver observer)
+      : camera_(std::move(camera)),
+        first_(std::move(first)),
+        observer_(std::move(observer)),
+        stream_(std::move(stream)) {
     observer_(CameraEvent::Opened, camera_);
+    first_->report = [this] { observer_(CameraEvent::Started, camera_); };
     watch();
   }
   ~ObservedStream() override {
     stream_.reset();
+    first_->report = nullptr;
     observer_(CameraEvent::Closed, camera_);
   }
 
@@ -33,6 +59,7 @@ class ObservedStream : public CameraStream {
   }
 
   ObservedCamera camera_;
+  std::shared_ptr<FirstFrame> first_;
   bool silent_ = false;
   CameraObserver observer_;
   EventSource check_;
@@ -48,15 +75,17 @@ class ObservedCameras : public CameraDriver {
 
   std::unique_ptr<CameraStream> open(const std::string& uniqueID, CameraFrameHandler onFrame) override {
     const auto pulse = std::make_shared<CameraPulse>();
-    auto stream = cameras_->open(uniqueID, [onFrame = std::move(onFrame), pulse](VideoFramePtr frame) {
+    const auto first = std::make_shared<FirstFrame>();
+    auto stream = cameras_->open(uniqueID, [onFrame = std::move(onFrame), pulse, first](VideoFramePtr frame) {
       pulse->beat();
+      noteFrame(first);
       onFrame(std::move(frame));
     });
     if (!stream) {
       observer_(CameraEvent::Refused, {.info = {.uniqueID = uniqueID}, .pulse = nullptr});
       return nullptr;
     }
-    return std::make_unique<ObservedStream>(ObservedCamera{infoOf(uniqueID), pulse}, std::move(stream),
+    return std::make_unique<ObservedStream>(ObservedCamera{infoOf(uniqueID), pulse}, std::move(stream), first,
                                             observer_);
   }
 

@@ -12,6 +12,7 @@ namespace nivlo {
 enum class CameraEvent {
   Opened,
   Refused,  ///< could not be opened; of the camera, only the unique ID is known
+  Started,  ///< the first frame has arrived
   Silent,   ///< open, but no frame has arrived for a few seconds
   Resumed,  ///< frames arrive again
   Closed,   ///< no further frame arrives

@@ -64,6 +64,7 @@ void Presence::update() {
   if (animating != std::exchange(animating_, animating)) {
     effects_.animate(animating);
   }
+  effects_.changed();
 }
 
 }  // namespace nivlo

@@ -24,6 +24,7 @@ class Presence {
     std::function<void(bool animating)> animate;  ///< called at each change
     std::function<void()> enterBackground;        ///< called before the animation stops
     std::function<void()> enterForeground;        ///< called before the animation resumes
+    std::function<void()> changed = [] {};        ///< called after each change of any answer
   };
 
   /// Starts out visible, not paused and in the foreground, but animates nothing before begin().

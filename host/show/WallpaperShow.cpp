@@ -32,6 +32,18 @@ bool thereIsACamera(AVCaptureDevicePosition position) {
 
 }  // namespace
 
+const char* inWords(CameraState state) {
+  switch (state) {
+    case CameraState::Waiting:
+      return "waiting";
+    case CameraState::Unplugged:
+      return "unplugged";
+    case CameraState::Delivering:
+      break;
+  }
+  return "delivering";
+}
+
 std::unique_ptr<WallpaperShow> WallpaperShow::make(std::shared_ptr<const WallpaperBundle> bundle,
                                                    const ShowOptions& options, CGSize size,
                                                    std::shared_ptr<const CameraActivity> cameras,
@@ -49,7 +61,7 @@ WallpaperShow::WallpaperShow(CGSize size, std::shared_ptr<const CameraActivity> 
       cameras_(std::move(cameras)),
       scanPermit_(std::move(scanPermit)),
       presence_({[this](bool animating) { wallpaper_->setAnimating(animating); }, enterBackground,
-                 enterForeground}) {}
+                 enterForeground, [this] { changed_(); }}) {}
 
 WallpaperShow::~WallpaperShow() { stop(); }
 
@@ -108,10 +120,14 @@ void WallpaperShow::frameShown() {
   if (newest != pictures.end()) {
     frames_.shown(newest->frame.picture->captureTime);
   }
+  if (const bool can = canScan(); can != std::exchange(couldScan_, can)) {
+    changed_();
+  }
 }
 
 WallpaperStatus WallpaperShow::status() const {
   WallpaperStatus status{.preset = preset_,
+                         .takesCamera = bundle_->understands(kCameraPositionKey),
                          .animating = presence_.isAnimating(),
                          .visible = presence_.isVisible(),
                          .awaited = presence_.awaited(),
@@ -121,7 +137,7 @@ WallpaperStatus WallpaperShow::status() const {
                          .frames = frames_};
   if (bundle_->understands(kScansCodesKey)) {
     status.scanning = boolValue(options_.objectForKey(kScansCodesKey));
-    status.canScan = drivers().codeReader && drivers().codeReader->canRead();
+    status.canScan = canScan();
   }
   if (const auto camera = cameras_->open()) {
     status.camera = camera->info;
@@ -129,6 +145,8 @@ WallpaperStatus WallpaperShow::status() const {
   }
   return status;
 }
+
+bool WallpaperShow::canScan() const { return drivers().codeReader && drivers().codeReader->canRead(); }
 
 CameraState WallpaperShow::stateOf(const ObservedCamera& camera) const {
   const auto known = drivers().cameras ? drivers().cameras->cameras() : std::vector<CameraInfo>();
@@ -165,6 +183,7 @@ void WallpaperShow::apply(const ShowOptions& changes) {
   openingsBefore_ = cameras_->openings();
   scanPermit_->setScanning(status().scanning.value_or(true));
   wallpaper_->setWallpaperOptions(options_);
+  changed_();
 }
 
 std::string WallpaperShow::swapCameras() {
@@ -182,6 +201,7 @@ std::string WallpaperShow::swapCameras() {
   apply({.camera = other});
   if (cameras_->refusals() != refusals) {
     options_.setObject(current, kCameraPositionKey);
+    changed_();
     return fmt::format("nothing has changed: the {} camera cannot be opened (see the log)", other);
   }
   return "";

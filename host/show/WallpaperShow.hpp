@@ -1,6 +1,7 @@
 // The wallpaper that is shown, and what can be asked of it.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,8 +25,12 @@ enum class CameraState {
   Unplugged,   ///< none arrives until it is plugged in again
 };
 
+/// "delivering", "waiting" or "unplugged".
+const char* inWords(CameraState state);
+
 struct WallpaperStatus {
   int preset = 1;                ///< the one chosen last, counted from 1
+  bool takesCamera = true;       ///< the wallpaper has a camera to choose
   std::optional<bool> scanning;  ///< nothing where the wallpaper does not read codes
   bool animating = false;
   bool visible = true;
@@ -59,6 +64,9 @@ class WallpaperShow {
   Presence& presence() { return presence_; }
   const WallpaperBundle& bundle() const { return *bundle_; }
   WallpaperStatus status() const;
+  /// Calls `handler` when `status` may have changed, other than by an event of a camera or by the number of
+  /// frames. It takes the place of an earlier handler.
+  void onChange(std::function<void()> handler) { changed_ = std::move(handler); }
   /// Must be called when the surface has shown the view's newest picture.
   void frameShown();
 
@@ -88,6 +96,7 @@ class WallpaperShow {
   void stop();
   void apply(const ShowOptions& changes);
   const char* cameraInUse() const;
+  bool canScan() const;
   CameraState stateOf(const ObservedCamera& camera) const;
 
   const CGSize size_;
@@ -101,6 +110,8 @@ class WallpaperShow {
   NSDictionary options_;
   long variant_ = kWallpaperVariantLight;
   FrameStatistics frames_;
+  bool couldScan_ = true;
+  std::function<void()> changed_ = [] {};
   Presence presence_;
 };
 

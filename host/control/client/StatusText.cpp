@@ -95,6 +95,9 @@ std::string cameraInWords(const Json& status) {
     return visibleText(fmt::format("{} ({}, {}){}", text(*camera, "name"), text(*camera, "id"),
                                    text(*camera, "position"), whyNoPicture(text(*camera, "state"))));
   }
+  if (!flag(status, "takesCamera", true)) {
+    return "none in use";
+  }
   return flag(status, "animating", false) ? "off: there is none, or it could not be opened (see the log)"
                                           : "off while the wallpaper is not shown";
 }
@@ -118,6 +121,16 @@ std::string scanningInWords(const Json& status) {
   return hasPicture ? "on" : "on, but there is no picture";
 }
 
+/// The age of pictures counts from the camera, so a wallpaper without one has none.
+std::string picturesInWords(const Json& status) {
+  auto words = std::to_string(number<int>(status, "frames"));
+  if (status.contains("camera") || flag(status, "takesCamera", true)) {
+    words += fmt::format(", {:.1f} ms behind the camera (95 % within {:.1f})",
+                         number<double>(status, "ageMedian"), number<double>(status, "age95"));
+  }
+  return words;
+}
+
 }  // namespace
 
 std::string statusAsJson(GVariant* status) {
@@ -133,13 +146,12 @@ std::string statusInWords(GVariant* status) {
       "preset     {} of {}\n"
       "camera     {}\n"
       "scanning   {}\n"
-      "pictures   {}, {:.1f} ms behind the camera (95 % within {:.1f})\n"
+      "pictures   {}\n"
       "process    {}",
       visibleText(text(values, "wallpaper")),
       flag(values, "animating", false) ? howShown(values) : whyNotShown(values),
       number<int>(values, "preset"), number<int>(values, "presets"), cameraInWords(values),
-      scanningInWords(values), number<int>(values, "frames"), number<double>(values, "ageMedian"),
-      number<double>(values, "age95"), number<int>(values, "process"));
+      scanningInWords(values), picturesInWords(values), number<int>(values, "process"));
 }
 
 }  // namespace nivlo

@@ -14,6 +14,7 @@ namespace {
 using testing::AllOf;
 using testing::Eq;
 using testing::HasSubstr;
+using testing::Not;
 using Words = std::vector<std::string>;
 
 class ControlTest : public testing::Test {
@@ -94,6 +95,44 @@ TEST_F(ControlTest, ASecondStartPassesItsOptionsOnAndACrashDoesNotBlockTheNext) 
   first.kill();
   Nivlo next(offscreen_, session());
   EXPECT_TRUE(next.waitForLine("opened"));
+}
+
+TEST_F(ControlTest, PropertiesSayWhatIsSoAndEachChangeIsSignalledOnce) {
+  Nivlo program(offscreen_, session());
+  ASSERT_TRUE(program.waitForLine("first picture"));
+  const auto property = [this](const std::string& name) {
+    return outputOf(
+        {"gdbus", "call", "--session", "--dest=org.nivlo.Wallpaper", "--object-path=/org/nivlo/Wallpaper",
+         "--method=org.freedesktop.DBus.Properties.Get", "org.nivlo.Wallpaper1", name},
+        session());
+  };
+  for (const auto& [name, value] : {std::pair("State", "'shown'"),
+                                    {"Wallpaper", "'Nivlo'"},
+                                    {"Preset", "1"},
+                                    {"Presets", "4"},
+                                    {"Paused", "false"},
+                                    {"Scanning", "'off'"},
+                                    {"CameraState", "'delivering'"},
+                                    {"CameraPosition", "'back'"}}) {
+    EXPECT_EQ(property(name), std::string("(<") + value + ">,)\n") << name;
+  }
+  ChildProcess monitor({"gdbus", "monitor", "--session", "--dest=org.nivlo.Wallpaper"}, session());
+  monitor.expectLine("is owned by");
+  const auto after = [&](const Words& arguments, const std::string& change) {
+    run(arguments, 0);
+    const auto line = monitor.waitForLine(change);
+    return line.value_or(monitor.output());
+  };
+  EXPECT_THAT(after({"ctl", "pause"}, "'State': <'paused'>"),
+              AllOf(HasSubstr("'Paused': <true>"), HasSubstr("'CameraState': <'off'>")));
+  run({"ctl", "pause"}, 0);
+  EXPECT_THAT(after({"ctl", "scan", "on"}, "'Scanning'"), HasSubstr("<'idle'>"));
+  EXPECT_THAT(after({"ctl", "resume"}, "'CameraState': <'delivering'>"), HasSubstr("'Scanning': <'on'>"));
+  EXPECT_THAT(after({"ctl", "swap"}, "'CameraPosition'"), HasSubstr("'CameraPosition': <'front'>"));
+  EXPECT_THAT(after({"ctl", "preset", "3"}, "'Preset'"),
+              AllOf(HasSubstr("<3>"), HasSubstr("'Scanning': <'off'>"), Not(HasSubstr("Wallpaper'"))));
+  const auto signals = monitor.output();
+  EXPECT_EQ(signals.find("'Paused': <true>"), signals.rfind("'Paused': <true>")) << signals;
 }
 
 TEST_F(ControlTest, ItOutlivesTheBusAndIsReachableAgainOnceTheBusIsBack) {
@@ -200,7 +239,8 @@ TEST_F(ControlTest, AnotherWallpaperTakesTheShownOnesPlaceAndOneThatCannotLeaves
   EXPECT_EQ(now["bundle"], paint.string());
   EXPECT_EQ(now["preset"], 2);
   EXPECT_FALSE(now.contains("scanning"));
-  EXPECT_THAT(run({"ctl", "status"}, 0), AllOf(HasSubstr("Paint, shown"), HasSubstr("does not read codes")));
+  EXPECT_THAT(run({"ctl", "status"}, 0), AllOf(HasSubstr("Paint, shown"), HasSubstr("none in use"),
+                                               HasSubstr("does not read codes"), Not(HasSubstr("behind"))));
   EXPECT_THAT(run({"ctl", "scan", "on"}, 1), HasSubstr("Paint does not read codes"));
   EXPECT_THAT(run({"ctl", "swap"}, 1), HasSubstr("Paint has no camera to choose"));
   setWallpaper("Throwing", 1, "throws: not today");

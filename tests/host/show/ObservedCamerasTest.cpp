@@ -21,7 +21,7 @@ using testing::ElementsAre;
 class ObservedCamerasTest : public testing::Test {
  protected:
   void record(CameraEvent event, const ObservedCamera& camera) {
-    constexpr std::array kNames{"opened", "refused", "silent", "resumed", "closed"};
+    constexpr std::array kNames{"opened", "refused", "started", "silent", "resumed", "closed"};
     events_.push_back(camera.info.uniqueID + ' ' + kNames.at(static_cast<std::size_t>(event)));
     activity_.follow(event, camera);
   }
