@@ -41,6 +41,6 @@ def files(option):
 
 
 def brief(text):
-    """The first clause of a help text, short enough to stand beside a name."""
-    clause = re.split(r"(?<=\w\w)[;:(,]|\. ", text, maxsplit=1)[0].strip()
-    return clause if len(clause) <= 70 else clause[:67].rsplit(" ", 1)[0] + "..."
+    """The beginning of a help text, short enough to stand beside a name."""
+    clause = re.split(r"[;:] |\. | \(", text, maxsplit=1)[0]
+    return clause if len(clause) <= 80 else clause[:77].rsplit(" ", 1)[0].rstrip(",") + "..."
