@@ -6,12 +6,13 @@
 #include <utility>
 
 #include "platform/AVFoundation/AVMetadataObject.hpp"
+#include "platform/Foundation/NSObject.hpp"
 #include "platform/UIKit/UIBezierPath.hpp"
 
 namespace nivlo {
 
 /// A scanned code, as the wallpaper keeps it. Main thread only.
-class Barcode {
+class Barcode : public NSObject {
  public:
   using CodeObject = std::shared_ptr<const AVMetadataMachineReadableCodeObject>;
 

@@ -31,6 +31,13 @@ TEST(BarcodeRecord, OutlinesItsCornersInAnotherOrder) {
   EXPECT_EQ(barcode(bowTie)->boundingBoxPath()->CGPath(), closedPath({{0, 0}, {9, 0}, {9, 9}, {0, 9}}));
 }
 
+TEST(BarcodeRecord, KeepsNothingForACategory) {
+  static const char kKey = 0;
+  const std::shared_ptr<NSObject> record = barcode({{1, 1}});
+  record->setAssociatedObject(&kKey, 7);
+  EXPECT_EQ(std::any_cast<int>(record->associatedObject(&kKey)), 7);
+}
+
 TEST(BarcodeRecord, IsMadeUpWithoutCornersOrText) {
   EXPECT_FALSE(Barcode::processMetadataObject(nullptr));
   EXPECT_FALSE(barcode({}));
