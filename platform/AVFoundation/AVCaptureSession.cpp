@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <utility>
 
 #include "platform/AVFoundation/AVCaptureMetadataOutput.hpp"
 #include "platform/Foundation/Dispatch.hpp"
@@ -121,6 +122,8 @@ void AVCaptureSession::commitConfiguration() {
   }
   if (running_) {
     applyChange();
+  } else if (inputs_ != inputsBeforeConfiguration_) {
+    inputsBeforeUntried_ = inputsBeforeConfiguration_;
   }
   inputsBeforeConfiguration_.clear();
 }
@@ -172,9 +175,22 @@ void AVCaptureSession::startRunning() {
     output->startReading();
   }
   feed_->expectFirstFrame();
-  if (openChosenDevice()) {
+  if (openDeviceToStart() && !std::exchange(hasWaited_, true)) {
     feed_->waitForFirstFrame(kLongestStart);
   }
+}
+
+/// Whether a camera can be opened shows only now if it was chosen while the session was stopped.
+bool AVCaptureSession::openDeviceToStart() {
+  const Inputs before = std::exchange(inputsBeforeUntried_, {});
+  if (openChosenDevice()) {
+    return true;
+  }
+  if (inputs_.empty() || before.empty()) {
+    return false;
+  }
+  inputs_ = before;
+  return openChosenDevice();
 }
 
 void AVCaptureSession::stopRunning() {

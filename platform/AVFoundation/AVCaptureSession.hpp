@@ -51,12 +51,14 @@ class AVCaptureSession : public std::enable_shared_from_this<AVCaptureSession> {
   /// Makes the change. A running session opens the new camera before it closes the old one, so the picture
   /// does not go dark between them. Where the new input was refused, by addInput or because its camera cannot
   /// be opened, and the session would be left without a camera, the change is rolled back: the inputs are
-  /// those from before it, and the picture goes on. Does nothing without a matching beginConfiguration().
+  /// those from before it, and the picture goes on. A change to a stopped session is rolled back likewise
+  /// when the session starts. Does nothing without a matching beginConfiguration().
   void commitConfiguration();
 
-  /// Opens the camera and waits up to 2 s for its first frame; a slower camera's picture appears when it
-  /// comes. Without an input, or when the camera cannot be opened, the session runs without a picture until
-  /// its configuration changes. Does nothing while the session runs.
+  /// Opens the camera. The first start waits up to 2 s for the first frame; a slower camera's picture appears
+  /// when it comes. Later starts do not wait, because there is a last picture to show meanwhile. Without an
+  /// input, or when the camera cannot be opened, the session runs without a picture until its configuration
+  /// changes. Does nothing while the session runs.
   void startRunning();
   /// Closes the camera. No frame is handed out once this has returned. Does nothing while the session is
   /// stopped.
@@ -78,6 +80,7 @@ class AVCaptureSession : public std::enable_shared_from_this<AVCaptureSession> {
   AVCaptureSession();
   std::shared_ptr<AVCaptureDevice> chosenDevice() const;
   bool openChosenDevice();
+  bool openDeviceToStart();
   void closeDevice();
   void applyChange();
 
@@ -86,6 +89,8 @@ class AVCaptureSession : public std::enable_shared_from_this<AVCaptureSession> {
   int configurationDepth_ = 0;
   Inputs inputsBeforeConfiguration_;
   bool inputRefused_ = false;
+  Inputs inputsBeforeUntried_;  ///< from before the last change, as long as that has not been started
+  bool hasWaited_ = false;
   bool running_ = false;
   std::shared_ptr<Feed> feed_;
   std::shared_ptr<AVCaptureDevice> activeDevice_;
