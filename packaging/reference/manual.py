@@ -101,6 +101,12 @@ def methods(description):
     return lines[:-1]
 
 
+def properties(description):
+    """The properties of the D-Bus interface by their types' codes."""
+    named = [f"{bold(each.get('name'))} ({each.get('type')})" for each in xml.fromstring(description).iter("property")]
+    return [name + "," for name in named[:-1]] + [named[-1] + "."]
+
+
 def page(frame, reference):
     command = reference["command"]
     marks = {
@@ -109,6 +115,7 @@ def page(frame, reference):
         "OPTIONS": [line for option in options(command) for line in described(option)],
         "COMMANDS": commands(command),
         "METHODS": methods(reference["interface"]),
+        "PROPERTIES": properties(reference["interface"]),
         "EXAMPLES": footer(command["footer"]),
     }
     for mark, lines in marks.items():
