@@ -90,11 +90,23 @@ xcb_atom_t X11Connection::atom(const std::string& name) {
   return reply ? atoms_[name] = reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-std::vector<std::uint32_t> X11Connection::values(xcb_window_t window, const std::string& property) {
+X11Reply<xcb_get_property_reply_t> X11Connection::property(xcb_window_t window, const std::string& name) {
   constexpr std::uint32_t kMostValues = 4096;
   const auto request =
-      xcb_get_property(get(), 0, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, kMostValues);
-  const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(get(), request, nullptr));
+      xcb_get_property(get(), 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, kMostValues);
+  return X11Reply<xcb_get_property_reply_t>(xcb_get_property_reply(get(), request, nullptr));
+}
+
+std::string X11Connection::text(xcb_window_t window, const std::string& property) {
+  const auto reply = this->property(window, property);
+  if (!reply || reply->format != 8) {
+    return {};
+  }
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
+}
+
+std::vector<std::uint32_t> X11Connection::values(xcb_window_t window, const std::string& property) {
+  const auto reply = this->property(window, property);
   if (!reply || reply->format != 32) {
     return {};
   }

@@ -50,6 +50,9 @@ class X11Connection {
   xcb_atom_t atom(const std::string& name);
   /// The 32-bit values of a window's property; empty if there is no such property or window.
   std::vector<std::uint32_t> values(xcb_window_t window, const std::string& property);
+  /// The text of a window's property, in whichever encoding it has; empty if there is no such property or
+  /// window.
+  std::string text(xcb_window_t window, const std::string& property);
   /// Replaces the property by 32-bit values.
   void setValues(xcb_window_t window, const std::string& property, xcb_atom_t type,
                  const std::vector<std::uint32_t>& values);
@@ -66,6 +69,7 @@ class X11Connection {
 
   X11Connection(Handle connection, const xcb_screen_t* screen)
       : connection_(std::move(connection)), screen_(screen) {}
+  X11Reply<xcb_get_property_reply_t> property(xcb_window_t window, const std::string& name);
 
   Handle connection_;
   const xcb_screen_t* screen_;

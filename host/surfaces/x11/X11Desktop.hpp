@@ -48,6 +48,7 @@ class X11Desktop : public X11Surface {
   void receiveRootEvents();
   void placeCanvases();
   void findCovered();
+  X11Canvas::Kind kindOfCanvas() const;
   std::unique_ptr<X11Canvas> makeCanvas(const ScreenRect& place);
   void setHints(xcb_window_t window, const ScreenRect& place);
 

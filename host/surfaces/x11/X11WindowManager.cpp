@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 
 #include "host/surfaces/x11/X11Events.hpp"
 
@@ -21,6 +22,7 @@ void X11WindowManager::query() {
   const bool alive = !named.empty() && connection_.values(named[0], kCheck) == named;
   check_ = alive ? named[0] : XCB_NONE;
   knowsDesktopWindows_ = false;
+  isMuffin_ = false;
   if (!alive) {
     return;
   }
@@ -29,6 +31,7 @@ void X11WindowManager::query() {
   const auto supported = connection_.values(connection_.root(), kSupported);
   knowsDesktopWindows_ = std::find(supported.begin(), supported.end(),
                                    connection_.atom("_NET_WM_WINDOW_TYPE_DESKTOP")) != supported.end();
+  isMuffin_ = connection_.text(check_, "_NET_WM_NAME").find("Muffin") != std::string::npos;
 }
 
 bool X11WindowManager::handle(const xcb_generic_event_t& event) {
