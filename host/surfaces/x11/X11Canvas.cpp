@@ -12,6 +12,8 @@ namespace nivlo {
 namespace {
 
 constexpr std::chrono::milliseconds kMapRetryDelay{500};
+constexpr std::uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                  XCB_EVENT_MASK_VISIBILITY_CHANGE | XCB_EVENT_MASK_PROPERTY_CHANGE;
 
 }  // namespace
 
@@ -25,10 +27,7 @@ X11Canvas::X11Canvas(X11Connection& connection, const ScreenRect& place, Kind ki
       height_(place.height),
       window_(xcb_generate_id(connection.get())),
       context_(xcb_generate_id(connection.get())) {
-  const std::array<std::uint32_t, 3> values{XCB_BACK_PIXMAP_NONE, kind != Kind::Managed,
-                                            XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
-                                                XCB_EVENT_MASK_VISIBILITY_CHANGE |
-                                                XCB_EVENT_MASK_PROPERTY_CHANGE};
+  const std::array<std::uint32_t, 3> values{XCB_BACK_PIXMAP_NONE, kind != Kind::Managed, kEvents};
   xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, window_, connection.root(),
                     static_cast<std::int16_t>(place.x), static_cast<std::int16_t>(place.y),
                     static_cast<std::uint16_t>(place.width), static_cast<std::uint16_t>(place.height), 0,
@@ -41,6 +40,11 @@ X11Canvas::X11Canvas(X11Connection& connection, const ScreenRect& place, Kind ki
 X11Canvas::~X11Canvas() {
   xcb_free_gc(connection_.get(), context_);
   xcb_destroy_window(connection_.get(), window_);
+}
+
+void X11Canvas::receiveKeys() {
+  const std::uint32_t events = kEvents | XCB_EVENT_MASK_KEY_PRESS;
+  xcb_change_window_attributes(connection_.get(), window_, XCB_CW_EVENT_MASK, &events);
 }
 
 void X11Canvas::setNames() {

@@ -25,6 +25,8 @@ class X11Canvas {
   X11Canvas& operator=(const X11Canvas&) = delete;
 
   xcb_window_t window() const { return window_; }
+  /// Receives key presses, too, while the window has the keyboard.
+  void receiveKeys();
   /// The place where the window was last put; a window manager may have moved it since.
   const ScreenRect& place() const { return place_; }
   /// Maps the window, asking again until it is done: a window manager that is just starting may miss a

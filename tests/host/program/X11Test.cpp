@@ -161,6 +161,10 @@ TEST(X11Test, TiledWindowsCloseTheCameraAndFloatingOnesThatLeaveHalfDoNot) {
   EXPECT_TRUE(program.waitForLine("halves.png opened")) << "a window has been moved away";
   program.terminate();
   display.run({"xdotool", "windowmove", std::to_string(bottomLeft.window()), "0", "300"});
+  {
+    auto later = run("covered");
+    EXPECT_TRUE(later.waitForLine("halves.png closed")) << "the windows were there before it";
+  }
   auto fullscreenOnly = run("fullscreen");
   EXPECT_TRUE(fullscreenOnly.waitForLine("halves.png opened"));
   EXPECT_FALSE(fullscreenOnly.waitForLine("halves.png closed", kNotSoon));
@@ -251,6 +255,30 @@ TEST(X11Test, WithoutSharedMemoryAWindowIsStillDrawnResizedAndClosed) {
   xcb_send_event(display.client(), 0, window, 0, reinterpret_cast<const char*>(&close));
   xcb_flush(display.client());
   EXPECT_THAT(program.waitForExit(), Eq(0)) << program.output();
+}
+
+TEST(X11Test, AWindowFitsTheScreenWithItsFrameAndIsClosedWithEscape) {
+  const PrivateDisplay display;
+  std::optional<ChildProcess> manager;
+  for (const bool isManaged : {false, true}) {
+    if (isManaged) {
+      manager.emplace(std::vector<std::string>{"openbox"}, display.environment());
+      const ForeignX11Window window(display, {});
+      ASSERT_TRUE(waitFor([&] { return display.topOf(window.window()) != window.window(); }));
+    }
+    Nivlo program({"--surface", "window", "--qr", "off", "--source", "back=demo"}, display.environment());
+    ASSERT_TRUE(program.waitForLine("first picture")) << program.output();
+    const auto place = display.placeOf(display.windowAt(400, 300));
+    EXPECT_THAT(place.width, Ge(700)) << "there is no large window";
+    EXPECT_THAT(place.x, Ge(0));
+    EXPECT_THAT(place.y, Ge(0));
+    EXPECT_THAT(place.x + place.width, Le(800));
+    EXPECT_THAT(place.y + place.height, Le(600));
+    display.run({"xdotool", "mousemove", "400", "300", "key", "a"});
+    EXPECT_TRUE(program.isRunning());
+    display.run({"xdotool", "key", "Escape"});
+    EXPECT_THAT(program.waitForExit(), Eq(0)) << program.output();
+  }
 }
 
 }  // namespace

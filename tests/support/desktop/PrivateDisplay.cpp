@@ -73,6 +73,12 @@ xcb_window_t PrivateDisplay::topOf(xcb_window_t window) const {
   }
 }
 
+xcb_rectangle_t PrivateDisplay::placeOf(xcb_window_t window) const {
+  const X11Reply<xcb_get_geometry_reply_t> place(
+      xcb_get_geometry_reply(client(), xcb_get_geometry(client(), window), nullptr));
+  return place ? xcb_rectangle_t{place->x, place->y, place->width, place->height} : xcb_rectangle_t{};
+}
+
 std::string PrivateDisplay::titleOf(xcb_window_t window) const {
   const auto request =
       xcb_get_property(client(), 0, window, XCB_ATOM_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY, 0, 64);

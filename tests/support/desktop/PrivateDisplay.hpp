@@ -37,6 +37,8 @@ class PrivateDisplay {
   std::vector<xcb_window_t> stack() const;
   /// The child of the root window that contains the window; XCB_NONE if it is gone.
   xcb_window_t topOf(xcb_window_t window) const;
+  /// The place of a child of the root window.
+  xcb_rectangle_t placeOf(xcb_window_t window) const;
   /// The title that the window itself has, not a window inside its frame; empty if there is none.
   std::string titleOf(xcb_window_t window) const;
 
