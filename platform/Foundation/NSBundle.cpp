@@ -46,6 +46,11 @@ NSDictionary dictionaryFromPropertyList(const pugi::xml_node& dict) {
 
 std::shared_ptr<NSBundle> NSBundle::bundleWithPath(const std::filesystem::path& path, std::string* error) {
   const auto infoPath = path / "Info.plist";
+  // Opening a pipe would wait for its writer.
+  if (std::error_code problem; !std::filesystem::is_regular_file(infoPath, problem)) {
+    *error = infoPath.string() + ": it is missing, or not a regular file";
+    return nullptr;
+  }
   pugi::xml_document document;
   const auto result = document.load_file(infoPath.c_str());
   const auto dict = document.child("plist").child("dict");

@@ -1,6 +1,7 @@
 // The program with wallpapers that are not its own.
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include "tests/host/program/Nivlo.hpp"
 #include "tests/support/TemporaryDirectory.hpp"
@@ -70,6 +71,11 @@ TEST_F(OtherWallpapersTest, FaultsOfAWallpaperAreToldAndContained) {
                                       HasSubstr(R"(setAnimating throws: no animation\x1b[2J please)")));
   EXPECT_THAT(show("Late", 0), Not(HasSubstr("Too late"))) << "a dialog after the end";
   EXPECT_EQ(run({"presets", "--bundle", bundle("Plain")}, 0), "1  preset 1\n");
+  const auto pipe = directory_.path() / "Pipe.bundle";
+  std::filesystem::create_directory(pipe);
+  ASSERT_EQ(mkfifo((pipe / "Info.plist").c_str(), S_IRUSR | S_IWUSR), 0);
+  EXPECT_THAT(run({"presets", "--bundle", pipe}, 1), HasSubstr("not a regular file"))
+      << "it waits for a writer";
 }
 
 TEST_F(OtherWallpapersTest, InstalledWallpapersAreListedOnceAndFoundByNameWhateverIsWrongWithOthers) {
