@@ -4,6 +4,7 @@
 #include <ctime>
 #include <utility>
 
+#include "platform/Foundation/NSLog.hpp"
 #include "platform/Foundation/NSThread.hpp"
 
 namespace nivlo {
@@ -22,7 +23,11 @@ PipeWireLoop::PipeWireLoop() {
   // A thread's name in the log can be set by that thread only. run() would not do: until the thread has
   // begun, libpipewire runs an invocation on the caller's. The event's source is freed with the loop.
   const auto nameThread = [](void*, uint64_t) { NSThread::currentThread().setName(kThreadName); };
-  pw_loop_signal_event(get(), pw_loop_add_event(get(), nameThread, nullptr));
+  spa_source* begun = pw_loop_add_event(get(), nameThread, nullptr);
+  if (begun == nullptr) {
+    return;
+  }
+  pw_loop_signal_event(get(), begun);
   running_ = pw_thread_loop_start(loop_.get()) == 0;
 }
 
@@ -54,13 +59,28 @@ void PipeWireLoop::waitForWake(const std::function<bool()>& isDone, std::chrono:
 
 LoopTimer::LoopTimer(PipeWireLoop& loop, std::function<void()> callback)
     : loop_(loop.get()), callback_(std::move(callback)) {
-  const auto call = [](void* self, uint64_t) { static_cast<LoopTimer*>(self)->callback_(); };
-  source_ = pw_loop_add_timer(loop_, call, this);
+  open();
 }
 
-LoopTimer::~LoopTimer() { pw_loop_destroy_source(loop_, source_); }
+LoopTimer::~LoopTimer() {
+  if (source_ != nullptr) {
+    pw_loop_destroy_source(loop_, source_);
+  }
+}
+
+bool LoopTimer::open() {
+  if (source_ == nullptr) {
+    const auto call = [](void* self, uint64_t) { static_cast<LoopTimer*>(self)->callback_(); };
+    source_ = pw_loop_add_timer(loop_, call, this);
+  }
+  return source_ != nullptr;
+}
 
 void LoopTimer::set(std::chrono::nanoseconds fromNow) {
+  if (!open()) {
+    NSLog("cameras: there are too many open files for a timer; close some, or raise their limit (ulimit -n)");
+    return;
+  }
   constexpr long kSecond = 1'000'000'000;
   // Setting a timer to zero would switch it off.
   const long wait = std::max<long>(fromNow.count(), 1);

@@ -20,7 +20,8 @@ class PipeWireLoop {
   PipeWireLoop(const PipeWireLoop&) = delete;
   PipeWireLoop& operator=(const PipeWireLoop&) = delete;
 
-  /// False when the system refused another thread. Nothing else may be called then.
+  /// False when the system refused another thread, or the descriptors that it needs. Nothing else may be
+  /// called then.
   bool isRunning() const { return running_; }
 
   pw_loop* get() const { return pw_thread_loop_get_loop(loop_.get()); }
@@ -49,13 +50,16 @@ class LoopTimer {
   LoopTimer& operator=(const LoopTimer&) = delete;
 
   /// Starts the timer anew: the callback runs once, this long from now. A time of zero or less means at the
-  /// loop's next turn.
+  /// loop's next turn. Where the system has no descriptor left for the timer, that is logged, nothing
+  /// happens, and the next call tries again.
   void set(std::chrono::nanoseconds fromNow);
 
  private:
+  bool open();
+
   pw_loop* loop_;
   std::function<void()> callback_;
-  spa_source* source_;
+  spa_source* source_ = nullptr;  ///< null where the system refused it
 };
 
 }  // namespace nivlo

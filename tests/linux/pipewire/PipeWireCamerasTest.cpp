@@ -3,8 +3,11 @@
 #include <optional>
 #include <thread>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include "linux/camera/pipewire/PipeWireCameras.hpp"
 #include "platform/Foundation/NSThread.hpp"
@@ -182,6 +185,23 @@ TEST_F(PipeWireCamerasWithDaemonTest, ClosingWaitsForTheFrameUnderWayAndNoFrameF
     EXPECT_EQ(thread, "camera");
   }
   EXPECT_EQ(NSThread::currentThread().name(), std::nullopt) << "the camera's name went to the main thread";
+}
+
+TEST_F(PipeWireCamerasWithDaemonTest, TooFewDescriptorsEndNothingAndTheCameraIsShownOnceThereAreEnough) {
+  const Camera camera = plugInRed();
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+  const rlimit enough = limit;
+  const auto open = static_cast<rlim_t>(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0));
+  close(static_cast<int>(open));
+  for (rlim_t few = 0; few < 24; ++few) {
+    limit.rlim_cur = open + few;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+    std::optional<OpenCamera> opened(std::in_place);
+    setrlimit(RLIMIT_NOFILE, &enough);
+  }
+  OpenCamera opened;
+  EXPECT_TRUE(opened.frames.next());
 }
 
 TEST_F(PipeWireCamerasTest, ACameraOpenedBeforeItsDaemonRunsIsShownOnceBothAreThere) {
