@@ -1,5 +1,6 @@
 #include "host/surfaces/wayland/LayerBackground.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -57,7 +58,8 @@ void LayerBackground::configured(std::uint32_t serial, int width, int height) {
   reopenDelay_.reset();
   scale_ = output_.scale();
   const bool first = !canvas_->isConfigured();
-  canvas_->resize(width, height, scale_);
+  // On an output of a few rows, a large scale leaves less than one.
+  canvas_->resize(std::max(width, 1), std::max(height, 1), scale_);
   if (first) {
     painter_.add(&*canvas_);
   }

@@ -92,6 +92,9 @@ TEST_F(DesktopTest, EveryOutputIsFilledInTheCamerasColoursThroughAllChangesOfOut
     EXPECT_TRUE(shows("HEADLESS-3", straight, "back-added"));
     sway_->message("output HEADLESS-2 resolution 1024x600");
     EXPECT_TRUE(shows("HEADLESS-2", straight, "back-resized"));
+    sway_->message("output HEADLESS-2 resolution 640x1 scale 3");
+    sway_->message("output HEADLESS-2 resolution 800x600 scale 1");
+    EXPECT_TRUE(shows("HEADLESS-2", straight, "back-flat"));
     sway_->message("output HEADLESS-1 scale 1.5");
     EXPECT_TRUE(shows("HEADLESS-1", straight, "back-scaled"));
     EXPECT_THAT(program.terminate(), Eq(0)) << program.output();
