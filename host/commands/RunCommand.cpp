@@ -27,6 +27,8 @@ int RunCommand::run() const {
   // when it prints, or when it reads just as it is put there.
   std::signal(SIGTTOU, SIG_IGN);
   std::signal(SIGTTIN, SIG_IGN);
+  // A log file at the limit on file sizes then fails to be written, like one on a full disk.
+  std::signal(SIGXFSZ, SIG_IGN);
   const auto options = options_.options();
   MainLoop loop;
   DesktopVariant desktop;  // asked first, so that the answer is there when the first picture is drawn

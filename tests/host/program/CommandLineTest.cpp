@@ -1,5 +1,6 @@
 // The program as a user at a terminal meets it, without a camera.
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include "linux/camera/ImageFile.hpp"
 #include "tests/host/program/Nivlo.hpp"
@@ -239,6 +240,23 @@ TEST(ProgramTest, TheLogHoldsTheProgramsEventsButNotWhatWasScanned) {
   EXPECT_EQ(log.find("secret"), std::string::npos);
   EXPECT_THAT(log, HasSubstr("a\\r\\n<E> forged\\x1b[2J opened")) << "a file's name forged a line";
   EXPECT_EQ(log.find("\n<E> forged"), std::string::npos);
+}
+
+TEST(ProgramTest, ALimitOnTheSizeOfFilesCostsTheLogAndNotTheProgram) {
+  constexpr std::size_t kLimit = 100'000;
+  const TemporaryDirectory state;
+  std::filesystem::create_directories(state.path() / "nivlo" / "Logs");
+  state.write(state.path() / "nivlo" / "Logs" / "log.txt", std::string(kLimit, 'x'));
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlimit usual = limit;
+  limit.rlim_cur = kLimit;
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+  Nivlo program({"--source", "back=demo", "--qr", "off"}, {{"XDG_STATE_HOME", state.path()}});
+  setrlimit(RLIMIT_FSIZE, &usual);
+  EXPECT_TRUE(program.waitForLine("write: File too large"));
+  EXPECT_TRUE(program.waitForLine("first picture"));
+  EXPECT_THAT(program.terminate(), Eq(0));
 }
 
 TEST(ProgramTest, WithoutATerminalALongRunOfSamplesBecomesACount) {

@@ -35,7 +35,7 @@ Nivlo::Nivlo(const std::vector<std::string>& arguments, const Environment& envir
 Nivlo::Nivlo(const std::vector<std::string>& arguments, const Environment& environment,
              std::shared_ptr<TemporaryDirectory> state)
     : ChildProcess(withProgram(arguments),
-                   merged(merged(kBareMachine, environment), {{"XDG_STATE_HOME", state->path()}})),
+                   merged(merged(kBareMachine, {{"XDG_STATE_HOME", state->path()}}), environment)),
       state_(std::move(state)) {}
 
 bool Nivlo::answer(std::string_view line, int button) {
