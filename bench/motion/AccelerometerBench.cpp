@@ -17,7 +17,7 @@ void sample(benchmark::State& state) {
   std::ofstream(directory.path() / "in_accel_scale") << "0.000598\n";
   const nivlo::IIOSensor sensor(directory.path(), "0, 1, 0; -1, 0, 0; 0, 0, 1");
   for ([[maybe_unused]] auto turn : state) {
-    const auto taken = sensor.sample();
+    auto taken = sensor.sample();
     if (taken.error) {
       state.SkipWithError("the sensor cannot be read");
       return;
