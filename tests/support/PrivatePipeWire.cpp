@@ -1,7 +1,18 @@
 #include "tests/support/PrivatePipeWire.hpp"
 
+#include <filesystem>
+#include <fstream>
+
 namespace nivlo::test {
 namespace {
+
+/// WirePlumber 0.4 looks after Bluetooth only where there is /run/systemd, and ends where there is none, as
+/// in many containers. Later versions ignore this file, and do without logind by themselves.
+void leaveOutBluetooth(const std::filesystem::path& configuration) {
+  const auto directory = configuration / "wireplumber" / "bluetooth.lua.d";
+  std::filesystem::create_directories(directory);
+  std::ofstream(directory / "80-left-out.lua") << "bluez_monitor.enabled = false\n";
+}
 
 /// The session manager publishes this metadata once its policies are in place.
 bool sessionManagerIsReady(const Environment& environment) {
@@ -11,7 +22,10 @@ bool sessionManagerIsReady(const Environment& environment) {
 
 }  // namespace
 
-PrivatePipeWire::PrivatePipeWire(PrivateBus& bus) : bus_(bus) { startDaemon(); }
+PrivatePipeWire::PrivatePipeWire(PrivateBus& bus) : bus_(bus) {
+  leaveOutBluetooth(bus.configDirectory());
+  startDaemon();
+}
 
 void PrivatePipeWire::startDaemon() {
   const std::filesystem::path socket = bus_.runtimeDirectory() / "pipewire-0";

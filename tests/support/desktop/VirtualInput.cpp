@@ -16,8 +16,10 @@ void VirtualInput::click(int x, int y) {
 }
 
 void VirtualInput::clickBottomRow(const WindowPlace& window, double part) {
-  constexpr int kHalfRow = 20;
-  click(window.x + static_cast<int>(window.width * part), window.y + window.height - kHalfRow);
+  // libadwaita draws the buttons of a dialog up to 44 pixels from its lower edge, and since 1.5 from 24
+  // to 68.
+  constexpr int kInButtons = 34;
+  click(window.x + static_cast<int>(window.width * part), window.y + window.height - kInButtons);
 }
 
 void VirtualInput::key(int code) { send("key " + std::to_string(code) + '\n'); }
