@@ -28,7 +28,7 @@ enum class ColorRange { Limited, Full };
 /// One plane of a picture, row by row from the top.
 struct Plane {
   const std::uint8_t* data = nullptr;
-  int stride = 0;  ///< bytes from the start of a row to the start of the next; never negative
+  int stride = 0;  ///< bytes from the start of a row to the start of the next; 0 if all rows are one
 };
 
 /// A picture. It does not change once it is shared. When the last reference to it is dropped, on whatever

@@ -21,7 +21,8 @@ constexpr std::array<Wish, 3> kWishes{{
     {{1, 1}, {kLongestPictureEdge, kLongestPictureEdge}, 0},
 }};
 
-const spa_pod* describe(spa_pod_builder& builder, spa_media_subtype subtype, const Wish& wish) {
+const spa_pod* describe(spa_pod_builder& builder, spa_media_subtype subtype, const Wish& wish,
+                        bool grey = false) {
   const spa_rectangle ideal{1280, 720};
   const spa_fraction slowest{wish.slowest, 1};
   const spa_fraction fastest{240, 1};
@@ -30,7 +31,9 @@ const spa_pod* describe(spa_pod_builder& builder, spa_media_subtype subtype, con
   spa_pod_builder_push_object(&builder, &frame, SPA_TYPE_OBJECT_Format, SPA_PARAM_EnumFormat);
   spa_pod_builder_add(&builder, SPA_FORMAT_mediaType, SPA_POD_Id(SPA_MEDIA_TYPE_video),
                       SPA_FORMAT_mediaSubtype, SPA_POD_Id(subtype), 0);
-  if (subtype == SPA_MEDIA_SUBTYPE_raw) {
+  if (grey) {
+    spa_pod_builder_add(&builder, SPA_FORMAT_VIDEO_format, SPA_POD_Id(SPA_VIDEO_FORMAT_GRAY8), 0);
+  } else if (subtype == SPA_MEDIA_SUBTYPE_raw) {
     spa_pod_builder_add(
         &builder, SPA_FORMAT_VIDEO_format,
         SPA_POD_CHOICE_ENUM_Id(9, SPA_VIDEO_FORMAT_NV12, SPA_VIDEO_FORMAT_NV12, SPA_VIDEO_FORMAT_I420,
@@ -47,6 +50,7 @@ const spa_pod* describe(spa_pod_builder& builder, spa_media_subtype subtype, con
 std::optional<PixelFormat> pixelFormat(spa_video_format format) {
   switch (format) {
     case SPA_VIDEO_FORMAT_NV12:
+    case SPA_VIDEO_FORMAT_GRAY8:
       return PixelFormat::NV12;
     case SPA_VIDEO_FORMAT_I420:
       return PixelFormat::I420;
@@ -77,6 +81,14 @@ ColorMatrix matrixOf(const spa_video_info_raw& info) {
   }
 }
 
+/// Grey cameras, which are made for recognising faces, use all values unless they say otherwise.
+ColorRange rangeOf(const spa_video_info_raw& info) {
+  const bool isFull =
+      info.color_range == SPA_VIDEO_COLOR_RANGE_0_255 ||
+      (info.format == SPA_VIDEO_FORMAT_GRAY8 && info.color_range == SPA_VIDEO_COLOR_RANGE_UNKNOWN);
+  return isFull ? ColorRange::Full : ColorRange::Limited;
+}
+
 bool setSize(StreamFormat& format, const spa_rectangle& size) {
   if (size.width < 1 || size.height < 1 || size.width > kLongestPictureEdge ||
       size.height > kLongestPictureEdge) {
@@ -99,7 +111,8 @@ std::optional<StreamFormat> parseRaw(const spa_pod* pod) {
   }
   format.pixels = *pixels;
   format.matrix = matrixOf(info);
-  format.range = info.color_range == SPA_VIDEO_COLOR_RANGE_0_255 ? ColorRange::Full : ColorRange::Limited;
+  format.isGrey = info.format == SPA_VIDEO_FORMAT_GRAY8;
+  format.range = rangeOf(info);
   return format;
 }
 
@@ -111,6 +124,7 @@ std::vector<const spa_pod*> formatsToAskFor(spa_pod_builder& builder) {
     formats.push_back(describe(builder, SPA_MEDIA_SUBTYPE_raw, wish));
     formats.push_back(describe(builder, SPA_MEDIA_SUBTYPE_mjpg, wish));
   }
+  formats.push_back(describe(builder, SPA_MEDIA_SUBTYPE_raw, kWishes.back(), true));
   return formats;
 }
 

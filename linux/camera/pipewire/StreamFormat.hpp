@@ -14,7 +14,9 @@ namespace nivlo {
 inline constexpr int kLongestPictureEdge = 8192;
 
 struct StreamFormat {
-  bool isJpeg = false;  ///< motion JPEG; the next three fields then mean nothing
+  bool isJpeg = false;  ///< motion JPEG; the next four fields then mean nothing
+  bool isGrey =
+      false;  ///< one plane of luma; `pixels` is then NV12, which it becomes with a plane of no colour
   PixelFormat pixels = PixelFormat::I420;
   ColorMatrix matrix = ColorMatrix::BT601;
   ColorRange range = ColorRange::Limited;

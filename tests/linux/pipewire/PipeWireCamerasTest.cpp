@@ -109,6 +109,19 @@ TEST_F(PipeWireCamerasWithDaemonTest, EveryModeKeepsGeometryColoursAndRotationAn
   EXPECT_EQ(log.count(), 0);
 }
 
+TEST_F(PipeWireCamerasWithDaemonTest, ACameraThatOffersOnlyGreyIsShownInGrey) {
+  using Texts = std::vector<std::string>;
+  for (const auto& range : {Texts{"--range", "full"}, Texts{"--range", "limited"}}) {
+    Texts arguments{"--format", "Grey", "--size", "322x242", "--color", "ff0000"};
+    arguments.insert(arguments.end(), range.begin(), range.end());
+    const Camera camera = plugIn("cam", arguments);
+    OpenCamera opened;
+    ASSERT_TRUE(opened.frames.next());
+    const auto red = static_cast<std::uint8_t>(0.299 * 255);  // its luma, by BT.601
+    EXPECT_EQ(opened.frames.countOtherThan({red, red, red}), 0);
+  }
+}
+
 TEST_F(PipeWireCamerasWithDaemonTest, AnUnpluggedCameraComesBackAndNoOtherTakesItsPlace) {
   const Camera other = plugInAnother();
   Camera camera = plugInRed();

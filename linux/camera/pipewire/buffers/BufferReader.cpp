@@ -146,7 +146,8 @@ std::size_t BufferReader::sizeToCopy(const Place& place) const {
 }
 
 std::shared_ptr<VideoFrame> BufferReader::describeRaw(const std::vector<DataBlock>& blocks) const {
-  const auto planes = layPlanes(format_->pixels, format_->width, format_->height, blocks);
+  const auto planes = format_->isGrey ? layGreyPlanes(format_->width, format_->height, blocks)
+                                      : layPlanes(format_->pixels, format_->width, format_->height, blocks);
   if (!planes) {
     return nullptr;
   }

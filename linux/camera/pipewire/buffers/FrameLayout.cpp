@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "linux/camera/pipewire/StreamFormat.hpp"
+
 namespace nivlo {
 namespace {
 
@@ -38,11 +40,8 @@ std::size_t bytesNeeded(const PlaneShape& shape, int stride) {
   return static_cast<std::size_t>(stride) * (shape.rows - 1) + shape.rowBytes;
 }
 
-}  // namespace
-
-std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int height,
-                                              std::span<const DataBlock> blocks) {
-  const std::vector<PlaneShape> shapes = shapesOf(format, width, height);
+std::optional<std::array<Plane, 3>> lay(const std::vector<PlaneShape>& shapes,
+                                        std::span<const DataBlock> blocks) {
   const bool shared = blocks.size() == 1;
   if (!shared && blocks.size() != shapes.size()) {
     return std::nullopt;
@@ -68,6 +67,23 @@ std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int
     }
     planes[i] = {block.bytes.data() + offset, stride};
     offset += static_cast<std::size_t>(stride) * shapes[i].rows;
+  }
+  return planes;
+}
+
+}  // namespace
+
+std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int height,
+                                              std::span<const DataBlock> blocks) {
+  return lay(shapesOf(format, width, height), blocks);
+}
+
+std::optional<std::array<Plane, 3>> layGreyPlanes(int width, int height, std::span<const DataBlock> blocks) {
+  constexpr std::uint8_t kNoColour = 128;
+  static const std::vector<std::uint8_t> row(kLongestPictureEdge, kNoColour);
+  auto planes = lay({{width, height, 1}}, blocks);
+  if (planes) {
+    (*planes)[1] = {row.data(), 0};
   }
   return planes;
 }

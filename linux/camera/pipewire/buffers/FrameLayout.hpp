@@ -23,4 +23,8 @@ struct DataBlock {
 std::optional<std::array<Plane, 3>> layPlanes(PixelFormat format, int width, int height,
                                               std::span<const DataBlock> blocks);
 
+/// Finds the plane of a picture of greys, and adds the second plane that makes it an NV12 picture: one row
+/// without colour, which stands for all rows. Otherwise like layPlanes.
+std::optional<std::array<Plane, 3>> layGreyPlanes(int width, int height, std::span<const DataBlock> blocks);
+
 }  // namespace nivlo
