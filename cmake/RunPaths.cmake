@@ -1,6 +1,6 @@
 # Part of every build: fails when what is installed would look for libraries in the current folder.
 set(NIVLO_INSTALLED_FILES "")
-foreach(target nivlo nivlo-reader NivloWallpaper nivlo-platform nivlo-mflog)
+foreach(target nivlo nivlo-reader nivlo-dialogs NivloWallpaper nivlo-platform nivlo-mflog)
   list(APPEND NIVLO_INSTALLED_FILES $<TARGET_FILE:${target}>)
 endforeach()
 add_custom_command(

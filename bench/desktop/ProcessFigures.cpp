@@ -39,6 +39,17 @@ double residentMegabytes(pid_t process) {
   return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
+double privateMegabytes(pid_t process) {
+  std::ifstream file(procDirectory(process) / "smaps_rollup");
+  double kibibytes = 0;
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with("Private_")) {
+      kibibytes += std::stod(line.substr(line.find(':') + 1));
+    }
+  }
+  return kibibytes * 1024 / 1e6;
+}
+
 int openDescriptors(pid_t process) {
   const std::filesystem::directory_iterator entries(procDirectory(process) / "fd");
   return static_cast<int>(std::distance(begin(entries), end(entries)));

@@ -11,6 +11,9 @@ double cpuSeconds(pid_t process);
 /// Resident memory in megabytes, with shared pages counted in full.
 double residentMegabytes(pid_t process);
 
+/// Memory in megabytes that no other process shares, which is what ending the process would give back.
+double privateMegabytes(pid_t process);
+
 /// The number of open file descriptors.
 int openDescriptors(pid_t process);
 

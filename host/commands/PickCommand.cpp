@@ -2,17 +2,18 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include <glib.h>
 
-#include "host/alerts/gtk/Toolkit.hpp"
 #include "host/bundle/BundleLoader.hpp"
 #include "host/bundle/InstalledWallpapers.hpp"
 #include "host/commands/SharedOptions.hpp"
+#include "host/dialogs/DialogMessages.hpp"
+#include "host/dialogs/DialogProcess.hpp"
 #include "host/log/ConsoleLog.hpp"
-#include "host/loop/MainLoop.hpp"
-#include "host/pick/PickWindow.hpp"
 #include "host/text/VisibleText.hpp"
 #include "linux/desktop/LinuxDeviceIdentity.hpp"
 #include "platform/Foundation/NSLog.hpp"
@@ -22,6 +23,7 @@ namespace nivlo {
 
 namespace {
 
+using Kind = DialogMessage::Kind;
 using Bundles = std::vector<std::shared_ptr<const WallpaperBundle>>;
 
 Bundles usableWallpapers() {
@@ -36,15 +38,40 @@ Bundles usableWallpapers() {
   return bundles;
 }
 
-PickWallpaper describe(const WallpaperBundle& bundle) {
-  PickWallpaper wallpaper{.entry = {bundle.name(), bundle.picture()}};
+/// A message for pictures, whose files may be larger than a message.
+constexpr std::size_t kPicturePart = 64 * 1024;
+
+class PickConversation {
+ public:
+  PickConversation() : socket_(startDialogProcess()) {}
+
+  void say(Kind kind, const std::string& text) { say({kind, {}, {text}}); }
+  void say(const DialogMessage& message) { isOpen_ = isOpen_ && sendDialogMessage(socket_.get(), message); }
+  void sayPicture(const std::shared_ptr<const UIImage>& picture) {
+    const std::string_view data = picture ? picture->data() : std::string_view();
+    for (std::size_t begin = 0; begin < data.size(); begin += kPicturePart) {
+      say(Kind::Picture, std::string(data.substr(begin, kPicturePart)));
+    }
+  }
+  std::optional<DialogMessage> hear() const {
+    return isOpen_ ? receiveDialogMessage(socket_.get()) : std::nullopt;
+  }
+
+ private:
+  Descriptor socket_;
+  bool isOpen_ = true;
+};
+
+void describe(const WallpaperBundle& bundle, PickConversation& conversation) {
+  conversation.say(Kind::Wallpaper, bundle.name());
+  conversation.sayPicture(bundle.picture());
+  int number = 0;
   for (const auto& preset : bundle.presets()) {
     auto words = preset.description;
     words.front() = g_ascii_toupper(words.front());
-    wallpaper.presets.push_back(
-        {std::move(words), bundle.presetPicture(static_cast<int>(wallpaper.presets.size()) + 1)});
+    conversation.say(Kind::Preset, words);
+    conversation.sayPicture(bundle.presetPicture(++number));
   }
-  return wallpaper;
 }
 
 }  // namespace
@@ -74,25 +101,31 @@ int PickCommand::run() const {
 }
 
 int pickWallpaper(const Bundles& wallpapers, const WallpaperChoice& shown, const ChooseWallpaper& choose) {
-  if (!startToolkit()) {
-    return 1;
-  }
-  std::vector<PickWallpaper> entries;
-  PickedPreset marked;
-  for (const auto& bundle : wallpapers) {
-    entries.push_back(describe(*bundle));
-    if (bundle->path() == shown.bundle) {
-      marked = {.wallpaper = static_cast<int>(entries.size()), .preset = shown.preset};
+  PickConversation conversation;
+  std::int64_t marked = 0;
+  for (std::size_t i = 0; i < wallpapers.size(); ++i) {
+    describe(*wallpapers[i], conversation);
+    if (wallpapers[i]->path() == shown.bundle) {
+      marked = static_cast<std::int64_t>(i) + 1;
     }
   }
-  const auto apply = [&](PickedPreset picked) {
-    const auto& bundle = wallpapers.at(static_cast<std::size_t>(picked.wallpaper - 1));
-    return choose({.bundle = bundle->path(), .preset = picked.preset});
-  };
-  MainLoop loop;
-  const PickWindow window(std::move(entries), marked, apply, [&loop] { loop.quit(); });
-  loop.run();
-  return 0;
+  conversation.say({Kind::Pick, {marked, marked == 0 ? 0 : shown.preset}, {}});
+  bool wasShown = false;
+  while (const auto message = conversation.hear()) {
+    if (message->kind == Kind::NoDisplay) {
+      NSLog(
+          "pick: no Wayland or X11 display can be reached; start Nivlo from within the desktop session, or "
+          "choose with 'nivlo --preset'");
+      return 1;
+    }
+    if (message->kind == Kind::Picked) {
+      const auto& bundle = wallpapers.at(static_cast<std::size_t>(message->numbers.at(0) - 1));
+      const auto preset = static_cast<int>(message->numbers.at(1));
+      conversation.say(Kind::Chosen, choose({.bundle = bundle->path(), .preset = preset}));
+    }
+    wasShown = true;
+  }
+  return wasShown ? 0 : 1;
 }
 
 }  // namespace nivlo

@@ -5,10 +5,9 @@
 
 #include <unistd.h>
 
+#include "host/alerts/DesktopDialogs.hpp"
 #include "host/alerts/TerminalAlerts.hpp"
 #include "host/alerts/TerminalPasteboard.hpp"
-#include "host/alerts/gtk/GtkAlerts.hpp"
-#include "host/alerts/gtk/GtkPasteboard.hpp"
 #include "host/log/ConsoleLog.hpp"
 #include "host/log/LoggedAlerts.hpp"
 #include "host/log/ProgramLog.hpp"
@@ -64,8 +63,9 @@ std::string installDriversFor(const RunOptions& options, const std::shared_ptr<C
   set.alerts = makeTerminalAlerts(std::cout, STDIN_FILENO);
   set.pasteboard = makeTerminalPasteboard(std::cout);
   if (asksOnDesktop(options)) {
-    set.alerts = makeGtkAlerts(std::move(set.alerts));
-    set.pasteboard = makeGtkPasteboard(std::move(set.pasteboard));
+    auto desktop = makeDesktopDialogs(std::move(set.alerts), std::move(set.pasteboard));
+    set.alerts = std::move(desktop.alerts);
+    set.pasteboard = std::move(desktop.pasteboard);
   }
   set.alerts = withholding(scanPermit, logged(std::move(set.alerts)));
   set.urls = makeDesktopURLOpener();

@@ -25,15 +25,14 @@ GtkWidget* clamped(GtkWidget* child, int width) {
   return clamp;
 }
 
-/// Null for an image that cannot be decoded.
-Owned<GdkTexture, g_object_unref> textureOf(const UIImage& image) {
-  const auto& data = image.data();
-  const Owned<GBytes, g_bytes_unref> bytes(g_bytes_new(data.data(), data.size()));
+/// Null for a picture that cannot be decoded.
+Owned<GdkTexture, g_object_unref> textureOf(const std::string& picture) {
+  const Owned<GBytes, g_bytes_unref> bytes(g_bytes_new(picture.data(), picture.size()));
   return Owned<GdkTexture, g_object_unref>(gdk_texture_new_from_bytes(bytes.get(), nullptr));
 }
 
 GtkWidget* decodedPicture(const PickEntry& entry, PickPictures pictures) {
-  const auto texture = entry.picture ? textureOf(*entry.picture) : nullptr;
+  const auto texture = textureOf(entry.picture);
   if (!texture) {
     return nullptr;
   }

@@ -2,20 +2,16 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include <adwaita.h>
 
-#include "platform/UIKit/UIImage.hpp"
-
 namespace nivlo {
 
 struct PickEntry {
-  std::string words;  ///< below the picture; valid UTF-8
-  std::shared_ptr<const UIImage>
-      picture;  ///< an icon takes its place for null, and where it cannot be decoded
+  std::string words;    ///< below the picture; valid UTF-8
+  std::string picture;  ///< the content of its file; an icon takes its place where it cannot be decoded
 };
 
 /// The size and shape of the pictures on a page.

@@ -29,6 +29,7 @@ ExecStart={}
 Restart=on-failure
 RestartPreventExitStatus=2
 RestartSec=5
+KillMode=process
 
 [Install]
 WantedBy=graphical-session.target

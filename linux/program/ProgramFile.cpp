@@ -21,6 +21,6 @@ std::filesystem::path programFile(const std::filesystem::path& name,
 
 std::filesystem::path installedLibraries() { return NIVLO_LIBRARIES; }
 
-std::filesystem::path installedReader() { return NIVLO_READER; }
+std::filesystem::path installedHelpers() { return NIVLO_HELPERS; }
 
 }  // namespace nivlo

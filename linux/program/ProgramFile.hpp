@@ -17,7 +17,7 @@ std::filesystem::path programFile(const std::filesystem::path& name,
 /// Returns the folder of an installation's bundle and libraries, relative to that of its program.
 std::filesystem::path installedLibraries();
 
-/// Returns the folder of an installation's nivlo-reader, relative to that of its program.
-std::filesystem::path installedReader();
+/// Returns the folder of an installation's nivlo-reader and nivlo-dialogs, relative to that of its program.
+std::filesystem::path installedHelpers();
 
 }  // namespace nivlo

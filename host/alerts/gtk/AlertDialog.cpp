@@ -85,27 +85,30 @@ void addMessage(AdwMessageDialog* window, const std::string& message) {
   fit(scroller, label);
 }
 
+/// Keeps the window when somebody closes it. The dialog's own handler runs first and counts the closing as an
+/// answer.
+gboolean stay(GtkWindow*, gpointer) { return TRUE; }
+
 }  // namespace
 
-AlertDialog::AlertDialog(DialogWindows& windows, const AlertContent& content, Answered answered)
-    : windows_(windows),
-      buttons_(content.buttons.size()),
-      disabledButton_(content.disabledButtonIndex),
-      window_(windows.take(buttons_)),
+AlertDialog::AlertDialog(const AlertContent& content, Answered answered)
+    : disabledButton_(content.disabledButtonIndex),
+      window_(ADW_MESSAGE_DIALOG(g_object_ref_sink(adw_message_dialog_new(nullptr, nullptr, nullptr)))),
       answered_(std::move(answered)) {
   auto* window = window_.get();
   adw_message_dialog_set_heading(window, visibleText(content.title).c_str());
   addMessage(window, content.message);
-  for (std::size_t i = 0; i < buttons_; ++i) {
+  for (std::size_t i = 0; i < content.buttons.size(); ++i) {
     const auto response = std::to_string(i);
-    adw_message_dialog_set_response_label(window, response.c_str(), buttonLabel(content.buttons[i]).c_str());
+    adw_message_dialog_add_response(window, response.c_str(), buttonLabel(content.buttons[i]).c_str());
     adw_message_dialog_set_response_enabled(window, response.c_str(),
                                             static_cast<long>(i) != disabledButton_);
   }
-  const auto closing =
-      content.cancelButtonIndex >= 0 ? content.cancelButtonIndex : static_cast<long>(buttons_) - 1;
+  const auto closing = content.cancelButtonIndex >= 0 ? content.cancelButtonIndex
+                                                      : static_cast<long>(content.buttons.size()) - 1;
   adw_message_dialog_set_close_response(window, std::to_string(closing).c_str());
   g_signal_connect(window, "response", G_CALLBACK(respond), this);
+  g_signal_connect_after(window, "close-request", G_CALLBACK(stay), nullptr);
   gtk_window_set_title(GTK_WINDOW(window), g_get_application_name());
   gtk_window_set_modal(GTK_WINDOW(window), TRUE);
   gtk_window_present(GTK_WINDOW(window));
@@ -113,15 +116,16 @@ AlertDialog::AlertDialog(DialogWindows& windows, const AlertContent& content, An
 
 AlertDialog::~AlertDialog() {
   g_signal_handlers_disconnect_by_data(window_.get(), this);
-  windows_.giveBack(std::move(window_), buttons_);
+  gtk_window_destroy(GTK_WINDOW(window_.get()));
 }
 
 void AlertDialog::respond(AdwMessageDialog*, const char* response, gpointer self) {
   auto& dialog = *static_cast<AlertDialog*>(self);
   const auto button = std::stol(response);
   const bool pressed = button >= 0 && button != dialog.disabledButton_;
-  const auto answered = std::move(dialog.answered_);
-  answered(pressed ? std::optional(button) : std::nullopt);
+  if (const auto answered = std::exchange(dialog.answered_, nullptr)) {
+    answered(pressed ? std::optional(button) : std::nullopt);
+  }
 }
 
 }  // namespace nivlo

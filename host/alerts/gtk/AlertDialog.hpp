@@ -1,19 +1,18 @@
 // One alert in a window of the desktop.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 
 #include <adwaita.h>
 
-#include "host/alerts/gtk/DialogWindows.hpp"
+#include "linux/handles/Owned.hpp"
 #include "platform/drivers/AlertPresenter.hpp"
 
 namespace nivlo {
 
-/// Shows an alert from construction until it is answered or destroyed. Main thread only; startToolkit() must
-/// have succeeded.
+/// Shows an alert from construction until it is destroyed: an answer leaves the window on the screen. Main
+/// thread only; startToolkit() must have succeeded.
 class AlertDialog {
  public:
   /// Called once with the button that was pressed. Escape and closing the window press the cancel button, or
@@ -21,8 +20,7 @@ class AlertDialog {
   /// callee may destroy the dialog.
   using Answered = std::function<void(std::optional<long> buttonIndex)>;
 
-  /// Borrows a window from `windows`, which must outlive the dialog.
-  AlertDialog(DialogWindows& windows, const AlertContent& content, Answered answered);
+  AlertDialog(const AlertContent& content, Answered answered);
   ~AlertDialog();
   AlertDialog(const AlertDialog&) = delete;
   AlertDialog& operator=(const AlertDialog&) = delete;
@@ -30,10 +28,8 @@ class AlertDialog {
  private:
   static void respond(AdwMessageDialog* window, const char* response, gpointer self);
 
-  DialogWindows& windows_;
-  std::size_t buttons_;
   long disabledButton_;
-  DialogWindow window_;
+  Owned<AdwMessageDialog, g_object_unref> window_;
   Answered answered_;
 };
 

@@ -3,9 +3,8 @@
 
 namespace nivlo {
 
-/// Starts GTK and libadwaita when it is called for the first time, so that a wallpaper that has not shown a
-/// dialog does not carry a toolkit. Returns whether there is a desktop to show windows on; if there is none,
-/// that is logged once. Main thread only.
+/// Starts GTK and libadwaita. Returns false if there is no desktop to show windows on. To be called once, at
+/// the start of the process, before it has a second thread.
 bool startToolkit();
 
 }  // namespace nivlo

@@ -130,6 +130,9 @@ bool WaylandPainter::presentNewest(const PlacedPicture& placed, WaylandCanvas& c
   const auto part = fillingPart(placed, newest_.pictures->size(), canvas);
   if (part) {
     canvas.present(newest_, *part);
+    // The pictures of the canvas's own size, up to three of a whole screen, are not needed again for as long
+    // as it can share.
+    own_.erase(&canvas);
   }
   return part.has_value();
 }

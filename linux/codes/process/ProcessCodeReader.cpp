@@ -142,7 +142,7 @@ class ProcessCodeReaderDriver : public CodeReaderDriver {
 }  // namespace
 
 std::filesystem::path readerProgram() {
-  return (programFolder() / installedReader() / "nivlo-reader").lexically_normal();
+  return (programFolder() / installedHelpers() / "nivlo-reader").lexically_normal();
 }
 
 std::unique_ptr<CodeReaderDriver> makeProcessCodeReaderDriver(std::chrono::milliseconds deadline,

@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
+#include "tests/support/ProcessTree.hpp"
 #include "tests/support/TestBundle.hpp"
+#include "tests/support/desktop/PrivateDisplay.hpp"
 #include "tests/support/desktop/VirtualInput.hpp"
 
 namespace nivlo::test {
@@ -41,13 +43,24 @@ class DialogsTest : public testing::Test {
   /// The two buttons lie side by side at the bottom of a dialog.
   void clickSecondButton() { input_.clickBottomRow(*sway_.focusedWindow(), 0.75); }
 
+  /// Waits until another program finds this text on the clipboard. Returns whether it came to that.
+  bool pastes(const std::string& text) const {
+    return waitFor([&] {
+      ChildProcess paste({"wl-paste", "--no-newline"}, sway_.environment());
+      return paste.waitForExit() == 0 && paste.standardOutput() == text;
+    });
+  }
+
+  /// The process that shows the dialogs; 0 if none runs.
+  pid_t helper() const { return childNamed(program_.pid(), "nivlo-dialogs"); }
+
   bool told(const std::string& line) { return program_.waitForLine(line).has_value(); }
 
   const TemporaryDirectory directory_;
   PrivateBus bus_;
   HeadlessSway sway_;
   VirtualInput input_{sway_};
-  ChildProcess program_{{NIVLO_TEST_DIALOGS}, sway_.environment()};
+  ChildProcess program_{{NIVLO_TEST_DIALOGS}, merged(sway_.environment(), {{"GSK_RENDERER", std::nullopt}})};
 };
 
 TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextWhileTheOlderDialogWaits) {
@@ -60,8 +73,44 @@ TEST_F(DialogsTest, CopiesEveryByteOfAHostileTextWhileTheOlderDialogWaits) {
   clickSecondButton();
   ASSERT_TRUE(told("newer tapped Copy")) << program_.output();
   ASSERT_TRUE(told("newer gone"));
-  EXPECT_EQ(outputOf({"wl-paste", "--no-newline"}, sway_.environment()), text);
+  EXPECT_TRUE(pastes(text));
   EXPECT_THAT(program_.output(), testing::Not(testing::HasSubstr("older tapped")));
+}
+
+TEST_F(DialogsTest, TheTextStaysOnTheClipboardAfterTheProgramUntilSomethingElseIsCopied) {
+  show("code", "4006381333931");
+  clickSecondButton();
+  ASSERT_TRUE(told("code gone")) << program_.output();
+  const auto serving = helper();
+  program_.closeInput();
+  EXPECT_EQ(program_.waitForExit(), 0) << program_.output();
+  EXPECT_NE(serving, 0);
+  EXPECT_TRUE(pastes("4006381333931"));
+  outputOf({"wl-copy", "something else"}, sway_.environment());
+  EXPECT_TRUE(waitFor([&] { return !isAlive(serving); }));
+}
+
+TEST_F(DialogsTest, ADialogNeedsNoGraphicsDriverAndIsShownAgainOnceIfItsProcessDies) {
+  EXPECT_EQ(helper(), 0) << "before the first dialog";
+  show("robust", "text");
+  const auto maps = processFile(helper(), "maps");
+  EXPECT_THAT(maps, testing::HasSubstr("libgtk-4"));
+  EXPECT_THAT(maps, testing::Not(testing::ContainsRegex("libLLVM|_dri\\.so|libvulkan"))) << maps;
+  EXPECT_THAT(processFile(program_.pid(), "maps"), testing::Not(testing::HasSubstr("libgtk")));
+  const auto first = helper();
+  kill(first, SIGKILL);
+  ASSERT_TRUE(waitFor([&] { return helper() != 0 && helper() != first && sway_.focusedWindow(); }));
+  input_.key(KEY_ESC);
+  ASSERT_TRUE(told("robust tapped Cancel")) << program_.output();
+  EXPECT_TRUE(waitFor([&] { return helper() == 0; })) << "without a dialog";
+  show("fragile", "text");
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    const auto shown = helper();
+    kill(shown, SIGKILL);
+    waitFor([&] { return helper() != shown; });
+    waitFor([&] { return helper() != 0; }, std::chrono::seconds(1));
+  }
+  EXPECT_TRUE(told("== fragile ==")) << "in the terminal: " << program_.output();
 }
 
 TEST_F(DialogsTest, EscapePressesTheCancelButtonAndTheEndOfTheProgramCancelsTheNewestFirst) {
@@ -82,6 +131,29 @@ TEST_F(DialogsTest, EscapePressesTheCancelButtonAndTheEndOfTheProgramCancelsTheN
   }
   program_.closeInput();
   EXPECT_EQ(program_.waitForExit(), 0) << program_.output();
+}
+
+TEST(X11ClipboardTest, TheTextStaysOnTheClipboardAfterTheProgramUntilSomethingElseIsCopied) {
+  const TemporaryDirectory directory;
+  const PrivateBus bus;
+  const PrivateDisplay display;
+  const auto environment =
+      merged(merged(bus.environment(), display.environment()),
+             {{"WAYLAND_DISPLAY", std::nullopt}, {"GTK_A11Y", "none"}, {"GSETTINGS_BACKEND", "memory"}});
+  const auto text = hostileText();
+  ChildProcess program({NIVLO_TEST_DIALOGS}, environment);
+  program.write("copy " + directory.write("text", text).string() + '\n');
+  const auto clipboard = [&] {
+    ChildProcess reader({"xclip", "-selection", "clipboard", "-out"}, environment);
+    return reader.waitForExit() == 0 ? reader.standardOutput() : "";
+  };
+  ASSERT_TRUE(waitFor([&] { return clipboard() == text; })) << program.output();
+  const auto serving = childNamed(program.pid(), "nivlo-dialogs");
+  program.closeInput();
+  EXPECT_EQ(program.waitForExit(), 0) << program.output();
+  EXPECT_EQ(clipboard(), text);
+  ChildProcess other({"xclip", "-selection", "clipboard", "-in", "-quiet", "/dev/null"}, environment);
+  EXPECT_TRUE(waitFor([&] { return !isAlive(serving); }));
 }
 
 class PhoneDialogsTest : public DialogsTest {

@@ -1,6 +1,7 @@
 // nivlo-test-dialogs: shows alerts and prints what happens to them. It reads commands from standard input:
 //   show TITLE CANCEL DISABLED FILE  shows an alert with the file's content and the buttons Cancel and Copy;
 //                                    CANCEL and DISABLED are indices of buttons, or -1
+//   copy FILE                        copies the file's content without a dialog
 //   cancel-all                       cancels all alerts, as the end of the program does
 // nivlo-test-dialogs BUNDLE...: shows the wallpapers instead and prints what is picked. A preset 4 cannot be
 // applied.
@@ -11,10 +12,9 @@
 
 #include <unistd.h>
 
+#include "host/alerts/DesktopDialogs.hpp"
 #include "host/alerts/TerminalAlerts.hpp"
 #include "host/alerts/TerminalPasteboard.hpp"
-#include "host/alerts/gtk/GtkAlerts.hpp"
-#include "host/alerts/gtk/GtkPasteboard.hpp"
 #include "host/bundle/BundleLoader.hpp"
 #include "host/commands/PickCommand.hpp"
 #include "host/loop/EventSource.hpp"
@@ -38,15 +38,21 @@ AlertCallbacks tell(const std::string& title, const std::string& message) {
           .gone = [say] { say("gone"); }};
 }
 
+std::string contentOf(const std::string& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 void obey(const std::string& line) {
   std::istringstream words(line);
   std::string command, name, file;
   AlertContent content;
   words >> command >> name >> content.cancelButtonIndex >> content.disabledButtonIndex >> file;
-  if (command == "show") {
-    std::ifstream stream(file, std::ios::binary);
+  if (command == "copy") {
+    drivers().pasteboard->setString(contentOf(name));
+  } else if (command == "show") {
     content.title = name;
-    content.message.assign(std::istreambuf_iterator<char>(stream), {});
+    content.message = contentOf(file);
     content.buttons = {"Cancel", "Copy"};
     drivers().alerts->present(content, tell(name, content.message));
   } else if (command == "cancel-all") {
@@ -77,8 +83,10 @@ int main(int count, char** arguments) {
   }
   Drivers machine;
   machine.mainQueue = MainLoop::makeMainQueue();
-  machine.alerts = makeGtkAlerts(makeTerminalAlerts(std::cout, STDIN_FILENO));
-  machine.pasteboard = makeGtkPasteboard(makeTerminalPasteboard(std::cout));
+  auto desktop =
+      makeDesktopDialogs(makeTerminalAlerts(std::cout, STDIN_FILENO), makeTerminalPasteboard(std::cout));
+  machine.alerts = std::move(desktop.alerts);
+  machine.pasteboard = std::move(desktop.pasteboard);
   installDrivers(std::move(machine));
   MainLoop loop;
   const auto input = EventSource::onReadable(STDIN_FILENO, [&loop] {
