@@ -17,7 +17,8 @@ void readURL(const std::string& text) {
   if (!url) {
     return;
   }
-  check(url->absoluteString() == text, "a URL keeps its bytes");
+  const auto again = NSURL::URLWithString(url->absoluteString());
+  check(again && again->absoluteString() == url->absoluteString(), "a URL keeps its bytes");
   check(!url->scheme().empty(), "a URL has a scheme");
   if (const auto path = url->filePath()) {
     check(path->is_absolute(), "the path of a file URL is absolute");

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "host/alerts/DesktopDialogs.hpp"
+#include "host/alerts/LinkReports.hpp"
 #include "host/alerts/TerminalAlerts.hpp"
 #include "host/alerts/TerminalPasteboard.hpp"
 #include "host/log/ConsoleLog.hpp"
@@ -67,8 +68,10 @@ std::string installDriversFor(const RunOptions& options, const std::shared_ptr<C
     set.alerts = std::move(desktop.alerts);
     set.pasteboard = std::move(desktop.pasteboard);
   }
-  set.alerts = withholding(scanPermit, logged(std::move(set.alerts)));
-  set.urls = makeDesktopURLOpener();
+  const auto links = std::make_shared<LinkReports>();
+  set.alerts = LinkReports::noticingAnswers(links, withholding(scanPermit, logged(std::move(set.alerts))));
+  set.urls = makeDesktopURLOpener({.refused = [links](const std::string& why) { links->refused(why); },
+                                   .failed = [links](const std::string& why) { links->failed(why); }});
   set.sound = makeGStreamerSound();
   set.device = makeLinuxDeviceIdentity(options.machine);
   installDrivers(std::move(set));

@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include "platform/Foundation/URLRepair.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -20,31 +22,11 @@ bool isUnreserved(char c) { return isLetter(c) || isDigit(c) || isOneOf("-._~", 
 
 int hexValue(char c) { return isDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10; }
 
-bool isScheme(std::string_view text) {
-  return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char c) {
-    return isLetter(c) || isDigit(c) || isOneOf("+-.", c);
-  });
-}
-
-bool holdsOnlyURLCharacters(std::string_view text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    const bool escape = c == '%' && i + 2 < text.size() && isHexDigit(text[i + 1]) && isHexDigit(text[i + 2]);
-    if (!escape && !isLetter(c) && !isDigit(c) && !isOneOf("-._~:/?#[]@!$&'()*+,;=", c)) {
-      return false;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 std::optional<NSURL> NSURL::URLWithString(std::string_view text) {
-  const auto colon = text.find(':');
-  if (colon == std::string_view::npos || !isScheme(text.substr(0, colon)) || !holdsOnlyURLCharacters(text)) {
-    return std::nullopt;
-  }
-  return NSURL(std::string(text));
+  auto url = repairedURL(text);
+  return url ? std::optional(NSURL(std::move(*url))) : std::nullopt;
 }
 
 NSURL NSURL::fileURLWithPath(const std::filesystem::path& path) {
@@ -63,6 +45,9 @@ std::optional<std::filesystem::path> NSURL::filePath() const {
   std::string path;
   for (std::size_t i = kFileURLPrefix.size(); i < text_.size(); ++i) {
     if (text_[i] == '%') {
+      if (i + 2 >= text_.size() || !isHexDigit(text_[i + 1]) || !isHexDigit(text_[i + 2])) {
+        return std::nullopt;
+      }
       path += static_cast<char>(hexValue(text_[i + 1]) * 16 + hexValue(text_[i + 2]));
       i += 2;
     } else {

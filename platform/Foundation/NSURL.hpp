@@ -12,9 +12,9 @@ namespace nivlo {
 /// An absolute URL. Immutable.
 class NSURL {
  public:
-  /// Makes a URL of exactly these bytes. Absent when they are not a URL: the text must begin with a scheme,
-  /// hold only characters that RFC 3986 (sections 2 and 3.1) allows, and have two hexadecimal digits after
-  /// every "%".
+  /// Makes a URL of exactly these bytes or, where RFC 3986 (section 2) does not allow some of them, the URL
+  /// that a browser would make of the text. Absent when a browser would not take it for one: it must begin
+  /// with a scheme, and where that scheme needs a host, as https does, have a valid one.
   static std::optional<NSURL> URLWithString(std::string_view text);
 
   /// Makes the file URL of an absolute path. Every byte but "/" and the characters that RFC 3986 calls

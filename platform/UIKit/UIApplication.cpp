@@ -11,7 +11,9 @@ UIApplication& UIApplication::sharedApplication() {
 
 bool UIApplication::canOpenURL(const std::optional<NSURL>& url) const {
   const auto& opener = drivers().urls;
-  return url && opener && opener->canOpenURL(url->absoluteString());
+  // The driver also hears of a text that was not a URL, so that it can tell the user.
+  const bool canOpen = opener && opener->canOpenURL(url ? url->absoluteString() : "");
+  return url && canOpen;
 }
 
 bool UIApplication::openURL(const std::optional<NSURL>& url) const {

@@ -5,8 +5,8 @@
 
 namespace nivlo {
 
-/// Opens links with the programs that the desktop has for them. `url` is always a valid absolute URL. Main
-/// thread only.
+/// Opens links with the programs that the desktop has for them. `url` is a valid absolute URL, or empty where
+/// a text was not one. Main thread only.
 class URLOpener {
  public:
   virtual ~URLOpener() = default;

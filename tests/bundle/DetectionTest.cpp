@@ -157,7 +157,7 @@ TEST_F(Dialogs, ChangeALinkOrOpenItUnasked) {
   EXPECT_TRUE(scanAndTap(link, 1));
   EXPECT_TRUE(scanAndTap("http://not a link", 1));
   EXPECT_TRUE(scanAndTap(link, 0));
-  EXPECT_EQ(machine.urls.asked, Strings(2, link));
+  EXPECT_EQ(machine.urls.asked, (Strings{link, link, ""}));
   EXPECT_EQ(machine.urls.opened, Strings{link});
   EXPECT_EQ(machine.log.lines(), Strings{"Cancelled"});
   EXPECT_TRUE(machine.pasteboard.texts.empty());

@@ -30,20 +30,32 @@ TEST(Format, ThrowsWhenAnArgumentDoesNotFit) {
   EXPECT_TRUE(isMarked(stringWithFormat("all %"), "all %"));
 }
 
-TEST(URL, AcceptsWhatIsNoneOrChangesItsBytes) {
-  for (const std::string good :
-       {"http://example.org/a?b=%20c#d", "HTTPS://[::1]:8080/~x", "mailto:a@b.c", "x+y-z.1:", "tel:+491"}) {
-    const auto url = NSURL::URLWithString(good);
-    ASSERT_TRUE(url) << good;
-    EXPECT_EQ(url->absoluteString(), good);
-  }
-  EXPECT_EQ(NSURL::URLWithString("HTTPS://A.b")->scheme(), "https");
+TEST(URL, AValidURLKeepsItsBytesAndAnythingElseBecomesWhatABrowserWouldMakeOfIt) {
+  const auto repaired = [](std::string_view text) {
+    const auto url = NSURL::URLWithString(text);
+    return url ? url->absoluteString() : "none";
+  };
   using namespace std::string_literals;
-  for (const auto& bad :
-       {""s, "example.org"s, "://x"s, "1http://x"s, "http://a b"s, "http://ä.de"s, "http://x/%2"s,
-        "http://x/%zz"s, "http://x/%"s, " http://x"s, "http://x\n"s, "http://x/\0"s, "ht_tp://x"s, "/a:b"s}) {
-    EXPECT_FALSE(NSURL::URLWithString(bad)) << bad;
+  for (const std::string good :
+       {"http://example.org/a?b=%20c#d", "HTTPS://[::1]:8080/~x", "mailto:a@b.c", "x+y-z.1:", "tel:+491",
+        "tel://", "file:///a", "http://user:word@b%C3%BC.de:65535?a=b//c", "x://a:b", "http://x/100%"}) {
+    EXPECT_EQ(repaired(good), good);
   }
+  EXPECT_EQ(repaired(" \t https://a.de/b c\n "), "https://a.de/b%20c");
+  EXPECT_EQ(repaired("https://a.de/\r\nb"), "https://a.de/b");
+  EXPECT_EQ(repaired("https://bücher.de/中?q={a|b}^`<\">"),
+            "https://b%C3%BCcher.de/%E4%B8%AD?q=%7Ba%7Cb%7D%5E%60%3C%22%3E");
+  EXPECT_EQ(repaired("https:\\\\a.de\\b?c\\d"), "https://a.de/b?c%5Cd");
+  EXPECT_EQ(repaired("https:///a.de"), "https://a.de");
+  EXPECT_EQ(repaired("x://a\\b\0"s), "x://a%5Cb");
+  EXPECT_EQ(NSURL::URLWithString("HTTPS://A.b")->scheme(), "https");
+  for (const auto& bad : {""s, "example.org"s, "://x"s, "1http://x"s, "ht_tp://x"s, "/a:b"s, "https://"s,
+                          "https://:80"s, "https://[::1"s, "https://[]"s, "https://[::1]x"s,
+                          "https://[g::1]"s, "https://a b.de"s, "https://a%20b"s, "https://a.de:x"s,
+                          "https://a.de:65536"s, "https://user@"s, "https://a^b"s, "x://[::1"s}) {
+    EXPECT_EQ(repaired(bad), "none") << bad;
+  }
+  EXPECT_FALSE(NSURL::URLWithString("file:///a%2")->filePath());
 }
 
 }  // namespace
