@@ -14,8 +14,8 @@ struct TextRange {
 };
 
 /// Finds the host that a browser would contact for the first link in the text: it stands after the user name,
-/// which may look like a host, and before the port. Returns nothing if there is no link, or if the link names
-/// no host.
+/// which may look like a host, and before the port. Returns nothing if there is no link, or if the link
+/// surely names no host: what other programs than browsers find there may be anything.
 std::optional<TextRange> linkHost(std::string_view text);
 
 }  // namespace nivlo

@@ -1,6 +1,8 @@
 #include "host/toolkit/DialogService.hpp"
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
@@ -14,8 +16,10 @@ namespace {
 
 using Kind = DialogMessage::Kind;
 
-/// Lets go of the terminal or pipe to which the program wrote: whoever reads it waits for its end.
-void leaveOutput() {
+/// Lets go of what others may wait for: the terminal or pipe to which the program wrote, and its folder.
+void leaveSurroundings() {
+  std::error_code error;
+  std::filesystem::current_path("/", error);
   const Descriptor nowhere(open("/dev/null", O_RDWR | O_CLOEXEC));
   dup2(nowhere.get(), STDOUT_FILENO);
   dup2(nowhere.get(), STDERR_FILENO);
@@ -104,7 +108,7 @@ void DialogService::leave() {
   received_ = EventSource();
   alerts_.clear();
   pickWindow_.reset();
-  leaveOutput();
+  leaveSurroundings();
   clipboard_.whenUnneeded([this] { loop_.quit(); });
 }
 

@@ -53,6 +53,7 @@ GtkWidget* messageLabel(const std::string& message) {
   auto* label = gtk_label_new(text.c_str());
   gtk_label_set_attributes(GTK_LABEL(label), attributes.get());
   gtk_label_set_wrap(GTK_LABEL(label), TRUE);
+  gtk_label_set_selectable(GTK_LABEL(label), TRUE);
   gtk_label_set_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);
   gtk_label_set_max_width_chars(GTK_LABEL(label), kLineLength);
   gtk_label_set_xalign(GTK_LABEL(label), 0);

@@ -4,6 +4,8 @@
 #include <glib.h>
 
 #include "host/text/LinkHost.hpp"
+#include "host/text/ReadingOrder.hpp"
+#include "linux/names/HostName.hpp"
 
 namespace nivlo {
 
@@ -11,6 +13,8 @@ namespace {
 
 constexpr auto kNulSymbol = "\u2400";
 constexpr auto kLineBreakSymbol = "\u21b5";
+constexpr auto kRightToLeftIsolate = "\u2067";
+constexpr auto kEndOfIsolate = "\u2069";
 constexpr guint16 kMarkOpacity = G_MAXUINT16 / 2;
 
 bool isDirectional(gunichar c) {
@@ -27,7 +31,6 @@ class LabelTextBuilder {
  public:
   LabelTextBuilder() {
     result_.attributes.reset(pango_attr_list_new());
-    apply(pango_attr_show_new(PANGO_SHOW_IGNORABLES), {0, PANGO_ATTR_INDEX_TO_TEXT_END});
     // A hyphen inserted at the end of a line would look like part of the text.
     apply(pango_attr_insert_hyphens_new(FALSE), {0, PANGO_ATTR_INDEX_TO_TEXT_END});
   }
@@ -48,10 +51,18 @@ class LabelTextBuilder {
     apply(pango_attr_foreground_alpha_new(kMarkOpacity), {begin, result_.text.size()});
   }
 
+  /// Adds a character that changes the reading order and is not displayed.
+  void addDirection(std::string_view character) {
+    showFrom(shownFrom_, result_.text.size());
+    result_.text += character;
+    shownFrom_ = result_.text.size();
+  }
+
+  void beginHost() { hostBegin_ = result_.text.size(); }
+  void endHost() { apply(pango_attr_weight_new(PANGO_WEIGHT_BOLD), {hostBegin_, result_.text.size()}); }
+
   LabelText finish() {
-    if (const auto host = linkHost(result_.text)) {
-      apply(pango_attr_weight_new(PANGO_WEIGHT_BOLD), *host);
-    }
+    showFrom(shownFrom_, PANGO_ATTR_INDEX_TO_TEXT_END);
     return std::move(result_);
   }
 
@@ -62,7 +73,13 @@ class LabelTextBuilder {
     pango_attr_list_insert(result_.attributes.get(), attribute);
   }
 
+  void showFrom(std::size_t begin, std::size_t end) {
+    apply(pango_attr_show_new(PANGO_SHOW_IGNORABLES), {begin, end});
+  }
+
   LabelText result_;
+  std::size_t shownFrom_ = 0;
+  std::size_t hostBegin_ = 0;
 };
 
 void addCharacter(LabelTextBuilder& label, gunichar character, std::string_view bytes) {
@@ -92,14 +109,53 @@ std::size_t addNext(LabelTextBuilder& label, std::string_view text) {
   return size;
 }
 
+/// The name that a host in another script is looked up by, for it may look like a different one; else empty.
+std::string realName(std::string_view host) {
+  const auto name = asciiHostName(host);
+  return name && *name != host ? fmt::format(" ({})", *name) : "";
+}
+
+/// The part of the first line that has a reading order of its own, from right to left. A message often is
+/// some words, a colon and a foreign text; without this, the text would be ordered as if it were a part of
+/// the words. Beyond the end if there is none.
+TextRange rightToLeftPart(std::string_view text) {
+  constexpr std::string_view kColon = ": ";
+  const TextRange none{text.size() + 1, text.size() + 1};
+  const auto colon = text.find(kColon);
+  if (colon == std::string_view::npos) {
+    return none;
+  }
+  const auto begin = colon + kColon.size();
+  const auto line = text.substr(begin, text.find_first_of("\r\n", begin) - begin);
+  return readsRightToLeft(line) ? TextRange{begin, begin + line.size()} : none;
+}
+
 }  // namespace
 
 LabelText foreignText(std::string_view text) {
   LabelTextBuilder label;
-  while (!text.empty()) {
-    text.remove_prefix(addNext(label, text));
+  const auto none = text.size() + 1;
+  const auto host = linkHost(text).value_or(TextRange{none, none});
+  const auto isolated = rightToLeftPart(text);
+  for (std::size_t place = 0;;) {
+    if (place == host.end) {
+      label.endHost();
+      label.addMark(realName(text.substr(host.begin, host.end - host.begin)));
+    }
+    if (place == isolated.end) {
+      label.addDirection(kEndOfIsolate);
+    }
+    if (place >= text.size()) {
+      return label.finish();
+    }
+    if (place == isolated.begin) {
+      label.addDirection(kRightToLeftIsolate);
+    }
+    if (place == host.begin) {
+      label.beginHost();
+    }
+    place += addNext(label, text.substr(place));
   }
-  return label.finish();
 }
 
 }  // namespace nivlo

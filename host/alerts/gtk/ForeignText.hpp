@@ -19,7 +19,9 @@ struct LabelText {
 /// Returns the text in a form in which nothing is hidden and nothing can change the reading order.
 /// Directional controls, tag characters and bytes that are not UTF-8 are replaced by dimmed escapes, and NUL
 /// by a dimmed symbol; everything else stays byte for byte. A dimmed mark precedes each line break, so that a
-/// text cannot pretend to be several messages. The host of a link is bold.
+/// text cannot pretend to be several messages. The host of a link is bold, and followed by the dimmed name
+/// that it is looked up by where it has letters beyond ASCII. What follows the first colon of a message keeps
+/// its own reading order if it reads from right to left.
 LabelText foreignText(std::string_view text);
 
 }  // namespace nivlo

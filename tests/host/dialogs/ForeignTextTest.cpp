@@ -22,7 +22,11 @@ TEST(ForeignTextTest, TheBoldHostIsTheOneThatABrowserWouldVisit) {
   EXPECT_EQ(hostIn("https://evil.example\\@bank.example/"), "evil.example");
   EXPECT_EQ(hostIn("https:///evil.example#@bank.example"), "evil.example");
   EXPECT_EQ(hostIn("http://user@[2001:db8::1]:80/"), "[2001:db8::1]");
-  EXPECT_EQ(hostIn("tel://"), "none");
+  for (const auto* without : {"tel://", "https://:80", "https://[::1", "https://", "file:///etc/passwd",
+                              "otpauth://totp/Bank:me?secret=A", "spotify://track/1"}) {
+    EXPECT_EQ(hostIn(without), "none") << without;
+  }
+  EXPECT_EQ(hostIn("rtsp://camera.example:554/1"), "camera.example");
   EXPECT_EQ(hostIn("no link: at all"), "none");
 }
 
@@ -31,6 +35,18 @@ TEST(ForeignTextTest, NothingIsHiddenOrReorderedAndTheRestStaysByteForByte) {
   EXPECT_EQ(foreignText("a\u202e\u2067\u200f\U000e0041z").text, "a\\u{202e}\\u{2067}\\u{200f}\\u{e0041}z");
   EXPECT_EQ(foreignText("a\0b\xff\xe4\xbd"s).text, "a\u2400b\\xff\\xe4\\xbd");
   EXPECT_EQ(foreignText("a\nb\r\nc\u2029").text, "a\u21b5\nb\u21b5\r\nc\u21b5\u2029");
+}
+
+TEST(ForeignTextTest, AHostBeyondASCIIIsFollowedByTheNameThatItIsLookedUpBy) {
+  EXPECT_EQ(foreignText("https://p\u0430ypal.com/").text, "https://p\u0430ypal.com (xn--pypal-4ve.com)/");
+  EXPECT_EQ(foreignText("https://fa\u00df.de:80").text, "https://fa\u00df.de (xn--fa-hia.de):80");
+  EXPECT_EQ(foreignText("https://b%C3%BCcher.de").text, "https://b%C3%BCcher.de (xn--bcher-kva.de)");
+  EXPECT_EQ(foreignText("https://xn--bcher-kva.de/\u00fc").text, "https://xn--bcher-kva.de/\u00fc");
+}
+
+TEST(ForeignTextTest, ATextFromRightToLeftKeepsItsOwnDirectionAfterTheWordsBeforeIt) {
+  EXPECT_EQ(foreignText("Code: \u05d0!\nb").text, "Code: \u2067\u05d0!\u2069\u21b5\nb");
+  EXPECT_EQ(foreignText("Code: a \u05d0!").text, "Code: a \u05d0!");
 }
 
 }  // namespace
