@@ -45,7 +45,7 @@ const pw_stream_events VideoStream::kEvents = [] {
   events.add_buffer = [](void* data, pw_buffer* buffer) {
     auto* self = static_cast<VideoStream*>(data);
     if (!self->loans_.add(buffer)) {
-      self->reportOnce("its buffers cannot be mapped");
+      self->reportOnce("its buffers cannot be read");
     }
   };
   events.remove_buffer = [](void* self, pw_buffer* buffer) {

@@ -206,6 +206,42 @@ TEST_F(PipeWireCamerasWithDaemonTest, ClosingWaitsForTheFrameUnderWayAndNoFrameF
   EXPECT_EQ(NSThread::currentThread().name(), std::nullopt) << "the camera's name went to the main thread";
 }
 
+TEST_F(PipeWireCamerasWithDaemonTest, AHostileCameraCostsOnlyItsOwnPictures) {
+  using Texts = std::vector<std::string>;
+  const struct {
+    Texts arguments;
+    bool isTruthful;  ///< its pictures arrive, and are right
+  } cases[] = {
+      {{"--memory", "sealed"}, true},
+      {{"--memory", "unsealed"}, true},
+      {{"--memory", "unsealed", "--format", "MJPEG"}, true},
+      {{"--memory", "small"}, false},
+      {{"--memory", "small", "--format", "MJPEG", "--size", "1280x720"}, false},
+      {{"--memory", "shrinking"}, false},
+      {{"--memory", "shrinking", "--format", "MJPEG", "--size", "1280x720"}, false},
+      {{"--memory", "sealed", "--mischief", "jpeg", "--format", "MJPEG"}, false},
+      {{"--memory", "sealed", "--mischief", "chunks"}, false},
+      {{"--memory", "unsealed", "--mischief", "chunks", "--format", "NV12", "--size", "322x242"}, false},
+      {{"--memory", "sealed", "--mischief", "chunks", "--format", "I420", "--buffers", "2"}, false},
+      {{"--memory", "sealed", "--mischief", "chunks", "--format", "MJPEG"}, false},
+  };
+  for (const auto& [arguments, isTruthful] : cases) {
+    SCOPED_TRACE(testing::PrintToString(arguments));
+    auto faster = arguments;
+    faster.insert(faster.end(), {"--fps", "200"});
+    const Camera camera = plugIn("cam", faster);
+    OpenCamera opened;
+    EXPECT_TRUE(camera->waitForStreaming());
+    const VideoFramePtr frame = opened.frames.next(isTruthful ? kPatience : 500ms);
+    ASSERT_TRUE(frame || !isTruthful);
+    EXPECT_TRUE(!isTruthful || showsQuadrants(*frame));
+    std::this_thread::sleep_for(300ms);
+  }
+  const Camera camera = plugInRed();
+  OpenCamera opened;
+  EXPECT_TRUE(opened.frames.next()) << "after all of these";
+}
+
 TEST_F(PipeWireCamerasWithDaemonTest, TooFewDescriptorsEndNothingAndTheCameraIsShownOnceThereAreEnough) {
   const Camera camera = plugInRed();
   rlimit limit{};

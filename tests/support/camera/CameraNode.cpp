@@ -94,12 +94,25 @@ const pw_stream_events CameraNode::kEvents = [] {
       static_cast<CameraNode*>(self)->formatChanged(param);
     }
   };
+  events.add_buffer = [](void* data, pw_buffer* buffer) {
+    if (auto* self = static_cast<CameraNode*>(data); self->hostile_) {
+      self->hostile_->add(buffer->buffer->datas[0], self->pictures_[self->current_].bytes.size());
+    }
+  };
+  events.remove_buffer = [](void* data, pw_buffer* buffer) {
+    if (auto* self = static_cast<CameraNode*>(data); self->hostile_) {
+      self->hostile_->remove(buffer->buffer->datas[0]);
+    }
+  };
   events.process = [](void* self) { static_cast<CameraNode*>(self)->fillNextBuffer(); };
   return events;
 }();
 
 CameraNode::CameraNode(pw_main_loop* loop, const CameraOptions& options, std::vector<EncodedPicture> pictures)
     : loop_(loop), options_(options), pictures_(std::move(pictures)) {
+  if (!options_.memory.empty()) {
+    hostile_ = std::make_unique<HostileBuffers>(options_.memory, options_.mischief);
+  }
   const auto tick = [](void* self, uint64_t) {
     pw_stream_trigger_process(static_cast<CameraNode*>(self)->stream_.get());
   };
@@ -129,7 +142,8 @@ void CameraNode::publish() {
   for (const Mode& mode : options_.modes) {
     formats.push_back(describe(builder, mode, options_.colorimetry));
   }
-  const auto flags = static_cast<pw_stream_flags>(PW_STREAM_FLAG_DRIVER | PW_STREAM_FLAG_MAP_BUFFERS);
+  const auto flags = static_cast<pw_stream_flags>(
+      PW_STREAM_FLAG_DRIVER | (hostile_ ? PW_STREAM_FLAG_ALLOC_BUFFERS : PW_STREAM_FLAG_MAP_BUFFERS));
   connected_ = pw_stream_connect(stream_.get(), PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, formats.data(),
                                  static_cast<uint32_t>(formats.size())) == 0;
 }
@@ -159,7 +173,7 @@ void CameraNode::formatChanged(const spa_pod* format) {
       SPA_POD_CHOICE_RANGE_Int(std::min(4, most), 1, most), SPA_PARAM_BUFFERS_blocks, SPA_POD_Int(1),
       SPA_PARAM_BUFFERS_size, SPA_POD_Int(static_cast<int32_t>(picture.bytes.size())),
       SPA_PARAM_BUFFERS_stride, SPA_POD_Int(picture.stride), SPA_PARAM_BUFFERS_dataType,
-      SPA_POD_CHOICE_FLAGS_Int(1 << SPA_DATA_MemFd))));
+      SPA_POD_CHOICE_FLAGS_Int(1 << SPA_DATA_MemFd | (hostile_ ? 1 << SPA_DATA_DmaBuf : 0)))));
   params.push_back(describeMeta(builder, SPA_META_Header, sizeof(spa_meta_header)));
   if (options_.transform) {
     params.push_back(describeMeta(builder, SPA_META_VideoTransform, sizeof(spa_meta_videotransform)));
@@ -174,7 +188,9 @@ void CameraNode::fillNextBuffer() {
   }
   const EncodedPicture& picture = pictures_[current_];
   spa_data& data = buffer->buffer->datas[0];
-  if (data.data != nullptr && data.maxsize >= picture.bytes.size()) {
+  if (hostile_) {
+    hostile_->fill(data, picture);
+  } else if (data.data != nullptr && data.maxsize >= picture.bytes.size()) {
     std::memcpy(data.data, picture.bytes.data(), picture.bytes.size());
     data.chunk->offset = 0;
     data.chunk->size = static_cast<uint32_t>(picture.bytes.size());
@@ -191,6 +207,9 @@ void CameraNode::fillNextBuffer() {
     transform->transform = static_cast<uint32_t>(options_.transform.value_or(0) / 90);
   }
   pw_stream_queue_buffer(stream_.get(), buffer);
+  if (hostile_) {
+    hostile_->sent(data);
+  }
 }
 
 void CameraNode::runClock(bool on) {

@@ -1,11 +1,13 @@
 // A virtual camera in PipeWire's graph.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include <pipewire/pipewire.h>
 
 #include "linux/handles/Owned.hpp"
+#include "tests/support/camera/HostileBuffers.hpp"
 #include "tests/support/camera/Options.hpp"
 #include "tests/support/pictures/Encoding.hpp"
 
@@ -36,6 +38,7 @@ class CameraNode {
   std::uint64_t sequence_ = 0;
   bool connected_ = false;
   spa_source* clock_;
+  std::unique_ptr<HostileBuffers> hostile_;  ///< null for a camera that means no harm
   Owned<pw_stream, pw_stream_destroy> stream_;
 };
 

@@ -12,9 +12,10 @@ const std::map<std::string, ColorRange> kRanges{{"limited", ColorRange::Limited}
 
 CameraOptions parseOptions(const std::vector<std::string>& arguments) {
   std::map<std::string, std::string> given{
-      {"--name", ""},        {"--location", ""}, {"--rotation", ""}, {"--picture", ""},  {"--color", ""},
-      {"--format", "YUY2"},  {"--also", ""},     {"--fps", "30"},    {"--padding", "0"}, {"--buffers", "0"},
-      {"--size", "640x480"}, {"--matrix", ""},   {"--range", ""},    {"--transform", ""}};
+      {"--name", ""},     {"--location", ""},   {"--rotation", ""},    {"--picture", ""},
+      {"--color", ""},    {"--format", "YUY2"}, {"--also", ""},        {"--fps", "30"},
+      {"--padding", "0"}, {"--buffers", "0"},   {"--size", "640x480"}, {"--matrix", ""},
+      {"--range", ""},    {"--transform", ""},  {"--memory", ""},      {"--mischief", ""}};
   for (std::size_t i = 0; i < arguments.size(); i += 2) {
     given.at(arguments[i]) = arguments.at(i + 1);
   }
@@ -23,6 +24,8 @@ CameraOptions parseOptions(const std::vector<std::string>& arguments) {
                         .rotation = given["--rotation"],
                         .padding = std::stoi(given["--padding"]),
                         .buffers = std::stoi(given["--buffers"]),
+                        .memory = given["--memory"],
+                        .mischief = given["--mischief"],
                         .picture = given["--picture"]};
   options.modes.push_back(parseMode(given["--format"] + ":" + given["--size"] + "@" + given["--fps"]));
   if (const auto& mode = given["--also"]; !mode.empty()) {

@@ -24,7 +24,7 @@ struct StreamBuffer : std::enable_shared_from_this<StreamBuffer> {
 /// buffer or this object is gone.
 class BufferLoans {
  public:
-  /// Makes the handle of a buffer that PipeWire has added. Returns false when its memory cannot be mapped; it
+  /// Makes the handle of a buffer that PipeWire has added. Returns false when its memory cannot be read; it
   /// still circulates then, but its pictures cannot be read.
   bool add(pw_buffer* buffer);
 
