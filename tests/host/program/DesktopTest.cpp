@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -174,6 +175,39 @@ TEST_F(DesktopTest, AnOutputThatIsNotThereIsWaitedForWithTheCameraClosed) {
   sway_->message("create_output");
   EXPECT_TRUE(shows("HEADLESS-3", {kRed, kGreen, kBlue, kWhite}, "awaited"));
   EXPECT_FALSE(isWaiting());
+}
+
+TEST_F(DesktopTest, TheCameraIsClosedOnceTheLastOutputIsGoneAndOpenedWithTheNext) {
+  const HeadlessSway inner(bus_, *sway_);
+  VirtualCamera back(environment(), camera("back", {}));
+  Nivlo program({"--preset", "3"}, merged(environment(), inner.environment()));
+  ASSERT_TRUE(back.waitForStreaming());
+  inner.message("create_output");
+  const auto unplugOne = [this] {
+    sway_->message("[app_id=wlroots] focus");
+    sway_->message("kill");
+  };
+  const auto isGone = [&] {
+    try {
+      inner.screenshot("WL-2", "unplugged");
+      return false;
+    } catch (const std::runtime_error&) {
+      return true;
+    }
+  };
+  ASSERT_TRUE(waitFor([&] { return !isGone(); }));
+  unplugOne();
+  ASSERT_TRUE(waitFor(isGone));
+  EXPECT_FALSE(back.waitForPaused(std::chrono::seconds(1))) << "another output is left";
+  unplugOne();
+  EXPECT_TRUE(program.waitForLine("waiting for an output")) << program.output();
+  EXPECT_TRUE(back.waitForPaused());
+  inner.message("create_output");
+  EXPECT_TRUE(back.waitForStreaming());
+  EXPECT_TRUE(waitFor([&] {
+    return hasQuarters(inner.screenshot("WL-3", "plugged-in"), {kRed, kGreen, kBlue, kWhite});
+  }));
+  EXPECT_THAT(program.terminate(), Eq(0)) << program.output();
 }
 
 TEST_F(DesktopTest, WindowsThatWereThereBeforeTheWallpaperAreKnown) {

@@ -67,13 +67,20 @@ std::optional<WindowPlace> findFocused(const nlohmann::json& node) {
 
 HeadlessSway::HeadlessSway(PrivateBus& bus, std::vector<DesktopSize> outputs)
     : bus_(bus), outputs_(std::move(outputs)) {
+  start({{"WLR_BACKENDS", "headless"},
+         {"WLR_HEADLESS_OUTPUTS", std::to_string(outputs_.size())},
+         {"WLR_LIBINPUT_NO_DEVICES", "1"}});
+}
+
+HeadlessSway::HeadlessSway(PrivateBus& bus, const HeadlessSway& host) : bus_(bus) {
+  start({{"WLR_BACKENDS", "wayland"}, {"WAYLAND_DISPLAY", host.display_}});
+}
+
+void HeadlessSway::start(const Environment& backend) {
   const auto configuration = directory_.path() / "sway.conf";
   writeConfiguration(configuration, outputs_);
-  const Environment headless{{"WLR_BACKENDS", "headless"},
-                             {"WLR_HEADLESS_OUTPUTS", std::to_string(outputs_.size())},
-                             {"WLR_RENDERER", "pixman"},
-                             {"WLR_LIBINPUT_NO_DEVICES", "1"}};
-  process_ = std::make_unique<ChildProcess>(swayCommand(configuration), merged(environment(), headless));
+  process_ = std::make_unique<ChildProcess>(
+      swayCommand(configuration), merged(merged(environment(), {{"WLR_RENDERER", "pixman"}}), backend));
   display_ = process_->expectLine(kReady).substr(std::string_view(kReady).size());
 }
 

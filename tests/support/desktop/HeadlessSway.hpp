@@ -36,6 +36,10 @@ class HeadlessSway {
   /// The bus must outlive it. Another sway may be started in the same session after this one was killed.
   /// Throws std::runtime_error, with what sway printed, if it does not start.
   explicit HeadlessSway(PrivateBus& bus, std::vector<DesktopSize> outputs = {{1280, 720}});
+  /// Runs as a client of another sway of the same bus, which must outlive it, with one output: WL-1. Its
+  /// outputs are windows there, with the application "wlroots", and unplugged by killing those. Outputs
+  /// without a window cannot be unplugged.
+  HeadlessSway(PrivateBus& bus, const HeadlessSway& host);
   ~HeadlessSway();
 
   /// The environment that makes a child process a client: the bus, the display, and a toolkit that draws in
@@ -62,6 +66,8 @@ class HeadlessSway {
   void kill();
 
  private:
+  void start(const Environment& backend);
+
   PrivateBus& bus_;
   std::vector<DesktopSize> outputs_;
   TemporaryDirectory directory_;
