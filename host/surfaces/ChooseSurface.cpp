@@ -91,7 +91,8 @@ std::unique_ptr<Surface> openXWaylandDesktop(const SurfaceOptions& options, Surf
     NSLog(
         "surface: XWayland does not tell which Wayland windows cover the wallpaper, so the camera closes "
         "only "
-        "when X11 windows cover it, when the session is locked, asleep or idle, or with 'nivlo ctl pause'");
+        "when X11 windows cover it, when the session is locked, asleep or idle, or with 'nivlo ctl pause'; "
+        "GNOME gives clicks on the wallpaper to nobody, so that the desktop's menu does not open");
   }
   return desktop;
 }

@@ -165,16 +165,12 @@ X11Canvas::Kind X11Desktop::kindOfCanvas() const {
                                                                             : X11Canvas::Kind::Lowest;
 }
 
-/// Clicks fall through it to the desktop, which may have menus of its own. The shape that receives them is
-/// one pixel beyond the window rather than nothing at all, which mutter takes for no shape and thus for the
-/// whole window.
 std::unique_ptr<X11Canvas> X11Desktop::makeCanvas(const ScreenRect& place) {
   auto canvas = std::make_unique<X11Canvas>(connection(), place, kindOfCanvas());
   setHints(canvas->window(), place);
   if (connection().extension(xcb_shape_id)) {
-    constexpr xcb_rectangle_t kBeyond{-1, -1, 1, 1};
     xcb_shape_rectangles(connection().get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
-                         canvas->window(), 0, 0, 1, &kBeyond);
+                         canvas->window(), 0, 0, 0, nullptr);
   }
   return canvas;
 }
