@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include <xcb/shape.h>
 #include <xcb/xcb_icccm.h>
@@ -149,20 +150,21 @@ void X11Desktop::placeCanvases() {
     placed[monitor.name] = std::move(canvas);
   }
   canvases() = std::move(placed);
-  stack_.set(std::move(windows), desktopsBelow_);
+  stack_.set(kindOfCanvas() == X11Canvas::Kind::Stacked ? std::move(windows) : std::vector<xcb_window_t>(),
+             desktopsBelow_);
   for (auto* canvas : made) {
     canvas->map();
   }
 }
 
-/// Beside a window of the desktop type that a window manager lists, Cinnamon's desktop, nemo-desktop, would
-/// not start.
 X11Canvas::Kind X11Desktop::kindOfCanvas() const {
+  if (windowManager_.isMutter()) {
+    return X11Canvas::Kind::Managed;
+  }
   if (!desktopsBelow_.empty()) {
     return X11Canvas::Kind::Stacked;
   }
-  return windowManager_.knowsDesktopWindows() && !windowManager_.isMuffin() ? X11Canvas::Kind::Managed
-                                                                            : X11Canvas::Kind::Lowest;
+  return windowManager_.knowsDesktopWindows() ? X11Canvas::Kind::Managed : X11Canvas::Kind::Lowest;
 }
 
 std::unique_ptr<X11Canvas> X11Desktop::makeCanvas(const ScreenRect& place) {
@@ -184,10 +186,12 @@ void X11Desktop::findCovered() {
   }
 }
 
+/// Mutter and its relatives keep a dock with the state "below" above all desktop windows and below all
+/// others. It does not keep Cinnamon's desktop, nemo-desktop, from starting, as another desktop window would.
 void X11Desktop::setHints(xcb_window_t window, const ScreenRect& place) {
   auto& server = connection();
-  server.setValues(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
-                   {server.atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
+  const auto* type = windowManager_.isMutter() ? "_NET_WM_WINDOW_TYPE_DOCK" : "_NET_WM_WINDOW_TYPE_DESKTOP";
+  server.setValues(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {server.atom(type)});
   server.setValues(window, "_NET_WM_STATE", XCB_ATOM_ATOM,
                    {server.atom("_NET_WM_STATE_STICKY"), server.atom("_NET_WM_STATE_BELOW"),
                     server.atom("_NET_WM_STATE_SKIP_TASKBAR"), server.atom("_NET_WM_STATE_SKIP_PAGER")});

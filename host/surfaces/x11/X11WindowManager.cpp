@@ -22,7 +22,7 @@ void X11WindowManager::query() {
   const bool alive = !named.empty() && connection_.values(named[0], kCheck) == named;
   check_ = alive ? named[0] : XCB_NONE;
   knowsDesktopWindows_ = false;
-  isMuffin_ = false;
+  isMutter_ = false;
   if (!alive) {
     return;
   }
@@ -31,7 +31,8 @@ void X11WindowManager::query() {
   const auto supported = connection_.values(connection_.root(), kSupported);
   knowsDesktopWindows_ = std::find(supported.begin(), supported.end(),
                                    connection_.atom("_NET_WM_WINDOW_TYPE_DESKTOP")) != supported.end();
-  isMuffin_ = connection_.text(check_, "_NET_WM_NAME").find("Muffin") != std::string::npos;
+  const auto name = connection_.text(check_, "_NET_WM_NAME");  // for example "Mutter (Muffin)"
+  isMutter_ = name.find("Mutter") != std::string::npos || name == "GNOME Shell";
 }
 
 bool X11WindowManager::handle(const xcb_generic_event_t& event) {

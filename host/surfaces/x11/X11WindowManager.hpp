@@ -14,8 +14,9 @@ class X11WindowManager {
   bool isRunning() const { return check_ != XCB_NONE; }
   /// Returns whether it keeps windows of the desktop type below all others, without a frame.
   bool knowsDesktopWindows() const { return knowsDesktopWindows_; }
-  /// Returns whether it is Cinnamon's.
-  bool isMuffin() const { return isMuffin_; }
+  /// Returns whether it is mutter (GNOME) or one of its relatives, such as muffin (Cinnamon). They paint
+  /// windows that bypass them above all others, whatever their place in the stack.
+  bool isMutter() const { return isMutter_; }
 
   /// Must be given every event of the connection. Returns whether the answers may have changed.
   bool handle(const xcb_generic_event_t& event);
@@ -26,7 +27,7 @@ class X11WindowManager {
   X11Connection& connection_;
   xcb_window_t check_ = XCB_NONE;  ///< the window that the manager keeps as a sign of life
   bool knowsDesktopWindows_ = false;
-  bool isMuffin_ = false;
+  bool isMutter_ = false;
 };
 
 }  // namespace nivlo
