@@ -2,10 +2,15 @@
 
 say() { printf '\033[1m%s\033[0m\n' "$*"; }
 
-# install_packages SET: installs the missing packages of the program ("program"), or of the tests too ("all").
+# install_packages SET: installs the missing packages of the program ("program"), of the tests too ("all"), or those that
+# "./test desktops" needs besides ("desktops").
 install_packages() {
   local list=packaging/debian-packages.txt wanted missing
-  wanted=$(if [ "$1" = all ]; then cat "$list"; else sed '/^== tests/,$d' "$list"; fi | grep -v '^#\|^==\|^$')
+  wanted=$(case "$1" in
+    program) sed '/^== tests/,$d' "$list" ;;
+    all) cat "$list" ;;
+    desktops) cat packaging/desktops-packages.txt ;;
+  esac | grep -v '^#\|^==\|^$')
   # shellcheck disable=SC2086
   missing=$({ dpkg-query -W -f '${Package} ${Status}\n' $wanted 2>/dev/null || true; } | awk '/ install ok installed$/ {print $1}' |
     sort | comm -13 - <(printf '%s\n' $wanted | sort))

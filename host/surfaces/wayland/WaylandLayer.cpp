@@ -41,7 +41,9 @@ void WaylandLayer::setBottom(bool isBottom) {
     NSLog(
         "surface: Plasma's desktop would cover the wallpaper, so the wallpaper is shown above it and hides "
         "its "
-        "icons; --layer background puts it below");
+        "icons; --layer background puts it below. KWin does not tell which windows cover the wallpaper, so "
+        "the "
+        "camera stays open below them; 'nivlo ctl pause' closes it");
   }
   changed_();
 }
