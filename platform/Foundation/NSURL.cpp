@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/Foundation/URLCharacters.hpp"
 #include "platform/Foundation/URLRepair.hpp"
 
 namespace nivlo {
@@ -12,15 +13,7 @@ namespace {
 
 constexpr std::string_view kFileURLPrefix = "file://";
 
-// The C library's classification depends on the locale; a URL's does not.
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
-bool isOneOf(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
-
 bool isUnreserved(char c) { return isLetter(c) || isDigit(c) || isOneOf("-._~", c); }
-
-int hexValue(char c) { return isDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10; }
 
 }  // namespace
 

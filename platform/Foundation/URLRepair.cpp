@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include "platform/Foundation/URLCharacters.hpp"
+
 namespace nivlo {
 
 namespace {
@@ -14,12 +16,6 @@ constexpr std::array<std::string_view, 5> kNeedingHost{"ftp", "http", "https", "
 constexpr std::string_view kNotInHost = " #/:<>?@[\\]^|%\x7f";
 constexpr int kHighestPort = 65535;
 
-// The C library's classification depends on the locale; a URL's does not.
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isOneOf(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
-bool isHexDigit(char c) { return isDigit(c) || isOneOf("abcdefABCDEF", c); }
-int hexValue(char c) { return isDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10; }
 bool isBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
 bool isURLCharacter(char c) { return isLetter(c) || isDigit(c) || isOneOf("-._~:/?#[]@!$&'()*+,;=%", c); }
 
