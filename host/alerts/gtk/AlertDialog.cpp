@@ -48,10 +48,28 @@ std::string buttonLabel(const std::string& text) {
   return label;
 }
 
+/// Copies what is selected as it was scanned, in place of GTK's own handler.
+void copySelection(GtkLabel* label, gpointer text) {
+  int first = 0;
+  int last = 0;
+  if (gtk_label_get_selection_bounds(label, &first, &last)) {
+    const auto& foreign = *static_cast<const LabelText*>(text);
+    const auto* start = foreign.text.c_str();
+    const auto place = [start](int character) {
+      return static_cast<std::size_t>(g_utf8_offset_to_pointer(start, character) - start);
+    };
+    gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(label)),
+                           withoutAdditions(foreign, {place(first), place(last)}).c_str());
+  }
+  g_signal_stop_emission_by_name(label, "copy-clipboard");
+}
+
 GtkWidget* messageLabel(const std::string& message) {
-  const auto [text, attributes] = foreignText(message);
-  auto* label = gtk_label_new(text.c_str());
-  gtk_label_set_attributes(GTK_LABEL(label), attributes.get());
+  auto* foreign = new LabelText(foreignText(message));
+  auto* label = gtk_label_new(foreign->text.c_str());
+  gtk_label_set_attributes(GTK_LABEL(label), foreign->attributes.get());
+  g_signal_connect_data(label, "copy-clipboard", G_CALLBACK(copySelection), foreign,
+                        [](gpointer text, GClosure*) { delete static_cast<LabelText*>(text); }, {});
   gtk_label_set_wrap(GTK_LABEL(label), TRUE);
   gtk_label_set_selectable(GTK_LABEL(label), TRUE);
   gtk_label_set_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);

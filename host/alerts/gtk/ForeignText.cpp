@@ -1,9 +1,10 @@
 #include "host/alerts/gtk/ForeignText.hpp"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 #include <glib.h>
 
-#include "host/text/LinkHost.hpp"
 #include "host/text/ReadingOrder.hpp"
 #include "linux/names/HostName.hpp"
 
@@ -40,7 +41,7 @@ class LabelTextBuilder {
   void addLineBreak(std::string_view bytes) {
     const bool secondHalf = bytes == "\n" && result_.text.ends_with('\r');
     if (!secondHalf) {
-      addMark(kLineBreakSymbol);
+      addNote(kLineBreakSymbol);
     }
     add(bytes);
   }
@@ -51,9 +52,16 @@ class LabelTextBuilder {
     apply(pango_attr_foreground_alpha_new(kMarkOpacity), {begin, result_.text.size()});
   }
 
+  /// Adds a mark that stands for nothing in the text.
+  void addNote(std::string_view mark) {
+    result_.added.push_back({result_.text.size(), result_.text.size() + mark.size()});
+    addMark(mark);
+  }
+
   /// Adds a character that changes the reading order and is not displayed.
   void addDirection(std::string_view character) {
     showFrom(shownFrom_, result_.text.size());
+    result_.added.push_back({result_.text.size(), result_.text.size() + character.size()});
     result_.text += character;
     shownFrom_ = result_.text.size();
   }
@@ -140,7 +148,7 @@ LabelText foreignText(std::string_view text) {
   for (std::size_t place = 0;;) {
     if (place == host.end) {
       label.endHost();
-      label.addMark(realName(text.substr(host.begin, host.end - host.begin)));
+      label.addNote(realName(text.substr(host.begin, host.end - host.begin)));
     }
     if (place == isolated.end) {
       label.addDirection(kEndOfIsolate);
@@ -156,6 +164,20 @@ LabelText foreignText(std::string_view text) {
     }
     place += addNext(label, text.substr(place));
   }
+}
+
+std::string withoutAdditions(const LabelText& label, TextRange part) {
+  std::string result;
+  for (const auto& added : label.added) {
+    if (added.begin >= part.end) {
+      break;
+    }
+    if (added.begin >= part.begin) {
+      result += label.text.substr(part.begin, added.begin - part.begin);
+    }
+    part.begin = std::clamp(added.end, part.begin, part.end);
+  }
+  return result + label.text.substr(part.begin, part.end - part.begin);
 }
 
 }  // namespace nivlo

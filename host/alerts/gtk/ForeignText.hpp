@@ -3,9 +3,11 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <pango/pango.h>
 
+#include "host/text/LinkHost.hpp"
 #include "linux/handles/Owned.hpp"
 
 namespace nivlo {
@@ -14,6 +16,7 @@ namespace nivlo {
 struct LabelText {
   std::string text;  ///< valid UTF-8 without NUL
   Owned<PangoAttrList, pango_attr_list_unref> attributes;
+  std::vector<TextRange> added;  ///< what only the label has, in order: it would be wrong in a copy
 };
 
 /// Returns the text in a form in which nothing is hidden and nothing can change the reading order.
@@ -23,5 +26,8 @@ struct LabelText {
 /// that it is looked up by where it has letters beyond ASCII. What follows the first colon of a message keeps
 /// its own reading order if it reads from right to left.
 LabelText foreignText(std::string_view text);
+
+/// Returns a part of the label's text without what was added to it. Escapes stay.
+std::string withoutAdditions(const LabelText& label, TextRange part);
 
 }  // namespace nivlo

@@ -44,6 +44,16 @@ TEST(ForeignTextTest, AHostBeyondASCIIIsFollowedByTheNameThatItIsLookedUpBy) {
   EXPECT_EQ(foreignText("https://xn--bcher-kva.de/\u00fc").text, "https://xn--bcher-kva.de/\u00fc");
 }
 
+TEST(ForeignTextTest, ACopyOfASelectionHoldsNothingThatOnlyTheLabelHas) {
+  const std::string text = "Link: \u05d0 https://b\u00fccher.de/\r\nb";
+  const auto label = foreignText(text);
+  EXPECT_EQ(withoutAdditions(label, {0, label.text.size()}), text);
+  const auto name = label.text.find("xn--");
+  EXPECT_EQ(withoutAdditions(label, {name, name + 5}), "");
+  EXPECT_EQ(withoutAdditions(label, {label.text.find("cher"), name}), "cher.de");
+  EXPECT_EQ(withoutAdditions(label, {0, 4}), "Link");
+}
+
 TEST(ForeignTextTest, ATextFromRightToLeftKeepsItsOwnDirectionAfterTheWordsBeforeIt) {
   EXPECT_EQ(foreignText("Code: \u05d0!\nb").text, "Code: \u2067\u05d0!\u2069\u21b5\nb");
   EXPECT_EQ(foreignText("Code: a \u05d0!").text, "Code: a \u05d0!");
