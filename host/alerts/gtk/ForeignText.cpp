@@ -1,6 +1,7 @@
 #include "host/alerts/gtk/ForeignText.hpp"
 
 #include <algorithm>
+#include <optional>
 
 #include <fmt/format.h>
 #include <glib.h>
@@ -15,7 +16,7 @@ namespace {
 constexpr auto kNulSymbol = "\u2400";
 constexpr auto kLineBreakSymbol = "\u21b5";
 constexpr auto kRightToLeftIsolate = "\u2067";
-constexpr auto kEndOfIsolate = "\u2069";
+constexpr double kOtherScale = 0.5;
 constexpr guint16 kMarkOpacity = G_MAXUINT16 / 2;
 
 bool isDirectional(gunichar c) {
@@ -58,11 +59,15 @@ class LabelTextBuilder {
     addMark(mark);
   }
 
-  /// Adds a character that changes the reading order and is not displayed.
-  void addDirection(std::string_view character) {
-    showFrom(shownFrom_, result_.text.size());
-    result_.added.push_back({result_.text.size(), result_.text.size() + character.size()});
-    result_.text += character;
+  /// Lets the rest of the line, which follows a space, be read from right to left.
+  void addIsolate() {
+    const auto begin = result_.text.size();
+    result_.text += kRightToLeftIsolate;
+    result_.added.push_back({begin, result_.text.size()});
+    // The isolate itself stays hidden. Pango shows or hides a run as a whole, only another font, here another
+    // size, begins a new run, and what ends where a run begins still counts for it.
+    apply(pango_attr_scale_new(kOtherScale), result_.added.back());
+    showFrom(shownFrom_, begin - 1);
     shownFrom_ = result_.text.size();
   }
 
@@ -123,19 +128,17 @@ std::string realName(std::string_view host) {
   return name && *name != host ? fmt::format(" ({})", *name) : "";
 }
 
-/// The part of the first line that has a reading order of its own, from right to left. A message often is
-/// some words, a colon and a foreign text; without this, the text would be ordered as if it were a part of
-/// the words. Beyond the end if there is none.
-TextRange rightToLeftPart(std::string_view text) {
+/// The place after which the first line is read from right to left. A message often is some words, a colon
+/// and a foreign text; without this, the text would be ordered as if it were a part of the words.
+std::optional<std::size_t> rightToLeftPlace(std::string_view text) {
   constexpr std::string_view kColon = ": ";
-  const TextRange none{text.size() + 1, text.size() + 1};
   const auto colon = text.find(kColon);
   if (colon == std::string_view::npos) {
-    return none;
+    return std::nullopt;
   }
   const auto begin = colon + kColon.size();
   const auto line = text.substr(begin, text.find_first_of("\r\n", begin) - begin);
-  return readsRightToLeft(line) ? TextRange{begin, begin + line.size()} : none;
+  return readsRightToLeft(line) ? std::optional(begin) : std::nullopt;
 }
 
 }  // namespace
@@ -144,20 +147,17 @@ LabelText foreignText(std::string_view text) {
   LabelTextBuilder label;
   const auto none = text.size() + 1;
   const auto host = linkHost(text).value_or(TextRange{none, none});
-  const auto isolated = rightToLeftPart(text);
+  const auto isolate = rightToLeftPlace(text);
   for (std::size_t place = 0;;) {
     if (place == host.end) {
       label.endHost();
       label.addNote(realName(text.substr(host.begin, host.end - host.begin)));
     }
-    if (place == isolated.end) {
-      label.addDirection(kEndOfIsolate);
-    }
     if (place >= text.size()) {
       return label.finish();
     }
-    if (place == isolated.begin) {
-      label.addDirection(kRightToLeftIsolate);
+    if (place == isolate) {
+      label.addIsolate();
     }
     if (place == host.begin) {
       label.beginHost();

@@ -1,5 +1,6 @@
 // Foreign text must not deceive its reader.
 #include <gmock/gmock.h>
+#include <pango/pangocairo.h>
 
 #include "host/alerts/gtk/ForeignText.hpp"
 #include "host/text/LinkHost.hpp"
@@ -54,8 +55,22 @@ TEST(ForeignTextTest, ACopyOfASelectionHoldsNothingThatOnlyTheLabelHas) {
   EXPECT_EQ(withoutAdditions(label, {0, 4}), "Link");
 }
 
+int widthOf(const std::string& text, PangoAttrList* attributes) {
+  const Owned<PangoContext, g_object_unref> context(
+      pango_font_map_create_context(pango_cairo_font_map_get_default()));
+  const Owned<PangoLayout, g_object_unref> layout(pango_layout_new(context.get()));
+  pango_layout_set_text(layout.get(), text.c_str(), -1);
+  pango_layout_set_attributes(layout.get(), attributes);
+  int width = 0;
+  pango_layout_get_size(layout.get(), &width, nullptr);
+  return width;
+}
+
 TEST(ForeignTextTest, ATextFromRightToLeftKeepsItsOwnDirectionAfterTheWordsBeforeIt) {
-  EXPECT_EQ(foreignText("Code: \u05d0!\nb").text, "Code: \u2067\u05d0!\u2069\u21b5\nb");
+  EXPECT_EQ(foreignText("Code: \u05d0!\nb").text, "Code: \u2067\u05d0!\u21b5\nb");
+  const auto label = foreignText("Code: \u05d0!");
+  EXPECT_EQ(widthOf(label.text, label.attributes.get()), widthOf("Code: \u05d0!", nullptr))
+      << "the isolate is seen";
   EXPECT_EQ(foreignText("Code: a \u05d0!").text, "Code: a \u05d0!");
 }
 
