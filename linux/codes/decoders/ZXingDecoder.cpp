@@ -107,11 +107,6 @@ ZXingOptions optionsFor(ZXing::BarcodeFormats formats, Effort effort) {
   return options;
 }
 
-/// Unlike Result::isValid of ZXing 2, this accepts a code without text.
-bool isSound(const ZXing::Result& result) {
-  return result.format() != BarcodeFormat::None && !result.error();
-}
-
 ZXing::ImageView imageOf(const LumaPicture& picture) {
   return {picture.pixels, picture.width, picture.height, ZXing::ImageFormat::Lum, picture.stride};
 }
@@ -122,7 +117,7 @@ std::optional<ZXing::Result> readOneLinear(const ZXing::ImageView& image, ZXing:
   options.setMaxNumberOfSymbols(1);
   options.setMinLineCount(kMinScanLines);
   ZXing::Results results = ZXing::ReadBarcodes(image, options);
-  if (results.empty() || !isSound(results.front())) {
+  if (results.empty() || !results.front().isValid()) {
     return std::nullopt;
   }
   return std::move(results.front());
@@ -189,12 +184,10 @@ ZXing::BarcodeFormats matrixFormats(Symbologies symbologies) {
 
 std::vector<Reading> readMatrix(const LumaPicture& picture, ZXing::BarcodeFormats formats, Effort effort) {
   std::vector<Reading> readings;
-  ZXingOptions options = optionsFor(formats, effort);
-  returnEmptyCodes(options);
-  for (const ZXing::Result& result : ZXing::ReadBarcodes(imageOf(picture), options)) {
+  for (const ZXing::Result& result : ZXing::ReadBarcodes(imageOf(picture), optionsFor(formats, effort))) {
     const std::string text = textOf(result);
     const char* type = typeOf(result.format(), text);
-    if (!type || !isSound(result)) {
+    if (!type || !result.isValid()) {
       continue;
     }
     Quad outline;

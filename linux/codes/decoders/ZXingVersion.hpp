@@ -21,9 +21,8 @@ inline ZXingOptions plainOptions() {
   return options;
 }
 
-/// Makes ZXing return matrix codes without text. ZXing 2 takes them for faulty, and so returns faulty ones
-/// too.
-inline void returnEmptyCodes(ZXingOptions& options) { options.setReturnErrors(true); }
+/// ZXing 2 drops a matrix code without text, whatever its options say.
+inline constexpr bool kReadsEmptyCodes = false;
 
 #else
 
@@ -31,8 +30,7 @@ using ZXingOptions = ZXing::DecodeHints;
 
 inline ZXingOptions plainOptions() { return {}; }
 
-/// ZXing 1 returns them without being told.
-inline void returnEmptyCodes(ZXingOptions&) {}
+inline constexpr bool kReadsEmptyCodes = true;
 
 #endif
 

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <zint.h>
 
+#include "linux/codes/decoders/ZXingVersion.hpp"
 #include "tests/linux/codes/CodePictures.hpp"
 #include "tests/support/codes/ZXingCodeReader.hpp"
 
@@ -104,7 +105,12 @@ TEST(ZXingCodeReader, KeepsTextByteForByte) {
       "......#.##..#.#.#.#.#", "........#.##.#.#.#.#.", "#######.#.##.###.###.", "#.....#.##.###.###.##",
       "#.###.#.#..#.###.###.", "#.###.#..##...#...##.", "#.###.#.###.#...#...#", "#.....#.#.....#...##.",
       "#######.###.#.#.#.#.#"};
-  EXPECT_THAT(firstFind(frameOf(onDesk(drawModules(empty)))), ElementsAre(Code("org.iso.QRCode", "")));
+  const auto codes = firstFind(frameOf(onDesk(drawModules(empty))));
+  if (kReadsEmptyCodes) {
+    EXPECT_THAT(codes, ElementsAre(Code("org.iso.QRCode", "")));
+  } else {
+    EXPECT_THAT(codes, testing::IsEmpty());
+  }
 }
 
 TEST(ZXingCodeReader, ReadsLightOnDark) {
