@@ -20,14 +20,14 @@ apt_get() { inside root "apt-get -qq -o Dpkg::Use-Pty=0 -o APT::Sandbox::User=ro
 
 # nothing_runs: neither the program nor anything that would start it, now or with the next session.
 nothing_runs() {
-  ! pgrep -x 'nivlo(-reader)?' --nslist pid --ns $$ >/dev/null || fail "Nivlo runs"
+  ! pgrep -x 'nivlo(-reader)?' >/dev/null || fail "Nivlo runs"
   local starters
   starters=$(find "$machine"/etc/systemd "$machine"/etc/xdg/autostart "$machine"/usr/share/dbus-1 "$machine"/etc/skel -iname '*nivlo*' 2>/dev/null || true)
   [ -z "$starters" ] || fail "something would start Nivlo: $starters"
 }
 
 if [ "${NIVLO_OWN_NAMESPACE:-}" = "" ]; then
-  exec env NIVLO_OWN_NAMESPACE=1 unshare --mount --pid --fork --kill-child "$0" "$machine" "$@"
+  exec env NIVLO_OWN_NAMESPACE=1 unshare --mount-proc --pid --fork --kill-child "$0" "$machine" "$@"
 fi
 
 step "A bare Debian ($suite)"
