@@ -22,6 +22,6 @@ pkg_check_modules(ADWAITA REQUIRED IMPORTED_TARGET libadwaita-1)
 find_library(YUV yuv REQUIRED)
 find_library(TURBOJPEG turbojpeg REQUIRED)
 
-# What newer versions of these two deprecate stays in use for as long as these versions are supported.
+# Functions that newer versions of these two deprecate stay in use for as long as the older versions are supported.
 target_compile_definitions(PkgConfig::GTK INTERFACE GDK_VERSION_MIN_REQUIRED=GDK_VERSION_4_8)
 target_compile_definitions(PkgConfig::ADWAITA INTERFACE ADW_VERSION_MIN_REQUIRED=ADW_VERSION_1_2)

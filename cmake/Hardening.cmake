@@ -1,4 +1,4 @@
-# What Debian's packages are hardened with, in our own builds too: position-independent programs, tables of the dynamic linker
+# The hardening of Debian's packages, in our own builds too: position-independent programs, tables of the dynamic linker
 # that are complete and read-only before the program starts, and, in builds that optimise, a guard on the stack and checks of
 # the sizes of buffers that libc functions write to. Sanitizers find the same faults sooner and say more about them.
 if(NOT NIVLO_SANITIZE)

@@ -84,7 +84,7 @@ def read_includes(root, folders):
 
 
 def lies_in(path, folder, room=""):
-    """Whether the path lies in the folder, or in this room of it."""
+    """Returns whether the path lies in the folder, or in this room of it."""
     inside = path if folder == "." else path.removeprefix(folder + "/")
     if folder != "." and inside == path:
         return False

@@ -16,7 +16,7 @@ struct ConfiguredDesktop {
   std::string_view name;  ///< as in XDG_CURRENT_DESKTOP
   const char* variable;   ///< set in its sessions; null if there is none
   std::string_view file;  ///< its configuration, relative to the user's configuration folder
-  const char* standard;   ///< what it reads while that file is absent; null if nothing is lost
+  const char* standard;   ///< the file that it reads while that one is absent; null if nothing is lost
   std::string (*write)(const LaunchCommand& command);  ///< writes the line, without a line break
 };
 

@@ -1,4 +1,4 @@
-"""What the completions of all shells need to know about a command line."""
+"""A command line as the completions of all shells see it."""
 import re
 
 
@@ -14,7 +14,7 @@ def options(command):
 
 
 def operands(command):
-    """What the command takes without an option's name."""
+    """The arguments that have no option's name before them."""
     return [option for option in command["options"] if not option["names"]]
 
 
@@ -30,7 +30,7 @@ def words(option):
 
 
 def continues(option):
-    """Whether something follows the words."""
+    """Returns whether something follows the words."""
     return any(word.endswith(("=", ":")) for word in words(option))
 
 

@@ -180,7 +180,8 @@ void AVCaptureSession::startRunning() {
   }
 }
 
-/// Whether a camera can be opened shows only now if it was chosen while the session was stopped.
+/// A camera that was chosen while the session was stopped may turn out only now to be one that cannot be
+/// opened.
 bool AVCaptureSession::openDeviceToStart() {
   const Inputs before = std::exchange(inputsBeforeUntried_, {});
   if (openChosenDevice()) {

@@ -21,7 +21,7 @@ struct CameraInfo {
   AVCaptureDevicePosition position = AVCaptureDevicePosition::Unspecified;
   bool onlyGrey = false;  ///< offers no colours, as cameras for recognising faces do
   bool connected = true;  ///< false for a camera that was chosen but is not plugged in
-  PictureTurn turn;       ///< what the user wants changed in how its pictures are usually shown
+  PictureTurn turn;       ///< the user's change to how its pictures are usually shown
 };
 
 /// An open camera. Destroying it closes the camera; the handler is not called after the destructor has

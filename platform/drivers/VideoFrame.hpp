@@ -47,7 +47,7 @@ struct VideoFrame {
   std::shared_ptr<const void> storage;                ///< owns the memory behind `planes`
 };
 
-/// How a picture is to be shown when it is upright.
+/// The way in which a picture is to be shown when it is upright.
 struct PictureTurn {
   int clockwise = 0;      ///< degrees by which what is seen is turned: 0, 90, 180 or 270
   bool mirrored = false;  ///< exchange left and right, as a mirror does

@@ -1,4 +1,4 @@
-"""What is checked on each desktop."""
+"""The checks that each desktop goes through."""
 import json
 
 import pictures

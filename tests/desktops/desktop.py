@@ -1,4 +1,4 @@
-"""What every desktop has in common."""
+"""The traits that all desktops have in common."""
 import pathlib
 
 from pictures import COVER

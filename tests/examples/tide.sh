@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# What the author of a wallpaper does: installs Nivlo, builds a wallpaper outside its tree in both ways that
+# The work of a wallpaper's author: installs Nivlo, builds a wallpaper outside its tree in both ways that
 # docs/wallpapers.md shows, tests, installs and shows it.
 # usage: tide.sh SOURCE_DIR BUILD_DIR   (BUILD_DIR: where Nivlo is built)
 set -euo pipefail

@@ -74,7 +74,7 @@ class ChildProcess {
   pid_t pid() const { return pid_; }
 
  private:
-  /// What the program has written to one of its outputs.
+  /// The text that the program has written to one of its outputs.
   struct Collected {
     Descriptor file;
     std::size_t searched = 0;  ///< bytes that findLine has passed

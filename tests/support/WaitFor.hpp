@@ -6,8 +6,8 @@
 
 namespace nivlo::test {
 
-/// How long tests wait for what must happen. A healthy system needs a small fraction of it, a loaded machine
-/// under a sanitizer more.
+/// The longest time that tests wait for what must happen. A healthy system needs a small fraction of it, a
+/// loaded machine under a sanitizer more.
 inline constexpr std::chrono::seconds kPatience{20};
 
 /// Polls `condition` on this thread every few milliseconds until it holds or the time is up. Returns whether

@@ -1,4 +1,4 @@
-// Which windows cover an output, where the compositor tells their places.
+// The windows that cover an output, where the compositor tells their places.
 #pragma once
 
 #include <chrono>

@@ -81,7 +81,7 @@ class ModuleGrid {
   PerspectiveMap toPicture_;
   LumaBuffer straight_;      ///< the square and a border, straightened as if it were flat
   LumaBuffer means_;         ///< one pixel per module: the mean brightness around it
-  LumaBuffer edgeStrength_;  ///< how much brightness changes around each pixel of the straightened picture
+  LumaBuffer edgeStrength_;  ///< change of brightness around each pixel of the straightened picture
   std::vector<Node> nodes_;
 };
 

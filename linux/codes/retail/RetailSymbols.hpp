@@ -16,8 +16,8 @@ struct RetailSymbol {
   const char* type;         ///< metadata-object type identifier
   std::string modules;      ///< without quiet zones: '1' dark, '0' light, '?' depends on the digits
   std::vector<int> digits;  ///< the module at which each drawn digit begins
-  std::size_t leading;      ///< how many digits begin light, in set A or B; the rest begin dark, in set C
-  bool isSymmetrical;       ///< whether the fixed modules read the same from right to left
+  std::size_t leading;  ///< number of digits that begin light, in set A or B; the rest begin dark, in set C
+  bool isSymmetrical;   ///< true if the fixed modules read the same from right to left
 };
 
 const RetailSymbol& ean13Symbol();

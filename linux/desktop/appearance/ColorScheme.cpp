@@ -98,7 +98,7 @@ class PortalColorScheme : public ColorScheme {
   }
 
   std::function<void(bool)> changed_;
-  std::optional<bool> dark_;  ///< what the handler was last told
+  std::optional<bool> dark_;  ///< as the handler was last told
   std::optional<PortalSetting> setting_;
   BusLink bus_{sessionBusAddress(),
                {[this](GDBusConnection* connection) {

@@ -27,7 +27,7 @@ class BackgroundReasons {
 
   std::function<void(Place)> moved_;
   std::set<std::string, std::less<>> reasons_;
-  Place place_ = Place::Foreground;  ///< what `moved` was last told
+  Place place_ = Place::Foreground;  ///< as `moved` was last told
   bool moving_ = false;
 };
 

@@ -1,4 +1,4 @@
-// How alerts are answered in a terminal.
+// Alerts and their answers in a terminal.
 #include <memory>
 #include <sstream>
 #include <string>

@@ -1,4 +1,4 @@
-// Which pictures make a surface draw.
+// The pictures that make a surface draw.
 #include <memory>
 #include <optional>
 #include <thread>
@@ -18,7 +18,7 @@ VideoFramePtr anyPicture() { return std::make_shared<VideoFrame>(); }
 
 class FrameClockTest : public testing::Test {
  protected:
-  /// How often the clock has ticked since the last call.
+  /// The number of times that the clock has ticked since the last call.
   int ticks() {
     machine.mainQueue.drain();
     return std::exchange(ticks_, 0);

@@ -1,4 +1,4 @@
-// How many of a camera's frames are passed on.
+// The frames of a camera that are passed on.
 #include <chrono>
 #include <memory>
 #include <vector>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How many of the frames that come in ten seconds need not wait. Each is late by up to `jitter`.
+/// The number of the frames that come in ten seconds and need not wait. Each is late by up to `jitter`.
 int passedIn10Seconds(int cameraRate, int limit, std::chrono::milliseconds jitter) {
   const auto interval = FramePace(limit).interval();
   const Spacing::Clock::time_point start(1h);

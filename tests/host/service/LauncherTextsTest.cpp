@@ -1,4 +1,4 @@
-// What the desktop starts after another wallpaper has been chosen.
+// The command that the desktop runs after another wallpaper has been chosen.
 #include <gmock/gmock.h>
 
 #include "host/service/LauncherTexts.hpp"

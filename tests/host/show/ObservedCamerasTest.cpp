@@ -1,4 +1,4 @@
-// What the host knows of the cameras that a session opens and closes.
+// The host's knowledge of the cameras that a session opens and closes.
 #include <array>
 #include <memory>
 #include <string>

@@ -1,4 +1,4 @@
-// What a wallpaper is told while it is shown, and while another one takes its place.
+// The calls to a wallpaper while it is shown, and while another one takes its place.
 #include <gmock/gmock.h>
 
 #include "host/show/WallpaperShow.hpp"

@@ -1,4 +1,4 @@
-// What the demo cameras show.
+// The pictures of the demo cameras.
 #include <set>
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-// Which picture files are refused, and whether the others look right.
+// Picture files that are refused, and the look of the others.
 #include <array>
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-// What the leak checker has to ignore in this program.
+// Leaks of libraries that the leak checker has to ignore in this program.
 
 // GLib replaces the string table that its constructor allocated as soon as GStreamer is loaded, and keeps the
 // old one on purpose; only a full stack trace shows the constructor, which the dynamic loader calls. Cairo

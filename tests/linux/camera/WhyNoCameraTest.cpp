@@ -1,4 +1,4 @@
-// What the log says when there is no camera.
+// The log's words when there is no camera.
 #include <gmock/gmock.h>
 
 #include "linux/camera/selection/WhyNoCamera.hpp"

@@ -7,7 +7,7 @@
 namespace nivlo::test {
 namespace {
 
-/// How far subsampling and compression may change a colour, of 255.
+/// The largest change of a colour by subsampling and compression, of 255.
 constexpr int kTolerance = 12;
 
 /// The frame as it would be shown, but neither rotated nor mirrored.

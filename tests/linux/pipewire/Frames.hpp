@@ -22,7 +22,7 @@ class FrameWatcher {
   /// Waits for the next frame to arrive; null when none does in time.
   VideoFramePtr next(std::chrono::milliseconds timeout = kPatience);
 
-  /// How many of the frames so far do not have this colour in their centre.
+  /// The number of frames so far that do not have this colour in their centre.
   int countOtherThan(const Picture::Color& color) const;
 
  private:

@@ -1,4 +1,4 @@
-// Which cameras of a real PipeWire daemon are offered, and in what order.
+// The cameras of a real PipeWire daemon, and the order in which they are offered.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

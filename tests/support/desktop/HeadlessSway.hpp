@@ -56,8 +56,9 @@ class HeadlessSway {
   /// The window with the keyboard focus, if any has it.
   std::optional<WindowPlace> focusedWindow() const;
 
-  /// What an output shows now. The picture is also kept as NAME.png in the directory that NIVLO_TEST_OUTPUT
-  /// names, or in test-output/ in the build directory. Throws std::runtime_error if there is no such output.
+  /// The picture that an output shows now. The picture is also kept as NAME.png in the directory that
+  /// NIVLO_TEST_OUTPUT names, or in test-output/ in the build directory. Throws std::runtime_error if there
+  /// is no such output.
   Picture screenshot(const std::string& output, const std::string& name) const;
 
   pid_t pid() const { return process_->pid(); }

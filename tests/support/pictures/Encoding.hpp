@@ -20,7 +20,7 @@ struct Mode {
   int framesPerSecond = 30;
 };
 
-/// What a camera says about its colours; empty where it does not tell.
+/// A camera's words for its colours; empty where it does not tell.
 struct Colorimetry {
   std::optional<ColorMatrix> matrix;
   std::optional<ColorRange> range;
@@ -41,7 +41,7 @@ Mode parseMode(const std::string& text);
 /// what receivers assume: limited range, and BT.709 from 720 rows up or BT.601 below.
 EncodedPicture encode(const Picture& picture, const Mode& mode, const Colorimetry& colorimetry, int padding);
 
-/// How many chroma samples a JPEG keeps: one for each pixel (4:4:4), for two pixels of a row (4:2:2) or for
+/// The chroma samples that a JPEG keeps: one for each pixel (4:4:4), for two pixels of a row (4:2:2) or for
 /// four pixels in a square (4:2:0).
 enum class JpegChroma { C444, C422, C420 };
 std::vector<std::uint8_t> encodeJpeg(const Picture& picture, JpegChroma chroma);

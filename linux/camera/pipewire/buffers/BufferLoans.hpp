@@ -17,7 +17,7 @@ namespace nivlo {
 struct StreamBuffer : std::enable_shared_from_this<StreamBuffer> {
   pw_buffer* queueEntry = nullptr;             ///< null once PipeWire has removed the buffer
   std::unique_ptr<const BufferMemory> memory;  ///< null when it cannot be read
-  bool isLent = false;                         ///< whether a frame has it, so that it must not be queued
+  bool isLent = false;                         ///< true while a frame has it, so that it must not be queued
 };
 
 /// Used on the loop's thread. Only the loans themselves may end on any thread and at any time, even when the
