@@ -1,6 +1,7 @@
 #include "host/commands/PickCommand.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <iostream>
 #include <optional>
 #include <string_view>
@@ -39,7 +40,7 @@ Bundles usableWallpapers() {
 }
 
 /// A message for pictures, whose files may be larger than a message.
-constexpr std::size_t kPicturePart = 64 * 1024;
+constexpr std::size_t kPicturePart = std::size_t{64} * 1024;
 
 class PickConversation {
  public:

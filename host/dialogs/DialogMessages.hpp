@@ -13,7 +13,7 @@ namespace nivlo {
 inline constexpr int kDialogSocket = 3;
 
 /// Bytes. A socket takes messages of this size whole, with the kernel's default limits.
-inline constexpr std::size_t kLargestDialogMessage = 128 * 1024;
+inline constexpr std::size_t kLargestDialogMessage = std::size_t{128} * 1024;
 
 /// The texts may hold any bytes.
 struct DialogMessage {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <utility>
 
 #include <spa/buffer/meta.h>
@@ -141,7 +142,7 @@ std::shared_ptr<VideoFrame> BufferReader::decodeJpeg(const BufferMemory& memory,
 // No camera needs more for a picture, but a hostile one can offer a sparse file of gigabytes.
 std::size_t BufferReader::sizeToCopy(const Place& place) const {
   constexpr std::size_t kMostPerPixel = 8;
-  constexpr std::size_t kMostBesides = 64 * 1024;
+  constexpr std::size_t kMostBesides = std::size_t{64} * 1024;
   return std::min(place.size, kMostPerPixel * format_->width * format_->height + kMostBesides);
 }
 
