@@ -187,7 +187,7 @@ void MFLoggerImpl::createFileWhereAbsent() {
     std::filesystem::permissions(logFileDirectory_, perms::owner_all, ignored);
   }
   if (!std::filesystem::exists(logFilePath_, ignored)) {
-    std::ofstream(logFilePath_, std::ios::binary | std::ios::app);
+    const std::ofstream created(logFilePath_, std::ios::binary | std::ios::app);
     std::filesystem::permissions(logFilePath_, perms::owner_read | perms::owner_write, ignored);
   }
 }
