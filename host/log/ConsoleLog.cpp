@@ -24,7 +24,8 @@ constexpr std::string_view kAnyLine = "%@";
 bool writeWithoutWaiting(int file, std::string_view text) {
   while (!text.empty()) {
     pollfd room{file, POLLOUT, 0};
-    // As soon as a pipe has room at all, it has room for this much.
+    // A pipe is reported as writable only when it has room for PIPE_BUF bytes, so writing that many does not
+    // block.
     const auto part = text.substr(0, PIPE_BUF);
     const auto written = poll(&room, 1, 0) == 1 ? ::write(file, part.data(), part.size()) : -1;
     if (written < 0) {

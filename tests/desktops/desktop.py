@@ -1,6 +1,8 @@
 """The traits that all desktops have in common."""
 import pathlib
 
+from PIL import Image
+
 from pictures import COVER
 from session import CannotCheck, wait_for
 
@@ -33,6 +35,17 @@ class Desktop:
     def picture(self):
         """Returns what the screen shows, as an RGB image."""
         raise NotImplementedError
+
+    def picture_by(self, *command):
+        """Returns the picture that the command writes to the file that is its last argument."""
+        path = self.session.place / "screen.png"
+        self.session.run(*command, str(path))
+        if not path.exists():
+            raise CannotCheck(f"{command[0]} takes no picture of the screen")
+        with Image.open(path) as image:
+            picture = image.convert("RGB")
+        path.unlink()
+        return picture
 
     def click(self, x, y, right=False):
         raise NotImplementedError

@@ -1,9 +1,6 @@
 """Sway, which has a layer shell and no desktop program of its own."""
-from PIL import Image
-
 from desktop import HEIGHT, WaylandDesktop, WIDTH
 from pointer import LEFT_BUTTON, RIGHT_BUTTON, WaylandPointer
-from session import CannotCheck
 
 
 class Sway(WaylandDesktop):
@@ -24,14 +21,7 @@ class Sway(WaylandDesktop):
         """It draws nothing but a colour, by itself."""
 
     def picture(self):
-        path = self.session.place / "screen.png"
-        self.session.run("grim", str(path))
-        if not path.exists():
-            raise CannotCheck("grim takes no picture of the screen")
-        with Image.open(path) as image:
-            picture = image.convert("RGB")
-        path.unlink()
-        return picture
+        return self.picture_by("grim")
 
     def click(self, x, y, right=False):
         self._pointer.click(x, y, RIGHT_BUTTON if right else LEFT_BUTTON)

@@ -2,8 +2,6 @@
 import os
 import re
 
-from PIL import Image
-
 from desktop import Desktop, HEIGHT, WIDTH
 from session import CannotCheck, wait_for
 
@@ -45,14 +43,7 @@ class X11Desktop(Desktop):
         return None
 
     def picture(self):
-        path = self.session.place / "screen.png"
-        self.session.run("import", "-window", "root", str(path))
-        if not path.exists():
-            raise CannotCheck("ImageMagick's import takes no picture of the screen")
-        with Image.open(path) as image:
-            picture = image.convert("RGB")
-        path.unlink()
-        return picture
+        return self.picture_by("import", "-window", "root")
 
     def click(self, x, y, right=False):
         self.session.run("xdotool", "mousemove", str(x), str(y), "sleep", "0.2", "click", "3" if right else "1")
